@@ -1,0 +1,29 @@
+// The memory of the large tables: transposition table, pawn table, evaluation cache.
+//
+// Who reads the entries owns their layout; allocation, resizing and clearing are together here.
+#pragma once
+
+#include <cstdint>
+
+constexpr int32_t DEFAULT_TRANSPOSITION_ENTRIES = 524288;
+constexpr int32_t DEFAULT_PAWN_ENTRIES = 262144;
+constexpr int TRANSPOSITION_ENTRY_BYTES = 22;
+constexpr int PAWN_ENTRY_BYTES = 26;
+
+// Entry counts in force; settings change them before the tables are allocated. 0 switches a
+// table off.
+extern int32_t TranspositionCount;
+extern int32_t PawnHashCount;
+
+// Allocates and clears all three tables from the entry counts, freeing what was there. When
+// memory is short, prints "An error occured while memory allocation!" and ends the process with
+// status 1.
+void AllocateHashTables();
+
+// Replace one table with one of that many megabytes (32-bit arithmetic; what comes out negative
+// counts as a failed allocation). The contents are lost.
+void ResizeHash(int32_t megabytes);
+void ResizePawnHash(int32_t megabytes);
+
+// Empties all three tables and sets the generation stamp back.
+void ClearAllHashTables();

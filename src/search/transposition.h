@@ -1,0 +1,56 @@
+// The transposition table: what earlier nodes found out about a position.
+//
+// An entry as it lies in memory, 22 bytes, without alignment: key (8 bytes, without the side to
+// move), depth (2, in 1/60 ply), score (4), flags (4: bits 0-20 move, 21-22 bound, 23 side to
+// move, 30 mate threat; 0 marks an empty slot), age (2), hint bits (2).
+#pragma once
+
+#include "board/types.h"
+#include "search/host.h"
+
+constexpr uint64_t EMPTY_KEY = 1234567;
+// Tablebase results outrank whatever is searched.
+constexpr int32_t TABLEBASE_DEPTH = 11820;
+
+// What a probe found; all zero after a miss.
+struct HashHit {
+    bool found;
+    Move move;
+    int32_t score;  // as stored: mates count from the storing node
+    int32_t depth;
+    BoundType bound;
+    bool mateThreat;
+    uint16_t hintBits;
+};
+
+// Slots that the current generation filled in this search.
+extern int32_t HashFilledCount;
+
+// The key under which the position is stored: placement, castling rights, and the en-passant
+// file where a pawn stands ready to take.
+uint64_t HashKey();
+
+// Looks the current position up; a hit refreshes the entry's age.
+HashHit HashProbe();
+
+// Stores for the current position: depth in 1/60 ply, mate scores counted from the root (they are
+// turned round here by SearchPly). Keeps a deeper entry of the same position, or of the same
+// generation, but merges the hint bits into the former.
+void HashStore(int32_t depth, Move move, int32_t score, BoundType bound, bool mateThreat,
+               uint16_t hintBits);
+
+// The store of the quiescence search at depth 0: leaves a matching or current entry with depth
+// above 0 as it is, but for the hint bits.
+void HashStoreQuiescence(Move move, int32_t score, BoundType bound, uint16_t hintBits);
+
+// An exact score as stored, counted from the root again.
+int32_t MateFromHash(int32_t score);
+
+// Thousandths of the table that this search filled; 0 without a table.
+int32_t HashFull();
+
+// Empties every slot and sets HashAge to 0.
+void ClearHash();
+
+// Takes over memory for `count` entries and the ten spare ones behind them; for hash memory only.
+void SetTranspositionMemory(void* memory, int32_t count);
