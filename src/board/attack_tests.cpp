@@ -92,7 +92,8 @@ static bool CastlingGivesCheck(Move move, int enemyKing) {
     const int to = To(move);
     const int rookFrom = FileOf(to) == 6 ? to + 1 : to - 2;
     const int rookTo = FileOf(to) == 6 ? to - 1 : to + 1;
-    if (DirectionTo[rookTo][enemyKing] == NO_DIRECTION || !(RookRays[rookTo] & SquareBit(enemyKing)))
+    if (DirectionTo[rookTo][enemyKing] == NO_DIRECTION ||
+        !(RookRays[rookTo] & SquareBit(enemyKing)))
         return false;
     const Bitboard occupied =
         (Occupied() & ~SquareBit(From(move)) & ~SquareBit(rookFrom)) | SquareBit(to);
@@ -110,9 +111,9 @@ static bool AttacksFrom(int to, int from, Colour us, int piece, int king) {
     case ROOK:
     case BISHOP:
     case QUEEN: {
-        const Bitboard rays =
-            piece == ROOK ? RookRays[to] : piece == BISHOP ? BishopRays[to]
-                                                           : RookRays[to] | BishopRays[to];
+        const Bitboard rays = piece == ROOK     ? RookRays[to]
+                              : piece == BISHOP ? BishopRays[to]
+                                                : RookRays[to] | BishopRays[to];
         return (rays & kingBit) && !(Between[to][king] & Occupied() & ~SquareBit(from));
     }
     default:

@@ -29,8 +29,8 @@ constexpr Step DirectionStep[DIRECTIONS] = {{0, 0}, {1, 0},   {-1, 0}, {0, 1}, {
 // What tells one configuration of a line from another: the slider's place and the nearest men.
 struct LineView {
     int position;
-    int below;  // nearest occupied place below, 0 when there is none
-    int above;  // nearest occupied place above, 7 when there is none
+    int below; // nearest occupied place below, 0 when there is none
+    int above; // nearest occupied place above, 7 when there is none
 
     bool operator==(const LineView&) const = default;
 };

@@ -14,10 +14,10 @@ constexpr int LINE_CONFIGS = 70;
 extern uint8_t LineConfig[256 * 8];
 
 // Squares attacked along one line, up to and including the first man in each direction.
-extern Bitboard RankAttackTable[LINE_CONFIGS * 8];       // conf * 8 + rank
-extern Bitboard FileAttackTable[LINE_CONFIGS * 8];       // conf * 8 + file
-extern Bitboard DiagAttackTable[LINE_CONFIGS * 16];      // conf * 16 + file + rank
-extern Bitboard AntiDiagAttackTable[LINE_CONFIGS * 16];  // conf * 16 + file - rank + 7
+extern Bitboard RankAttackTable[LINE_CONFIGS * 8];      // conf * 8 + rank
+extern Bitboard FileAttackTable[LINE_CONFIGS * 8];      // conf * 8 + file
+extern Bitboard DiagAttackTable[LINE_CONFIGS * 16];     // conf * 16 + file + rank
+extern Bitboard AntiDiagAttackTable[LINE_CONFIGS * 16]; // conf * 16 + file - rank + 7
 
 extern Bitboard KnightAttacks[64];
 extern Bitboard KingAttacks[64];

@@ -93,8 +93,8 @@ static void ReadEnPassant(const char* text) {
         return;
     RemovePiece(to);
     PlacePiece(from, stepper, PAWN);
-    UndoStack[0] = {PosKey, 0, MoveWord(from, to, PAWN), CastleRights, MaterialIndex, PstSumA,
-                    PstSumB};
+    UndoStack[0] = {PosKey,  0,      MoveWord(from, to, PAWN), CastleRights, MaterialIndex,
+                    PstSumA, PstSumB};
     RemovePiece(from);
     PlacePiece(to, stepper, PAWN);
     Ply = SetupPly = 1;
@@ -124,9 +124,8 @@ static std::string PlacementText() {
                 text += char('0' + empty);
             empty = 0;
             const char letter = PieceLetters[Board[sq]];
-            text += ColourOn(sq) == WHITE
-                        ? letter
-                        : char(std::tolower(static_cast<unsigned char>(letter)));
+            text += ColourOn(sq) == WHITE ? letter
+                                          : char(std::tolower(static_cast<unsigned char>(letter)));
         }
         if (empty > 0)
             text += char('0' + empty);

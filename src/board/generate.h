@@ -10,7 +10,7 @@
 
 struct ScoredMove {
     Move move;
-    int32_t score;  // higher is tried earlier
+    int32_t score; // higher is tried earlier
 };
 
 // A node can have at most sixteen movers to a target square, promotions included, whatever a set-up
@@ -39,18 +39,3 @@ void GeneratePromotionsQN();
 // king; scored by history slice 0 or 1. The king's own square is not tested for castling:
 // callers that need legal moves do not ask when in check.
 void GenerateQuiet(int slice);
-
-// Quiet moves that give check and lose nothing by exchange: queens, rooks, bishops, knights,
-// pawns; scored by history slice 0 or 1.
-void GenerateQuietChecks(int slice);
-
-// Replies to check, scored; some may still be illegal (a pinned man moves). The side to move must
-// be in check.
-void GenerateEvasions();
-
-// The legal moves in generator order (captures, promotions, quiet moves by `slice` 0): castling
-// out of check and captures of a king are left out. Returns how many were appended.
-int GenerateLegalMoves();
-
-// Whether the word equals a legal move of the side to move.
-bool IsLegal(Move move);

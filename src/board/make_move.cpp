@@ -1,25 +1,24 @@
 #include "board/make_move.h"
 
+#include <array>
+
 #include "board/keys.h"
 #include "board/piece_square.h"
 
 namespace {
 
 // ANDed into the castling rights when a king or rook leaves a square or a rook is taken on it.
-constexpr struct CastleMaskTable {
-    uint8_t keep[64];
-
-    constexpr CastleMaskTable() : keep() {
-        for (uint8_t& k : keep)
-            k = 255;
-        keep[0] = 255 - WHITE_LONG;
-        keep[4] = 255 - WHITE_SHORT - WHITE_LONG;
-        keep[7] = 255 - WHITE_SHORT;
-        keep[56] = 255 - BLACK_LONG;
-        keep[60] = 255 - BLACK_SHORT - BLACK_LONG;
-        keep[63] = 255 - BLACK_SHORT;
-    }
-} CastleMask;
+constexpr std::array<uint8_t, 64> CastleMask = [] {
+    std::array<uint8_t, 64> mask{};
+    mask.fill(255);
+    mask[0] = 255 - WHITE_LONG;
+    mask[4] = 255 - WHITE_SHORT - WHITE_LONG;
+    mask[7] = 255 - WHITE_SHORT;
+    mask[56] = 255 - BLACK_LONG;
+    mask[60] = 255 - BLACK_SHORT - BLACK_LONG;
+    mask[63] = 255 - BLACK_SHORT;
+    return mask;
+}();
 
 // Material of each kind that enters `Material`: kings have none there.
 constexpr int CountedValue[PIECE_CODES] = {0, 0, 300, 100, 0, 500, 300, 900};
@@ -55,8 +54,7 @@ static inline void ToggleSliderUnions(int piece, Bitboard squares) {
 }
 
 // Adds one man's piece-square entries, or takes them away (sign -1): black men count positively.
-template <Colour Owner>
-static inline void CountSquare(int piece, int sq, int sign) {
+template <Colour Owner> static inline void CountSquare(int piece, int sq, int sign) {
     const int view = Owner == BLACK ? sign : -sign;
     PstSumA = int16_t(PstSumA + view * PstA[piece][Owner][sq]);
     PstSumB = int16_t(PstSumB + view * PstB[piece][Owner][sq]);
@@ -73,13 +71,12 @@ static inline void CountPiece(Colour owner, int piece, int sign) {
 
 // Takes the captured man on `to` off everything but `Board` and the line occupancies, which the
 // captor inherits.
-template <Colour Us>
-static inline void TakeCaptured(int to, int captured) {
+template <Colour Us> static inline void TakeCaptured(int to, int captured) {
     constexpr Colour Them = ChangeSide(Us);
     const Bitboard bit = SquareBit(to);
     CountSquare<Them>(captured, to, -1);
     ColourBB[Them] ^= bit;
-    PieceBB[captured][Them] &= ~bit;  // not toggled: a second king is not in it
+    PieceBB[captured][Them] &= ~bit; // not toggled: a second king is not in it
     MenCount--;
     FiftyCount = 0;
     PosKey ^= PieceKeys[Them][captured][to];
@@ -88,7 +85,7 @@ static inline void TakeCaptured(int to, int captured) {
     if (captured == PAWN)
         PawnKey ^= PieceKeys[Them][PAWN][to];
     if (captured == ROOK)
-        CastleRights &= CastleMask.keep[to];
+        CastleRights &= CastleMask[to];
     if (MaterialIndex != MATERIAL_INVALID)
         MaterialIndex -= MaterialWeight[captured][Them];
     else if (captured != PAWN && PieceCount[captured][Them] == 2)
@@ -96,8 +93,7 @@ static inline void TakeCaptured(int to, int captured) {
 }
 
 // Turns the pawn that has arrived on `to` into another piece.
-template <Colour Us>
-static inline void Promote(int to, Piece promotion) {
+template <Colour Us> static inline void Promote(int to, Piece promotion) {
     const Bitboard bit = SquareBit(to);
     PieceCount[PAWN][Us]--;
     PieceBB[PAWN][Us] ^= bit;
@@ -115,8 +111,7 @@ static inline void Promote(int to, Piece promotion) {
         MaterialIndex = MATERIAL_INVALID;
 }
 
-template <Colour Us>
-static inline void TakeEnPassant(int victim) {
+template <Colour Us> static inline void TakeEnPassant(int victim) {
     constexpr Colour Them = ChangeSide(Us);
     const Bitboard bit = SquareBit(victim);
     CountSquare<Them>(PAWN, victim, -1);
@@ -133,8 +128,7 @@ static inline void TakeEnPassant(int victim) {
         MaterialIndex -= MaterialWeight[PAWN][Them];
 }
 
-template <Colour Us>
-static inline void MovePawn(int from, int to, int captured, Piece promotion) {
+template <Colour Us> static inline void MovePawn(int from, int to, int captured, Piece promotion) {
     FiftyCount = 0;
     PawnKey ^= PieceKeys[Us][PAWN][from];
     if (promotion != EMPTY) {
@@ -146,9 +140,9 @@ static inline void MovePawn(int from, int to, int captured, Piece promotion) {
         TakeEnPassant<Us>((from & 56) | (to & 7));
 }
 
-// Moves the castling rook; `board` values and sums change, the key only when making.
-template <Colour Us>
-static inline void HopRook(int from, int to) {
+// Moves the castling rook on the board. Its sums and key are the caller's business: unmake takes
+// them from the record.
+template <Colour Us> static inline void HopRook(int from, int to) {
     const Bitboard squares = SquareBit(from) | SquareBit(to);
     ColourBB[Us] ^= squares;
     PieceBB[ROOK][Us] ^= squares;
@@ -159,10 +153,9 @@ static inline void HopRook(int from, int to) {
     ToggleOccupancy(to);
 }
 
-template <Colour Us>
-static inline void MoveKing(int from, int to) {
+template <Colour Us> static inline void MoveKing(int from, int to) {
     KingSquare[Us] = to;
-    CastleRights &= CastleMask.keep[from];
+    CastleRights &= CastleMask[from];
     if (from == (Us == WHITE ? 4 : 60) && (to == from + 2 || to == from - 2)) {
         const RookHop hop = CastlingRook(to);
         HopRook<Us>(hop.from, hop.to);
@@ -181,8 +174,7 @@ static inline void SaveRecord(UndoRecord& record) {
     record.pstSumB = PstSumB;
 }
 
-template <Colour Us>
-static inline void MakeMoveFor(Move move) {
+template <Colour Us> static inline void MakeMoveFor(Move move) {
     const int from = From(move);
     const int to = To(move);
     const Piece piece = MovingPiece(move);
@@ -209,7 +201,7 @@ static inline void MakeMoveFor(Move move) {
     if (piece == PAWN)
         MovePawn<Us>(from, to, captured, Promotion(move));
     else if (piece == ROOK)
-        CastleRights &= CastleMask.keep[from];
+        CastleRights &= CastleMask[from];
     else if (piece == KING)
         MoveKing<Us>(from, to);
 }
@@ -229,8 +221,7 @@ Colour MakeMove(Move move, bool save) {
 }
 
 // Puts the captured man back on `to`, which the captor has already left.
-template <Colour Us>
-static inline void ReturnCaptured(int to, Piece captured) {
+template <Colour Us> static inline void ReturnCaptured(int to, Piece captured) {
     constexpr Colour Them = ChangeSide(Us);
     const Bitboard bit = SquareBit(to);
     ColourBB[Them] ^= bit;
@@ -271,8 +262,7 @@ static inline void UnmakePawn(int from, int to, int captured, Piece promotion) {
     }
 }
 
-template <Colour Us>
-static inline void UnmakeKing(int from, int to) {
+template <Colour Us> static inline void UnmakeKing(int from, int to) {
     KingSquare[Us] = from;
     if (from == (Us == WHITE ? 4 : 60) && (to == from + 2 || to == from - 2)) {
         const RookHop hop = CastlingRook(to);
@@ -280,8 +270,7 @@ static inline void UnmakeKing(int from, int to) {
     }
 }
 
-template <Colour Us>
-static inline void UnmakeMoveFor(Move move) {
+template <Colour Us> static inline void UnmakeMoveFor(Move move) {
     const int from = From(move);
     const int to = To(move);
     const Piece piece = MovingPiece(move);

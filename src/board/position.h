@@ -25,38 +25,38 @@ constexpr int MAX_LINE_PLY = 256;
 // No material signature can be formed: some side has three men of a kind.
 constexpr int MATERIAL_INVALID = 531441;
 // Weight of one man in the material signature, by piece code and colour.
-constexpr int MaterialWeight[PIECE_CODES][2] = {{0, 0},     {0, 0}, {729, 2187}, {6561, 59049},
-                                                {0, 0},     {9, 27}, {81, 243},   {1, 3}};
+constexpr int MaterialWeight[PIECE_CODES][2] = {{0, 0}, {0, 0},  {729, 2187}, {6561, 59049},
+                                                {0, 0}, {9, 27}, {81, 243},   {1, 3}};
 
 extern Colour SideToMove;
-extern Bitboard ColourBB[2];              // all men of each colour
-extern Bitboard PieceBB[PIECE_CODES][2];  // by piece code, then colour; rows 0 and 4 stay empty
-extern Bitboard OrthoSliders;             // rooks and queens of both colours
-extern Bitboard DiagSliders;              // bishops and queens of both colours
+extern Bitboard ColourBB[2];             // all men of each colour
+extern Bitboard PieceBB[PIECE_CODES][2]; // by piece code, then colour; rows 0 and 4 stay empty
+extern Bitboard OrthoSliders;            // rooks and queens of both colours
+extern Bitboard DiagSliders;             // bishops and queens of both colours
 // Occupancy by line, bit = place on the line: the file on ranks, the rank on all other lines.
 extern int32_t RankOcc[8];
 extern int32_t FileOcc[8];
-extern int32_t DiagOcc[15];      // index file + rank
-extern int32_t AntiDiagOcc[15];  // index file - rank + 7
+extern int32_t DiagOcc[15];     // index file + rank
+extern int32_t AntiDiagOcc[15]; // index file - rank + 7
 extern Piece Board[64];
-extern int32_t KingSquare[2];  // where the king was placed last; always 0..63, even without a king
+extern int32_t KingSquare[2]; // where the king was placed last; always 0..63, even without a king
 extern int32_t CastleRights;
-extern int32_t FiftyCount;      // plies since the last capture or pawn move
-extern uint64_t PosKey;         // placement only: no side to move, castling or en passant
-extern uint64_t PawnKey;        // the pawns alone
-extern int32_t MaterialIndex;   // 0..531440, or MATERIAL_INVALID
+extern int32_t FiftyCount;    // plies since the last capture or pawn move
+extern uint64_t PosKey;       // placement only: no side to move, castling or en passant
+extern uint64_t PawnKey;      // the pawns alone
+extern int32_t MaterialIndex; // 0..531440, or MATERIAL_INVALID
 extern int32_t PieceCount[PIECE_CODES][2];
-extern int32_t Material[2];     // centipawns without the king
-extern int32_t PhaseUnits[2];   // knight 3, bishop 3, rook 5, queen 9
-extern int32_t HeavyCount[2];   // rook 1, queen 2
-extern int32_t MinorCount[2];   // knights and bishops
-extern int32_t MenCount;        // all men, kings included
+extern int32_t Material[2];   // centipawns without the king
+extern int32_t PhaseUnits[2]; // knight 3, bishop 3, rook 5, queen 9
+extern int32_t HeavyCount[2]; // rook 1, queen 2
+extern int32_t MinorCount[2]; // knights and bishops
+extern int32_t MenCount;      // all men, kings included
 // Running piece-square sums for the middlegame and the ending: black men count positively, white
 // men negatively.
 extern int16_t PstSumA;
 extern int16_t PstSumB;
-extern int32_t Ply;       // moves since the set-up; index of the next free record
-extern int32_t SetupPly;  // `Ply` of the position that was set up: 1 after an en-passant field
+extern int32_t Ply;      // moves since the set-up; index of the next free record
+extern int32_t SetupPly; // `Ply` of the position that was set up: 1 after an en-passant field
 extern UndoRecord UndoStack[MAX_GAME_PLY + MAX_LINE_PLY];
 
 // Empties the board and zeroes all that depends on the men, with FiftyCount and both keys. Leaves

@@ -69,13 +69,11 @@ constexpr int PopLowest(Bitboard& b) {
 }
 
 // The squares of `b` moved one step ahead as `Us` sees it; what leaves the board is lost.
-template <Colour Us>
-constexpr Bitboard Ahead(Bitboard b) {
+template <Colour Us> constexpr Bitboard Ahead(Bitboard b) {
     return Us == WHITE ? b << 8 : b >> 8;
 }
 // The step ahead of a pawn of `Us` as a difference of squares.
-template <Colour Us>
-constexpr int AheadStep = Us == WHITE ? 8 : -8;
+template <Colour Us> constexpr int AheadStep = Us == WHITE ? 8 : -8;
 
 // A move in one word: bits 0-5 from, 6-11 to, 12-14 moving piece, 15-17 captured piece (0 for
 // none and for en passant), 18-20 promotion piece (0 for none); the rest is zero. There are no
@@ -85,8 +83,8 @@ using Move = uint32_t;
 constexpr Move NO_MOVE = 0;
 constexpr int MOVE_BITS = 21;
 constexpr Move MOVE_MASK = (Move{1} << MOVE_BITS) - 1;
-constexpr Move CAPTURE_OR_PROMOTION = 0x1f8000;  // any bit of the captured or promotion piece
-constexpr Move SLIDER_MOVES = 0x4000;            // bit 2 of the moving piece
+constexpr Move CAPTURE_OR_PROMOTION = 0x1f8000; // any bit of the captured or promotion piece
+constexpr Move SLIDER_MOVES = 0x4000;           // bit 2 of the moving piece
 constexpr int CAPTURE_SHIFT = 15;
 constexpr int PROMOTION_SHIFT = 18;
 
@@ -139,7 +137,7 @@ constexpr int BLACK_LONG = 8;
 constexpr int ALL_CASTLE_RIGHTS = 15;
 
 // The four castling moves.
-constexpr Move WHITE_CASTLES_SHORT = MoveWord(4, 6, KING);    // 4484
-constexpr Move WHITE_CASTLES_LONG = MoveWord(4, 2, KING);     // 4228
-constexpr Move BLACK_CASTLES_SHORT = MoveWord(60, 62, KING);  // 8124
-constexpr Move BLACK_CASTLES_LONG = MoveWord(60, 58, KING);   // 7868
+constexpr Move WHITE_CASTLES_SHORT = MoveWord(4, 6, KING);   // 4484
+constexpr Move WHITE_CASTLES_LONG = MoveWord(4, 2, KING);    // 4228
+constexpr Move BLACK_CASTLES_SHORT = MoveWord(60, 62, KING); // 8124
+constexpr Move BLACK_CASTLES_LONG = MoveWord(60, 58, KING);  // 7868

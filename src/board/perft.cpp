@@ -1,0 +1,39 @@
+#include "board/perft.h"
+
+#include "board/attack_tests.h"
+#include "board/generate.h"
+#include "board/make_move.h"
+
+// Leaves below the position. A node in which a king can be taken was reached by an illegal move
+// and has none.
+static uint64_t Perft(int depth) {
+    const int start = MoveStackTop;
+    GenerateCaptures(ColourBB[ChangeSide(SideToMove)]);
+    GeneratePromotions();
+    for (int i = start; i < MoveStackTop; i++) {
+        if (CapturedPiece(MoveStack[i].move) == KING) {
+            MoveStackTop = start;
+            return 0;
+        }
+    }
+    GenerateQuiet(1);
+    uint64_t leaves = 0;
+    const int end = MoveStackTop;
+    for (int i = start; i < end; i++) {
+        const Colour them = MakeMove(MoveStack[i].move, true);
+        if (depth > 1)
+            leaves += Perft(depth - 1);
+        else if (!SquareAttacked(them, KingSquare[ChangeSide(them)]))
+            leaves++;
+        UnmakeMove();
+    }
+    MoveStackTop = start;
+    return leaves;
+}
+
+uint64_t CountPerft(int depth) {
+    if (depth < 1 || depth > MAX_PERFT_DEPTH)
+        return 0;
+    MoveStackTop = 0;
+    return Perft(depth);
+}
