@@ -15,6 +15,7 @@ constinit Bitboard BishopRays[64] = {};
 constinit Direction DirectionTo[64][64] = {};
 constinit Bitboard Ray[DIRECTIONS][64] = {};
 constinit Bitboard Between[64][64] = {};
+constinit Bitboard PassedMask[2][64] = {};
 
 namespace {
 
@@ -151,6 +152,21 @@ static void InitRays(int sq) {
         Ray[NORTH_EAST][sq] | Ray[SOUTH_WEST][sq] | Ray[NORTH_WEST][sq] | Ray[SOUTH_EAST][sq];
 }
 
+static Bitboard FilesAround(int file) {
+    const Bitboard own = FileBB(file);
+    return own | (own & ~FILE_A) >> 1 | (own & ~FILE_H) << 1;
+}
+
+static void InitPassedMasks(int sq) {
+    for (int rank = 0; rank < 8; rank++) {
+        const Bitboard squares = FilesAround(FileOf(sq)) & RankBB(rank);
+        if (rank > RankOf(sq))
+            PassedMask[WHITE][sq] |= squares;
+        if (rank < RankOf(sq))
+            PassedMask[BLACK][sq] |= squares;
+    }
+}
+
 void InitAttackTables() {
     InitLines();
     for (int sq = 0; sq < 64; sq++) {
@@ -161,5 +177,6 @@ void InitAttackTables() {
         PawnAttacks[WHITE][sq] = Ahead<WHITE>(sides);
         PawnAttacks[BLACK][sq] = Ahead<BLACK>(sides);
         InitRays(sq);
+        InitPassedMasks(sq);
     }
 }

@@ -50,5 +50,9 @@ extern Bitboard Ray[DIRECTIONS][64];
 // [a][b]: the squares strictly between two squares on a common line, else none.
 extern Bitboard Between[64][64];
 
+// By colour and square: the squares ahead on its own and both neighbouring files. A pawn with no
+// enemy pawn in it is passed.
+extern Bitboard PassedMask[2][64];
+
 // Fills every table. Called once at start-up, before anything else touches the board.
 void InitAttackTables();

@@ -11,13 +11,14 @@
 extern Colour RootSide;
 
 // Figures of the latest evaluation, reset at the start of each.
-extern int32_t current_phase;  // 0 all pieces on the board .. 256 kings and pawns only
-extern int32_t white_phase;    // one side's own share, 0..256
+extern int32_t current_phase; // 0 all pieces on the board .. 256 kings and pawns only
+extern int32_t white_phase;   // one side's own share, 0..256
 extern int32_t black_phase;
-extern int32_t optimism[2];    // a side's attack and its opponent's weak shelter, centipawns
-extern int32_t MaterialScore;  // Black's material less White's with the imbalance, centipawns
-extern int32_t AuxScore;       // secondary score that is scaled like the main one
-extern uint64_t EvalMasks[4];  // passed pawns and attacks of Black and White
+extern int32_t optimism[2];   // a side's attack and its opponent's weak shelter, centipawns
+extern int32_t MaterialScore; // Black's material less White's with the imbalance, centipawns
+extern int32_t AuxScore;      // secondary score that is scaled like the main one
+extern uint64_t EvalMasks[4]; // by colour: passed pawns, then from EVAL_ATTACKS on attacked squares
+constexpr int EVAL_ATTACKS = 2;
 extern int32_t shelter_penalty[2];
 extern int32_t Danger[2];
 extern int32_t KingAttackScore[2];

@@ -9,14 +9,14 @@
 enum BoundType : int32_t { BOUND_NONE, BOUND_UPPER, BOUND_LOWER, BOUND_EXACT };
 
 struct SearchHost {
-    bool (*inputWaiting)();        // whether a line waits
-    void (*handleInput)();         // acts on waiting lines; may set StopSearch
-    void (*announceDraw)();        // before the root moves are generated
-    void (*announceGameOver)();    // no legal root move: mate or stalemate
-    void (*printVariation)(bool forced, BoundType bound);  // the best line so far
-    void (*printCurrentMove)();    // the root move at RootIndex is about to be searched
-    void (*printStatistics)();     // periodic figures
-    void (*announceMove)(Move move, bool fromBook);  // the move to play, before it is made
-    Move (*bookMove)();            // NO_MOVE when there is none or no book
+    bool (*inputWaiting)();     // whether a line waits
+    bool (*waitForInput)();     // sleeps until a line waits; false when none can come
+    void (*handleInput)();      // acts on waiting lines; may set StopSearch
+    void (*announceDraw)();     // before the root moves are generated
+    void (*announceGameOver)(); // no legal root move: mate or stalemate
+    void (*printVariation)(bool forced, BoundType bound); // the best line so far
+    void (*printCurrentMove)(); // the root move at RootIndex is about to be searched
+    void (*printStatistics)();  // periodic figures
+    void (*announceMove)(Move move, bool fromBook); // the move to play, before it is made
 };
 extern SearchHost Host;

@@ -6,10 +6,10 @@
 // The root moves are the first entries of the move stack; these run parallel to them.
 constexpr int MAX_ROOT_MOVES = MAX_NODE_MOVES;
 extern int32_t RootMoveCount;
-extern int32_t RootScores[MAX_ROOT_MOVES];      // from the root side's view
+extern int32_t RootScores[MAX_ROOT_MOVES]; // from the root side's view
 extern bool RootGivesCheck[MAX_ROOT_MOVES];
 extern int64_t RootNodes[MAX_ROOT_MOVES];
-extern int32_t RootIndex;  // the move being searched
+extern int32_t RootIndex; // the move being searched
 extern int32_t RootGamePly;
 
 inline Move RootMove(int i) {

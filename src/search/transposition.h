@@ -16,7 +16,7 @@ constexpr int32_t TABLEBASE_DEPTH = 11820;
 struct HashHit {
     bool found;
     Move move;
-    int32_t score;  // as stored: mates count from the storing node
+    int32_t score; // as stored: mates count from the storing node
     int32_t depth;
     BoundType bound;
     bool mateThreat;

@@ -1,0 +1,110 @@
+#include "search/capture_gain.h"
+
+#include "board/piece_square.h"
+#include "board/position.h"
+#include "eval/evaluate.h"
+#include "eval/material.h"
+
+namespace {
+
+// A victim of a kind that the material table cannot count corrects the gain by this instead.
+constexpr int32_t UNCOUNTED_VICTIM = 120;
+// The opponent keeps fewer units than this: the capture enters an ending.
+constexpr int32_t ENDING_UNITS = 6;
+constexpr int32_t ENDING_GAIN = 25;
+constexpr int32_t LAST_QUEEN_GAIN = 25;
+constexpr int32_t PROMOTION_GAIN = 900;
+// What a passed pawn is worth on each rank as its own side counts them.
+constexpr int32_t PasserGain[8] = {0, 2, 2, 10, 50, 200, 400, 0};
+constexpr int32_t QUEEN_TAKES_PAWN = 100;
+constexpr int32_t QUEEN_MOVES = 160;
+
+} // namespace
+
+static bool InTable(int index) {
+    return index >= 0 && index < MATERIAL_INVALID;
+}
+
+// How the imbalance changes when the victim goes.
+static int32_t ImbalanceGain(Piece victim, Colour us) {
+    if (MaterialIndex == MATERIAL_INVALID)
+        return victim != EMPTY && victim != PAWN ? UNCOUNTED_VICTIM : 0;
+    const int without = MaterialIndex - MaterialWeight[victim][ChangeSide(us)];
+    if (victim == EMPTY || !InTable(MaterialIndex) || !InTable(without))
+        return 0;
+    const int32_t change =
+        MaterialTable[without].adjustment - MaterialTable[MaterialIndex].adjustment;
+    return us == BLACK ? change : -change;
+}
+
+static bool IsPassed(Colour owner, int sq) {
+    return !(PassedMask[owner][sq] & PieceBB[PAWN][ChangeSide(owner)]);
+}
+
+static int32_t PassedPawnGain(Move move, Piece victim, Colour us) {
+    const Colour them = ChangeSide(us);
+    int32_t gain = 0;
+    if (MovingPiece(move) == PAWN && IsPassed(us, From(move)))
+        gain += PasserGain[RelativeRank(us, From(move))];
+    const int taken = IsEnPassant(move) ? (From(move) & 56) | (To(move) & 7) : To(move);
+    if (victim == PAWN && IsPassed(them, taken))
+        gain += PasserGain[RelativeRank(them, taken)];
+    return gain;
+}
+
+// The middlegame and ending values blended by the phase, truncated toward zero.
+static int32_t Blend(int32_t middlegame, int32_t ending) {
+    const int32_t phase = CurrentMaterial().currentPhase;
+    return ((256 - phase) * middlegame + phase * ending) / 256;
+}
+
+int32_t SquareGain(Move move) {
+    const Colour us = SideToMove;
+    const Piece before = MovingPiece(move);
+    const Piece after = Promotion(move) != EMPTY ? Promotion(move) : before;
+    return Blend(PstA[after][us][To(move)] - PstA[before][us][From(move)],
+                 PstB[after][us][To(move)] - PstB[before][us][From(move)]);
+}
+
+static int32_t VictimSquareGain(Move move, Piece victim, Colour us) {
+    const Colour them = ChangeSide(us);
+    return Blend(PstA[victim][them][To(move)], PstB[victim][them][To(move)]);
+}
+
+int32_t CaptureGain(Move move) {
+    const Colour us = SideToMove;
+    const Colour them = ChangeSide(us);
+    const Piece victim = IsEnPassant(move) ? PAWN : CapturedPiece(move);
+    const Piece arrives = Promotion(move) != EMPTY ? Promotion(move) : MovingPiece(move);
+
+    int32_t gain = PieceValue[victim] + ImbalanceGain(victim, us);
+    if (PhaseUnits[them] - PiecePhaseUnits[victim] < ENDING_UNITS)
+        gain += ENDING_GAIN;
+    if (victim == QUEEN && PieceCount[QUEEN][them] == 1)
+        gain += LAST_QUEEN_GAIN;
+    if (Promotion(move) != EMPTY)
+        gain += PROMOTION_GAIN;
+    else
+        gain += PassedPawnGain(move, victim, us);
+    gain += SquareGain(move) + VictimSquareGain(move, victim, us);
+    if (arrives == QUEEN)
+        gain += victim == PAWN ? QUEEN_TAKES_PAWN : QUEEN_MOVES;
+    return gain;
+}
+
+bool CaptureIsHopeless(Move move, int32_t alpha, int32_t standPat) {
+    if (Promotion(move) != EMPTY && Promotion(move) != QUEEN)
+        return true;
+    const Colour them = ChangeSide(SideToMove);
+    const int32_t gain = CaptureGain(move);
+    const int32_t missing = alpha - standPat - gain;
+    if (missing < 58)
+        return false;
+    if (gain >= 478)
+        return missing >= 395;
+    if (missing < 113)
+        return false;
+    if (PhaseUnits[them] < 10)
+        return standPat < -498;
+    return missing >= 183 || optimism[SideToMove] < 26;
+}

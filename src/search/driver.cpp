@@ -1,0 +1,263 @@
+#include "search/driver.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "board/attack_tests.h"
+#include "board/exchange.h"
+#include "board/make_move.h"
+#include "board/order_tables.h"
+#include "eval/eval_cache.h"
+#include "eval/evaluate.h"
+#include "platform/clock.h"
+#include "search/host.h"
+#include "search/limits.h"
+#include "search/ordering.h"
+#include "search/poll.h"
+#include "search/quiesce.h"
+#include "search/root.h"
+#include "search/search.h"
+#include "search/state.h"
+#include "search/time_allotment.h"
+#include "search/transposition.h"
+
+namespace {
+
+// Half-width of the first window around the last iteration's score, and how much wider the failing
+// side is before it is opened, in centipawns.
+constexpr int32_t ASPIRATION = 20;
+constexpr int32_t ASPIRATION_STEP = 120;
+// Extra depth of a root move: half a ply, and a whole one more for a check.
+constexpr int32_t ROOT_EXTRA = 30;
+constexpr int32_t ROOT_CHECK_EXTRA = 90;
+constexpr int LAST_ITERATION = 99;
+// From this iteration on, each begins with a look at the clock.
+constexpr int POLLED_ITERATION = 4;
+// Nodes before the root move being searched is worth a line.
+constexpr int64_t CURRENT_MOVE_NODES = 200000;
+// Searches shorter than this, in centiseconds, forget the history of the one before.
+constexpr int32_t LAZY_MARGIN = 200;
+constexpr int32_t LAZY_STEP = 10;
+
+} // namespace
+
+// The window of the lazy material exit around what the score and the material say.
+static void SetLazyWindow(int32_t score) {
+    const int32_t material = Material[RootSide] - Material[ChangeSide(RootSide)];
+    const int32_t bias = std::clamp(score / 5, -150, 150);
+    const int32_t margin = LAZY_MARGIN + LAZY_STEP * IterationDepth;
+    LazyLow = std::min(score, material) + bias - margin;
+    LazyHigh = std::max(score, material) + bias + margin;
+}
+
+// Searches root move `i`, already made, in the window (low, high) from the root side's view.
+static int32_t SearchRootChild(int i, int32_t low, int32_t high) {
+    const int32_t extra = RootGivesCheck[i] ? ROOT_CHECK_EXTRA : ROOT_EXTRA;
+    PlyStates[SearchPly].inCheck = RootGivesCheck[i];
+    return -Search(-std::min(high, MATE), -std::max(low, -MATE), ONE_PLY * IterationDepth + extra,
+                   true);
+}
+
+// Takes in that the best move's score has changed its side of the window.
+static void ReportFail(int32_t score, BoundType bound) {
+    RootUnsettled = true;
+    RootScores[0] = score;
+    UnmakeMove();
+    SetLazyWindow(score);
+    Host.printVariation(false, bound);
+    MakeMove(RootMove(0), true);
+}
+
+// The first move, in a window around the last score that opens in two steps on the side that
+// fails. Leaves the score in RootScores[0] unless the search was stopped before any was known.
+static void SearchFirstMove() {
+    const int32_t previous = RootScores[0];
+    int32_t low = std::max(previous - ASPIRATION, -MATE);
+    int32_t high = std::min(previous + ASPIRATION, MATE);
+    int fails = 0;
+    for (;;) {
+        const int32_t score = SearchRootChild(0, low, high);
+        if (StopSearch)
+            return;
+        if (score >= high && high < MATE) {
+            high = fails++ == 0 ? high + ASPIRATION_STEP : MATE;
+            ReportFail(score, BOUND_LOWER);
+        } else if (score <= low && low > -MATE) {
+            low = fails++ == 0 ? low - ASPIRATION_STEP : -MATE;
+            ReportFail(score, BOUND_UPPER);
+        } else {
+            RootScores[0] = score;
+            return;
+        }
+    }
+}
+
+// Any other move must first beat the best in a null window; then its score is settled. True when
+// it has become the best.
+static bool SearchLaterMove(int i) {
+    const int32_t best = RootScores[0];
+    int32_t score = SearchRootChild(i, best, best + 1);
+    if (StopSearch || score <= best)
+        return false;
+    MoveToFront(i);
+    RootScores[0] = score;
+    RootUnsettled = true;
+    const int32_t confirmed = SearchRootChild(0, score, score + ASPIRATION);
+    if (StopSearch)
+        return true;
+    if (confirmed > score && confirmed < score + ASPIRATION) {
+        RootScores[0] = confirmed;
+        return true;
+    }
+    score = SearchRootChild(0, -MATE, MATE);
+    if (!StopSearch)
+        RootScores[0] = score;
+    return true;
+}
+
+// One root move. False when the search was stopped in it.
+static bool SearchRootMove(int i) {
+    RootIndex = i;
+    if (i > 0 && NodeCount > CURRENT_MOVE_NODES)
+        Host.printCurrentMove();
+    const int64_t nodesBefore = NodeCount;
+    MakeMove(RootMove(i), true);
+    bool improved = true;
+    if (i == 0)
+        SearchFirstMove();
+    else
+        improved = SearchLaterMove(i);
+    UnmakeMove();
+    RootUnsettled = false;
+    // The other entries keep their counts of the last iteration: what once cost much is looked at
+    // early.
+    if (improved)
+        RootNodes[0] = NodeCount - nodesBefore;
+    else if (i == RootMoveCount - 1)
+        RootNodes[i] = NodeCount - nodesBefore;
+    if (StopSearch)
+        return false;
+    if (improved)
+        Host.printVariation(false, BOUND_EXACT);
+    return true;
+}
+
+// One iteration over all root moves. False when the search was stopped in it.
+static bool SearchIteration() {
+    SelDepth = IterationDepth + 1;
+    SetLazyWindow(RootScores[0]);
+    for (int i = 0; i < RootMoveCount; i++) {
+        if (!SearchRootMove(i))
+            return false;
+        if (i == 0)
+            ReorderByNodes();
+    }
+    HashStore(ONE_PLY * IterationDepth + ROOT_CHECK_EXTRA, RootMove(0), RootScores[0], BOUND_EXACT,
+              false, 0);
+    return true;
+}
+
+// An only natural recapture needs no long thought, as long as it stays the best move.
+static void LookForEasyMove() {
+    const Move last = LastMove();
+    const Move best = RootMove(0);
+    EasyMove = NO_MOVE;
+    if (CapturedPiece(last) != EMPTY && CapturedPiece(best) != EMPTY && To(best) == To(last) &&
+        SafeExchange(best))
+        EasyMove = best;
+}
+
+static bool MateInsideHorizon() {
+    return std::abs(RootScores[0]) > MATE - (IterationDepth - 1);
+}
+
+static void Deepen(int limitDepth) {
+    SearchPly = 1;
+    for (IterationDepth = 1; IterationDepth <= LAST_ITERATION; IterationDepth++) {
+        if (IterationDepth >= POLLED_ITERATION)
+            PollCountdown = -1;
+        if (!SearchIteration() || MateInsideHorizon() || IterationDepth + 1 >= limitDepth)
+            break;
+        if (IterationDepth == POLLED_ITERATION - 1)
+            LookForEasyMove();
+    }
+    IterationDepth = std::min(IterationDepth, LAST_ITERATION);
+    SearchPly = 0;
+}
+
+// Sets the statistics and counters up for a new search.
+static void SetUpSearch(bool keepHistory) {
+    AgeOrdering(keepHistory);
+    StopSearch = false;
+    InfoCountdown = 100000 / PollReload;
+    HashAge = int16_t(uint16_t(HashAge) + 1);
+    RootSide = SideToMove;
+    PollCountdown = PollReload;
+    NodeCount = 0;
+    TablebaseHits = 0;
+    HashFilledCount = 0;
+    MoveStackTop = 0;
+    SearchPly = 0;
+    IterationDepth = 1;
+    SelDepth = 2;
+    EasyMove = NO_MOVE;
+    RootUnsettled = false;
+    LazyLow = -MATE;
+    LazyHigh = MATE;
+}
+
+// What the root moves are worth before the first iteration: the quiet score of the position.
+static void ScoreRootMoves() {
+    SearchPly = 1;
+    PlyStates[1].inCheck = InCheck(SideToMove);
+    SetLazyWindow(Material[RootSide] - Material[ChangeSide(RootSide)]);
+    const int32_t score = Quiesce(-MATE, MATE);
+    SearchPly = 0;
+    for (int i = 0; i < RootMoveCount; i++)
+        RootScores[i] = score;
+}
+
+// The search proper, to `limitDepth`. Returns false when the game is over.
+static bool SearchRoot(int limitDepth, bool keepHistory) {
+    SetUpSearch(keepHistory);
+    BestMove = NO_MOVE;
+    if (!PrepareRoot())
+        return false;
+    SortRootMoves();
+    ScoreRootMoves();
+    if (RootMoveCount > 1 && limitDepth >= 2)
+        Deepen(limitDepth);
+    BestMove = RootMove(0);
+    return true;
+}
+
+static void RememberSearch() {
+    LastScore = RootScores[0];
+    LastScoreSide = RootSide;
+    SearchesSinceBook++;
+    if (RecentSearchCount == SEARCH_RECORDS)
+        std::copy(RecentSearches + 1, RecentSearches + SEARCH_RECORDS, RecentSearches);
+    else
+        RecentSearchCount++;
+    RecentSearches[RecentSearchCount - 1] = {RootScores[0], PosKey, Ply};
+}
+
+bool Think() {
+    SearchStart = ClockCentiseconds();
+    AllotTime();
+    if (!SearchRoot(DepthLimit, true))
+        return false;
+    HoldUntilStopped();
+    RememberSearch();
+    Host.announceMove(BestMove, false);
+    MakeMove(BestMove, true);
+    return true;
+}
+
+Move SearchFixedDepth(int maxDepth) {
+    SearchStart = ClockCentiseconds();
+    UnderClock = false;
+    DrawScore = 0;
+    PollReload = 50000;
+    return SearchRoot(maxDepth, true) ? BestMove : NO_MOVE;
+}

@@ -1,0 +1,81 @@
+#include "search/time_allotment.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "board/position.h"
+#include "search/driver_state.h"
+#include "search/limits.h"
+#include "search/state.h"
+
+namespace {
+
+// Moves that a game, or the time to its next control, is divided among.
+constexpr int MOVES_AHEAD = 30;
+// The worth of a draw by how little of the safe time is left: a side that is about to lose on
+// time is glad of one.
+constexpr int32_t ClockDrawScore[20] = {50, 40, 32, 26, 22, 20, 18, 17, 16, 15,
+                                        14, 13, 12, 11, 10, 9,  8,  7,  6,  5};
+constexpr int64_t SAFE_TIME = 250;
+constexpr int64_t LEAST_ALLOTMENT = 5;
+
+} // namespace
+
+// Moves to make before the clock is set again; 0 for sudden death.
+static int MovesToControl() {
+    const int moves = MovesPerPeriod;
+    if (moves <= 0 || MovesToGo)
+        return std::clamp(moves, 0, MOVES_AHEAD);
+    const int move = Ply / 2 + 1;
+    const int64_t control = moves < move ? (int64_t{move - 1} / moves + 1) * moves : int64_t{moves};
+    return int(std::min<int64_t>(control - move + 1, MOVES_AHEAD));
+}
+
+static void SetLimits(int64_t allotted, int64_t hardLimit) {
+    TimeAllotted = int32_t(std::clamp<int64_t>(allotted, 1, UNLIMITED_TIME));
+    TimeHardLimit = int32_t(std::clamp<int64_t>(hardLimit, 0, UNLIMITED_TIME));
+}
+
+static void DivideClock(int64_t usable, int movesToGo) {
+    const int64_t increment = std::max(OwnIncrement, 0);
+    const int64_t half = usable / 2;
+    const int64_t moves = movesToGo > 0 ? movesToGo : MOVES_AHEAD;
+    int64_t allotment = ((moves - 1) * increment + usable) / moves;
+    const int64_t cap = movesToGo > 0 ? 7 * allotment : std::min(7 * allotment, half);
+    // The first positions after the book are new to the engine.
+    if (SearchesSinceBook < 2)
+        allotment += allotment / 5;
+    allotment = std::max(allotment, LEAST_ALLOTMENT);
+    SetLimits(3 * allotment / 4, std::min({half, 7 * allotment, cap}));
+}
+
+// With little time left and the opponent's clock ahead, a draw is worth something.
+static void ValueDrawByClock(int64_t time, int64_t usable, int movesToGo) {
+    const int64_t opponent = OpponentTime;
+    if (opponent == NO_CLOCK || (movesToGo > 0 && movesToGo < 4))
+        return;
+    const int64_t increment = std::max(OwnIncrement, 0);
+    const int64_t safe = std::max(std::min(3 * increment, time / 20), SAFE_TIME);
+    if (opponent <= usable || (opponent <= usable + usable / 2 && usable >= safe / 2))
+        return;
+    if ((increment == 0 && usable < 2 * safe) || usable < safe)
+        DrawScore = ClockDrawScore[std::clamp<int64_t>(10 * usable / safe, 0, 19)];
+}
+
+void AllotTime() {
+    const int64_t time = OwnTime == NO_CLOCK && PlayByBaseTime ? std::max(BaseTime, 1) : OwnTime;
+    DrawScore = 0;
+    UnderClock = time != NO_CLOCK && time != INFINITE_TIME;
+    if (FixedTime > 0) {
+        UnderClock = true;
+        SetLimits(FixedTime, FixedTime);
+    } else if (!UnderClock) {
+        SetLimits(UNLIMITED_TIME, UNLIMITED_TIME);
+    } else {
+        const int64_t usable = time * 95 / 100 - 1;
+        const int movesToGo = MovesToControl();
+        DivideClock(usable, movesToGo);
+        ValueDrawByClock(time, usable, movesToGo);
+    }
+    PollReload = TimeAllotted >= 301 ? 50000 : TimeAllotted >= 101 ? 20000 : 5000;
+}
