@@ -23,6 +23,11 @@ extern int32_t shelter_penalty[2];
 extern int32_t Danger[2];
 extern int32_t KingAttackScore[2];
 
+// No evaluation lies further from 0, however many queens stand on a board that was set up: beyond
+// begin the mate scores.
+constexpr int32_t EVAL_LIMIT = 30000;
+
 // Evaluates the position in full and stores the score in centipawns from the view of the side to
-// move. Every caller passes 32700 as the bound.
+// move. Every caller passes FULL_BOUND as the bound.
+constexpr int32_t FULL_BOUND = 32700;
 void Evaluate(int32_t& score, int32_t bound);

@@ -4,11 +4,11 @@
 #include "board/position.h"
 
 struct MaterialEntry {
-    uint8_t flags[2];  // MATERIAL_CANNOT_WIN, MATERIAL_ENDING, by colour
+    uint8_t flags[2]; // MATERIAL_CANNOT_WIN, MATERIAL_ENDING, by colour
     int16_t currentPhase;
     int16_t blackPhase;
     int16_t whitePhase;
-    int16_t adjustment;  // centipawns, added to Black's material less White's
+    int16_t adjustment; // centipawns, added to Black's material less White's
 };
 static_assert(sizeof(MaterialEntry) == 10);
 

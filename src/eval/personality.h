@@ -7,8 +7,8 @@
 extern int32_t Aggressivity;
 extern int32_t Cowardice;
 extern int32_t Tropism;
-extern int32_t AggressivityWeight;  // half of the setting, truncated: default 50
-extern int32_t CowardiceWeight;     // half of the setting, truncated: default 50
+extern int32_t AggressivityWeight; // half of the setting, truncated: default 50
+extern int32_t CowardiceWeight;    // half of the setting, truncated: default 50
 // Twice the setting. Stored and printed; the evaluation does not read it, and users know that.
 extern int32_t TropismWeight;
 

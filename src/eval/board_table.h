@@ -1,0 +1,26 @@
+// Tables by square, written in the source as the eye sees a board: rank 8 on top, the a-file left.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+// By square as the man's own side counts them: a1 = 0 is its own left corner for White; for Black
+// flip the rank with `square ^ 56`.
+using SquareTable = std::array<int16_t, 64>;
+using BoardRow = std::array<int16_t, 8>;
+
+// One rank, a-file first. Eight arguments, so that a lost comma does not compile.
+consteval BoardRow Row(int16_t a, int16_t b, int16_t c, int16_t d, int16_t e, int16_t f, int16_t g,
+                       int16_t h) {
+    return {a, b, c, d, e, f, g, h};
+}
+
+// Eight rows from rank 8 down to rank 1.
+consteval SquareTable BoardTable(BoardRow r8, BoardRow r7, BoardRow r6, BoardRow r5, BoardRow r4,
+                                 BoardRow r3, BoardRow r2, BoardRow r1) {
+    const BoardRow ranks[8] = {r1, r2, r3, r4, r5, r6, r7, r8};
+    SquareTable table = {};
+    for (int sq = 0; sq < 64; sq++)
+        table[sq] = ranks[sq >> 3][sq & 7];
+    return table;
+}
