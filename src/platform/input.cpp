@@ -1,0 +1,105 @@
+#include "platform/input.h"
+
+#include <cerrno>
+#include <chrono>
+#include <thread>
+
+#ifdef _WIN32
+#include <io.h>
+#include <windows.h>
+#else
+#include <poll.h>
+#include <unistd.h>
+#endif
+
+namespace {
+
+// A carriage return that ended the last read: what follows tells whether it belongs to a line end.
+constinit bool HeldReturn = false;
+
+} // namespace
+
+static int RawRead(char* buffer, int size) {
+    for (;;) {
+#ifdef _WIN32
+        const int count = _read(0, buffer, static_cast<unsigned>(size));
+#else
+        const int count = int(read(STDIN_FILENO, buffer, size_t(size)));
+#endif
+        if (count >= 0 || errno != EINTR)
+            return count < 0 ? 0 : count;
+    }
+}
+
+// Drops carriage returns before line feeds from the `count` bytes in the buffer, which has room for
+// the one held back from the last read at its head. Returns how many are left.
+static int TranslateLineEnds(char* buffer, int count) {
+    int kept = 0;
+    for (int i = 0; i < count; i++) {
+        if (buffer[i] == '\r' && i + 1 < count && buffer[i + 1] == '\n')
+            continue;
+        buffer[kept++] = buffer[i];
+    }
+    HeldReturn = kept > 0 && buffer[kept - 1] == '\r';
+    return HeldReturn ? kept - 1 : kept;
+}
+
+int ReadStandardInput(char* buffer, int size) {
+    if (size < 2)
+        return 0;
+    for (;;) {
+        const int held = HeldReturn ? 1 : 0;
+        if (held)
+            buffer[0] = '\r';
+        const int count = RawRead(buffer + held, size - held);
+        if (count == 0) {
+            HeldReturn = false;
+            return held;
+        }
+        if (const int kept = TranslateLineEnds(buffer, held + count); kept > 0)
+            return kept;
+    }
+}
+
+void SleepAtEndOfInput() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+}
+
+#ifdef _WIN32
+
+namespace {
+
+constinit HANDLE InputHandle = nullptr;
+constinit bool InputIsPipe = false;
+
+} // namespace
+
+static void FetchInputHandle() {
+    InputHandle = GetStdHandle(STD_INPUT_HANDLE);
+    DWORD mode = 0;
+    InputIsPipe = !GetConsoleMode(InputHandle, &mode);
+    if (InputIsPipe)
+        return;
+    SetConsoleMode(InputHandle, mode & ~DWORD(ENABLE_WINDOW_INPUT | ENABLE_MOUSE_INPUT));
+    FlushConsoleInputBuffer(InputHandle);
+}
+
+int StandardInputWaiting() {
+    if (InputHandle == nullptr)
+        FetchInputHandle();
+    DWORD count = 0;
+    if (InputIsPipe)
+        return PeekNamedPipe(InputHandle, nullptr, 0, nullptr, &count, nullptr) ? int(count) : 1;
+    // A single event may be a key that is still held down.
+    GetNumberOfConsoleInputEvents(InputHandle, &count);
+    return count > 1 ? int(count) : 0;
+}
+
+#else
+
+int StandardInputWaiting() {
+    pollfd waiting = {STDIN_FILENO, POLLIN, 0};
+    return poll(&waiting, 1, 0) > 0 ? 1 : 0;
+}
+
+#endif

@@ -1,0 +1,22 @@
+#include "platform/signals.h"
+
+#include <csignal>
+#include <cstdlib>
+
+// Every reply is flushed as it is printed, so that nothing is lost by leaving at once.
+extern "C" {
+static void LeaveCleanly(int) {
+    std::_Exit(0);
+}
+}
+
+void InitSignals() {
+    std::signal(SIGTERM, LeaveCleanly);
+#ifdef SIGPIPE
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
+}
+
+void IgnoreInterrupts() {
+    std::signal(SIGINT, SIG_IGN);
+}

@@ -1,0 +1,125 @@
+#include "search/time_allotment.h"
+
+#include <gtest/gtest.h>
+
+#include "board/position.h"
+#include "search/driver_state.h"
+#include "search/limits.h"
+#include "search/state.h"
+
+namespace {
+
+class TimeAllotment : public testing::Test {
+protected:
+    void SetUp() override {
+        ResetLimits();
+        ResetDriverState();
+        SetStartPosition();
+        SearchesSinceBook = 5;
+    }
+    void TearDown() override {
+        ResetLimits();
+        ResetDriverState();
+        SetStartPosition();
+    }
+};
+
+struct ClockCase {
+    const char* name;
+    int time;
+    int increment;
+    int moves;  // a period
+    bool toGo;
+    int gamePly;
+    int sinceBook;
+    int allotted;
+    int hardLimit;
+};
+
+constexpr ClockCase ClockCases[] = {
+    {"five minutes", 30000, 0, 0, false, 0, 5, 711, 6643},
+    {"five minutes, first search after the book", 30000, 0, 0, false, 0, 1, 853, 6643},
+    {"one second and a hundredth a move", 100, 1, 0, false, 20, 5, 3, 28},
+    {"forty moves, at the first", 30000, 0, 40, false, 0, 5, 711, 6643},
+    {"forty moves, at the last of them", 30000, 0, 40, false, 78, 5, 21374, 14249},
+    {"forty moves, at the first of the next forty", 30000, 0, 40, false, 80, 5, 711, 6643},
+    {"five moves to go, whatever was played before", 6000, 0, 5, true, 60, 5, 854, 2849},
+    {"nothing left", 1, 0, 0, false, 60, 5, 3, 0},
+};
+
+TEST_F(TimeAllotment, DividesTheClockByTheMovesAhead) {
+    for (const ClockCase& c : ClockCases) {
+        SCOPED_TRACE(c.name);
+        OwnTime = c.time;
+        OwnIncrement = c.increment;
+        MovesPerPeriod = c.moves;
+        MovesToGo = c.toGo;
+        Ply = c.gamePly;
+        SearchesSinceBook = c.sinceBook;
+        AllotTime();
+        EXPECT_EQ(TimeAllotted, c.allotted);
+        EXPECT_EQ(TimeHardLimit, c.hardLimit);
+        EXPECT_TRUE(UnderClock);
+    }
+}
+
+TEST_F(TimeAllotment, NoClockAndTheInfiniteOneLeaveTheSearchUnlimited) {
+    for (const int time : {NO_CLOCK, INFINITE_TIME}) {
+        OwnTime = time;
+        AllotTime();
+        EXPECT_EQ(TimeAllotted, UNLIMITED_TIME);
+        EXPECT_EQ(TimeHardLimit, UNLIMITED_TIME);
+        EXPECT_EQ(PollReload, 50000);
+        EXPECT_FALSE(UnderClock);
+    }
+}
+
+TEST_F(TimeAllotment, APersonWithoutAClockGetsAnAnswerByTheBaseTime) {
+    PlayByBaseTime = true;
+    AllotTime();
+    EXPECT_TRUE(UnderClock);
+    EXPECT_LT(TimeHardLimit, BaseTime);
+}
+
+TEST_F(TimeAllotment, AFixedTimeWinsOverTheClock) {
+    OwnTime = 30000;
+    FixedTime = 250;
+    AllotTime();
+    EXPECT_EQ(TimeAllotted, 250);
+    EXPECT_EQ(TimeHardLimit, 250);
+    EXPECT_EQ(PollReload, 20000);
+}
+
+struct DrawCase {
+    const char* name;
+    int own;
+    int opponent;
+    int increment;
+    int movesToGo;
+    int drawScore;
+};
+
+constexpr DrawCase DrawCases[] = {
+    {"almost no time against much", 20, 1000, 0, 0, 50},
+    {"three seconds against much", 300, 10000, 0, 0, 13},
+    {"the opponent has less", 300, 200, 0, 0, 0},
+    {"the opponent's clock is unknown", 20, NO_CLOCK, 0, 0, 0},
+    {"the control is near", 20, 1000, 0, 3, 0},
+    {"plenty of time", 30000, 60000, 0, 0, 0},
+    {"an increment saves a clock of five seconds", 500, 10000, 100, 0, 0},
+};
+
+TEST_F(TimeAllotment, ADrawIsWorthMoreTheShorterTheClock) {
+    for (const DrawCase& c : DrawCases) {
+        SCOPED_TRACE(c.name);
+        OwnTime = c.own;
+        OpponentTime = c.opponent;
+        OwnIncrement = c.increment;
+        MovesPerPeriod = c.movesToGo;
+        MovesToGo = c.movesToGo > 0;
+        AllotTime();
+        EXPECT_EQ(DrawScore, c.drawScore);
+    }
+}
+
+} // namespace
