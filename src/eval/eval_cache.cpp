@@ -147,5 +147,5 @@ void ClearEvalCache() {
 
 void SetEvalCacheMemory(void* memory, int32_t count) {
     Entries = static_cast<CacheEntry*>(memory);
-    EntryCount = count;
+    EntryCount = memory == nullptr ? 0 : count;
 }

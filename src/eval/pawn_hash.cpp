@@ -18,5 +18,5 @@ void ClearPawnHash() {
 
 void SetPawnHashMemory(void* memory, int32_t count) {
     PawnHashTable = static_cast<uint8_t*>(memory);
-    PawnHashSlots = count;
+    PawnHashSlots = memory == nullptr ? 0 : count;
 }

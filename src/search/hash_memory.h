@@ -5,10 +5,11 @@
 
 #include <cstdint>
 
+#include "eval/pawn_hash.h"
+#include "search/transposition.h"
+
 constexpr int32_t DEFAULT_TRANSPOSITION_ENTRIES = 524288;
 constexpr int32_t DEFAULT_PAWN_ENTRIES = 262144;
-constexpr int TRANSPOSITION_ENTRY_BYTES = 22;
-constexpr int PAWN_ENTRY_BYTES = 26;
 
 // Entry counts in force; settings change them before the tables are allocated. 0 switches a
 // table off.
@@ -17,7 +18,7 @@ extern int32_t PawnHashCount;
 
 // Allocates and clears all three tables from the entry counts, freeing what was there. When
 // memory is short, prints "An error occured while memory allocation!" and ends the process with
-// status 1.
+// status 1. A negative count, and one whose bytes cannot be counted, is a failed allocation.
 void AllocateHashTables();
 
 // Replace one table with one of that many megabytes (32-bit arithmetic; what comes out negative
@@ -27,3 +28,7 @@ void ResizePawnHash(int32_t megabytes);
 
 // Empties all three tables and sets the generation stamp back.
 void ClearAllHashTables();
+
+// Gives the memory of all three tables back, before the process ends. Until tables are allocated
+// again, nothing is stored.
+void FreeHashTables();

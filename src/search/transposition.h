@@ -8,6 +8,9 @@
 #include "board/types.h"
 #include "search/host.h"
 
+constexpr int TRANSPOSITION_ENTRY_BYTES = 22;
+// Behind the last index, so that its second slot lies inside the array.
+constexpr int TRANSPOSITION_SPARE_ENTRIES = 10;
 constexpr uint64_t EMPTY_KEY = 1234567;
 // Tablebase results outrank whatever is searched.
 constexpr int32_t TABLEBASE_DEPTH = 11820;
@@ -23,7 +26,8 @@ struct HashHit {
     uint16_t hintBits;
 };
 
-// Slots that the current generation filled in this search.
+// Slots that the current generation filled in this search; set back by the search driver. Entries
+// that were refreshed by a hit are not counted.
 extern int32_t HashFilledCount;
 
 // The key under which the position is stored: placement, castling rights, and the en-passant
@@ -40,7 +44,7 @@ void HashStore(int32_t depth, Move move, int32_t score, BoundType bound, bool ma
                uint16_t hintBits);
 
 // The store of the quiescence search at depth 0: leaves a matching or current entry with depth
-// above 0 as it is, but for the hint bits.
+// above 0 as it is, but for the hint bits and the age of the former.
 void HashStoreQuiescence(Move move, int32_t score, BoundType bound, uint16_t hintBits);
 
 // An exact score as stored, counted from the root again.
@@ -52,5 +56,6 @@ int32_t HashFull();
 // Empties every slot and sets HashAge to 0.
 void ClearHash();
 
-// Takes over memory for `count` entries and the ten spare ones behind them; for hash memory only.
+// Takes over memory for `count` entries and the spare ones behind them, not yet cleared; for hash
+// memory only. Without memory, or with a count of 0, every probe misses and every store is dropped.
 void SetTranspositionMemory(void* memory, int32_t count);

@@ -1,0 +1,110 @@
+#include "search/hash_memory.h"
+
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+
+#include "eval/eval_cache.h"
+
+constinit int32_t TranspositionCount = DEFAULT_TRANSPOSITION_ENTRIES;
+constinit int32_t PawnHashCount = DEFAULT_PAWN_ENTRIES;
+
+namespace {
+
+constexpr uint32_t MEGABYTE = 1 << 20;
+
+constinit void* TranspositionMemory = nullptr;
+constinit void* PawnHashMemory = nullptr;
+constinit void* EvalCacheMemory = nullptr;
+
+} // namespace
+
+static void FreeTranspositionTable() {
+    SetTranspositionMemory(nullptr, 0);
+    std::free(TranspositionMemory);
+    TranspositionMemory = nullptr;
+}
+
+static void FreePawnHash() {
+    SetPawnHashMemory(nullptr, 0);
+    std::free(PawnHashMemory);
+    PawnHashMemory = nullptr;
+}
+
+static void FreeEvalCache() {
+    SetEvalCacheMemory(nullptr, 0);
+    std::free(EvalCacheMemory);
+    EvalCacheMemory = nullptr;
+}
+
+void FreeHashTables() {
+    FreeTranspositionTable();
+    FreePawnHash();
+    FreeEvalCache();
+}
+
+// Zero-filled memory for `count` entries and the spare ones; ends the process when there is none.
+// Clearing leaves most of an entry as it is, so it must start from something.
+static void* AllocateEntries(int32_t count, int entryBytes, int spareEntries) {
+    void* memory = nullptr;
+    if (count >= 0)
+        memory = std::calloc(size_t(count) + size_t(spareEntries), size_t(entryBytes));
+    if (memory == nullptr) {
+        std::puts("An error occured while memory allocation!");
+        std::fflush(stdout);
+        FreeHashTables();
+        std::exit(1);
+    }
+    return memory;
+}
+
+static void AllocateTranspositionTable() {
+    FreeTranspositionTable();
+    TranspositionMemory =
+        AllocateEntries(TranspositionCount, TRANSPOSITION_ENTRY_BYTES, TRANSPOSITION_SPARE_ENTRIES);
+    SetTranspositionMemory(TranspositionMemory, TranspositionCount);
+    ClearHash();
+}
+
+static void AllocatePawnHash() {
+    FreePawnHash();
+    PawnHashMemory = AllocateEntries(PawnHashCount, PAWN_ENTRY_BYTES, PAWN_SPARE_ENTRIES);
+    SetPawnHashMemory(PawnHashMemory, PawnHashCount);
+    ClearPawnHash();
+}
+
+static void AllocateEvalCache() {
+    FreeEvalCache();
+    EvalCacheMemory =
+        AllocateEntries(EVAL_CACHE_ENTRIES, EVAL_CACHE_ENTRY_BYTES, EVAL_CACHE_SPARE_ENTRIES);
+    SetEvalCacheMemory(EvalCacheMemory, EVAL_CACHE_ENTRIES);
+    ClearEvalCache();
+}
+
+void AllocateHashTables() {
+    AllocateTranspositionTable();
+    AllocatePawnHash();
+    AllocateEvalCache();
+}
+
+// Entries that fit into that many megabytes. The product wraps like any 32-bit one: from 2048 on
+// it comes out negative or too small, and users see a failed allocation or a small table.
+static int32_t EntriesInMegabytes(int32_t megabytes, int entryBytes) {
+    return int32_t(uint32_t(megabytes) * MEGABYTE) / entryBytes;
+}
+
+void ResizeHash(int32_t megabytes) {
+    TranspositionCount = EntriesInMegabytes(megabytes, TRANSPOSITION_ENTRY_BYTES);
+    AllocateTranspositionTable();
+}
+
+void ResizePawnHash(int32_t megabytes) {
+    PawnHashCount = EntriesInMegabytes(megabytes, PAWN_ENTRY_BYTES);
+    AllocatePawnHash();
+}
+
+void ClearAllHashTables() {
+    ClearHash();
+    ClearPawnHash();
+    ClearEvalCache();
+}
