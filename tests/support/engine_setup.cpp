@@ -1,0 +1,39 @@
+#include "support/engine_setup.h"
+
+#include <gtest/gtest.h>
+
+#include "board/attacks.h"
+#include "board/keys.h"
+#include "board/position.h"
+#include "eval/material.h"
+#include "eval/piece_square_tables.h"
+#include "platform/runtime_rand.h"
+
+namespace {
+
+constinit bool TablesAreSetUp = false;
+
+class EngineTables : public testing::Environment {
+public:
+    void SetUp() override {
+        SetUpEngineTables();
+    }
+};
+
+// The test framework deletes it.
+const testing::Environment* const Registered = testing::AddGlobalTestEnvironment(new EngineTables);
+
+} // namespace
+
+void SetUpEngineTables() {
+    if (TablesAreSetUp)
+        return;
+    TablesAreSetUp = true;
+    InitAttackTables();
+    // The keys are those of the sequence's first numbers, whoever has drawn from it before.
+    SeedRand(1);
+    InitKeys();
+    InitPieceSquareTables();
+    InitMaterialTable();
+    SetStartPosition();
+}
