@@ -1,0 +1,191 @@
+#include "eval/evaluate.h"
+
+#include <cstdlib>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "board/fen.h"
+#include "eval/position_walk.h"
+#include "support/engine_setup.h"
+
+namespace {
+
+class EvaluateTest : public testing::Test {
+protected:
+    void SetUp() override {
+        SetUpEngineTables();
+        RootSide = WHITE;
+    }
+    void TearDown() override {
+        SetStartPosition();
+    }
+};
+
+int32_t Score() {
+    int32_t score = 0;
+    Evaluate(score, FULL_BOUND);
+    return score;
+}
+
+// The position as its opponent sees it: colours exchanged, the board upside down.
+std::string FlippedFen() {
+    std::string men, rights;
+    for (int rank = 0; rank < 8; rank++) {
+        for (int file = 0; file < 8; file++) {
+            const int sq = rank * 8 + file;
+            if (Board[sq] == EMPTY)
+                men += '1';
+            else
+                men += (ColourOn(sq) == WHITE ? ".knp?rbq" : ".KNP?RBQ")[Board[sq]];
+        }
+        men += rank < 7 ? "/" : "";
+    }
+    for (int right = 0; right < 4; right++) {
+        if (CastleRights >> right & 1)
+            rights += "kqKQ"[right];
+    }
+    return men + (SideToMove == WHITE ? " b " : " w ") + (rights.empty() ? "-" : rights) + " -";
+}
+
+int32_t FlippedScore() {
+    const int32_t quietPlies = FiftyCount;
+    LoadFen(FlippedFen().c_str());
+    FiftyCount = quietPlies;
+    RootSide = ChangeSide(RootSide);
+    const int32_t score = Score();
+    RootSide = ChangeSide(RootSide);
+    return score;
+}
+
+} // namespace
+
+TEST_F(EvaluateTest, ExchangedColoursGiveTheSameScore) {
+    std::vector<std::pair<std::string, int32_t>> positions;
+    WalkPositions(150, [&] { positions.emplace_back(WriteFen(), FiftyCount); });
+    for (const auto& [fen, quietPlies] : positions) {
+        LoadFen(fen.c_str());
+        FiftyCount = quietPlies;
+        const int32_t score = Score();
+        const int32_t phases[] = {current_phase, white_phase, black_phase};
+        const int32_t balance = MaterialScore;
+        ASSERT_EQ(score, FlippedScore()) << fen;
+        EXPECT_EQ(phases[0], current_phase) << fen;
+        EXPECT_EQ(phases[1], black_phase) << fen;
+        EXPECT_EQ(phases[2], white_phase) << fen;
+        EXPECT_EQ(balance, -MaterialScore) << fen;
+    }
+}
+
+TEST_F(EvaluateTest, TheRightToMoveIsWorthLessWithFewerMen) {
+    struct Case {
+        const char* men;
+        int tempo;
+    };
+    for (const Case& c : {
+             Case{"rnbqkbnr/8/8/8/8/8/8/RNBQKBNR", 9},
+             Case{"r1bqkbnr/8/8/8/8/8/8/RNBQKBNR", 8}, // phase 11
+             Case{"r2qkbnr/8/8/8/8/8/8/R2QKBN1", 8},   // 64
+             Case{"r2qkbn1/8/8/8/8/8/8/R2QK1N1", 7},   // 96
+             Case{"rn2k1nr/8/8/8/8/8/8/RN2K1NR", 7},   // 128
+             Case{"r3k1nr/8/8/8/8/8/8/RN2K1NR", 6},    // 139
+             Case{"2r1k1n1/8/8/8/8/8/8/2R1K1N1", 6},   // 192
+             Case{"4k1n1/8/8/8/8/8/8/2R1K1N1", 5},     // 213
+             Case{"4k3/8/8/8/8/8/8/4K3", 5},           // 256
+         }) {
+        SCOPED_TRACE(c.men);
+        LoadFen((std::string(c.men) + " w - -").c_str());
+        const int32_t white = Score();
+        SideToMove = BLACK;
+        EXPECT_EQ(2 * c.tempo, white + Score());
+    }
+}
+
+TEST_F(EvaluateTest, BothPieceSquareSumsCountByThePhaseAndAreTruncated) {
+    struct Case {
+        const char* men;
+        int16_t middlegame, ending;
+        int32_t tempo;
+        int32_t score; // for Black, without the right to move
+    };
+    for (const Case& c : {
+             Case{"rnbqkbnr/8/8/8/8/8/8/RNBQKBNR", -37, 1000, 9, -37}, // phase 0
+             Case{"4k3/8/8/8/8/8/8/4K3", 1000, 53, 5, 53},             // 256
+             // 21 and 235 parts: -7.2 and +7.2.
+             Case{"4k3/8/8/8/8/8/8/R3K3", -10, -7, 5, -507},
+             Case{"4k3/8/8/8/8/8/8/R3K3", 10, 7, 5, -493},
+         }) {
+        SCOPED_TRACE(testing::Message() << c.men << " " << c.middlegame);
+        LoadFen((std::string(c.men) + " b - -").c_str());
+        PstSumA = c.middlegame;
+        PstSumB = c.ending;
+        EXPECT_EQ(c.score, Score() - c.tempo);
+    }
+}
+
+TEST_F(EvaluateTest, ScoresFadeWithQuietPlies) {
+    struct Case {
+        int quietPlies;
+        int16_t sum;
+        int32_t faded, auxiliary;
+    };
+    for (const Case& c : {
+             Case{0, 1000, 1000, 6300},
+             Case{8, 1000, 1000, 6300},
+             Case{9, 1000, 992, 6250},
+             Case{100, 1000, 281, 1771},
+             // Truncated toward zero, not downward.
+             Case{9, -3, -2, 6250},
+             Case{100, -1000, -281, 1771},
+         }) {
+        SCOPED_TRACE(testing::Message() << c.quietPlies << " " << c.sum);
+        LoadFen("4k3/8/8/8/8/8/8/4K3 b - -");
+        PstSumB = c.sum;
+        FiftyCount = c.quietPlies;
+        EXPECT_EQ(c.faded + 5, Score());
+        EXPECT_EQ(c.auxiliary, AuxScore);
+    }
+}
+
+TEST_F(EvaluateTest, MaterialIsBlackLessWhiteAndCountsForItsOwner) {
+    LoadFen("4k2r/pp6/8/8/8/8/P7/4KQ2 w - -");
+    const int32_t white = Score();
+    EXPECT_EQ(700 - 1000, MaterialScore);
+    EXPECT_GT(white, 200);
+    SideToMove = BLACK;
+    EXPECT_LT(Score(), -200);
+}
+
+TEST_F(EvaluateTest, NothingIsLeftOverFromThePositionBefore) {
+    SetStartPosition();
+    for (const Colour side : {WHITE, BLACK}) {
+        optimism[side] = shelter_penalty[side] = Danger[side] = KingAttackScore[side] = 7;
+        EvalMasks[side] = EvalMasks[EVAL_ATTACKS + side] = ~uint64_t{0};
+    }
+    AuxScore = current_phase = white_phase = black_phase = MaterialScore = 7;
+    LoadFen("4k3/8/8/8/8/8/8/4K3 w - -");
+    Score();
+    for (const Colour side : {WHITE, BLACK}) {
+        EXPECT_EQ(0, optimism[side]);
+        EXPECT_EQ(0, shelter_penalty[side]);
+        EXPECT_EQ(0, Danger[side]);
+        EXPECT_EQ(0, KingAttackScore[side]);
+        EXPECT_EQ(0u, EvalMasks[side]);
+    }
+    EXPECT_EQ(256, current_phase);
+    EXPECT_EQ(256, white_phase);
+    EXPECT_EQ(256, black_phase);
+    EXPECT_EQ(0, MaterialScore);
+    EXPECT_EQ(6300, AuxScore);
+}
+
+TEST_F(EvaluateTest, ABoardFullOfQueensIsNoMate) {
+    for (const char* fen : {"QQQQQQQQ/QQQQQQQQ/QQQQQQQQ/QQQQQQQQ/QQQQQQQQ/QQQQQQQQ/k7/K7 w - -",
+                            "qqqqqqqq/qqqqqqqq/qqqqqqqq/qqqqqqqq/qqqqqqqq/qqqqqqqq/K7/k7 w - -"}) {
+        SCOPED_TRACE(fen);
+        LoadFen(fen);
+        EXPECT_EQ(EVAL_LIMIT, std::abs(Score()));
+    }
+}

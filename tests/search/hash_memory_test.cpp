@@ -1,0 +1,107 @@
+#include "search/hash_memory.h"
+
+#include <cstring>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "board/order_tables.h"
+#include "board/position.h"
+#include "support/engine_setup.h"
+
+namespace {
+
+class HashMemoryTest : public testing::Test {
+protected:
+    void SetUp() override {
+        SetUpEngineTables();
+        SetStartPosition();
+        AllocateHashTables();
+    }
+    void TearDown() override {
+        TranspositionCount = DEFAULT_TRANSPOSITION_ENTRIES;
+        PawnHashCount = DEFAULT_PAWN_ENTRIES;
+        FreeHashTables();
+    }
+};
+
+bool StoresAndFinds() {
+    HashStore(60, NO_MOVE, 1, BOUND_EXACT, false, 0);
+    return HashProbe().found;
+}
+
+bool PawnHashIsEmpty() {
+    for (int i = 0; i < PawnHashSlots + PAWN_SPARE_ENTRIES; i++) {
+        uint64_t key = 0;
+        std::memcpy(&key, PawnHashTable + i * PAWN_ENTRY_BYTES, sizeof key);
+        if (key != 1234567)
+            return false;
+    }
+    return true;
+}
+
+// In the child process of a death test: what is printed goes where the test can see it.
+void ShowOutput() {
+    dup2(STDERR_FILENO, STDOUT_FILENO);
+}
+
+} // namespace
+
+TEST_F(HashMemoryTest, MegabytesBecomeEntries) {
+    struct Case {
+        int32_t megabytes;
+        int32_t entries, pawnEntries;
+    };
+    for (const Case& c : {Case{0, 0, 0}, Case{1, 47662, 40329}, Case{10, 476625, 403298},
+                          Case{64, 3050402, 2581110}, Case{4096, 0, 0}, Case{4097, 47662, 40329}}) {
+        SCOPED_TRACE(c.megabytes);
+        ResizeHash(c.megabytes);
+        EXPECT_EQ(c.entries, TranspositionCount);
+        EXPECT_EQ(c.entries > 0, StoresAndFinds());
+        ResizePawnHash(c.megabytes);
+        EXPECT_EQ(c.pawnEntries, PawnHashCount);
+        EXPECT_EQ(c.pawnEntries, PawnHashSlots);
+        EXPECT_TRUE(PawnHashIsEmpty());
+    }
+}
+
+TEST_F(HashMemoryTest, ResizingLosesTheContentsAndStartsTheAgesAnew) {
+    HashAge = 9;
+    ASSERT_TRUE(StoresAndFinds());
+    ResizeHash(2);
+    EXPECT_FALSE(HashProbe().found);
+    EXPECT_EQ(0, HashAge);
+}
+
+TEST_F(HashMemoryTest, ClearingEmptiesEveryTable) {
+    ASSERT_TRUE(StoresAndFinds());
+    std::memset(PawnHashTable, 0, size_t(PawnHashSlots) * PAWN_ENTRY_BYTES);
+    HashAge = 9;
+    ClearAllHashTables();
+    EXPECT_FALSE(HashProbe().found);
+    EXPECT_TRUE(PawnHashIsEmpty());
+    EXPECT_EQ(0, HashAge);
+}
+
+TEST_F(HashMemoryTest, TablesOfNoEntriesCanBeAllocatedAndCleared) {
+    TranspositionCount = PawnHashCount = 0;
+    AllocateHashTables();
+    ClearAllHashTables();
+    EXPECT_FALSE(StoresAndFinds());
+    FreeHashTables();
+    ClearAllHashTables();
+    EXPECT_FALSE(StoresAndFinds());
+}
+
+using HashMemoryDeathTest = HashMemoryTest;
+
+TEST_F(HashMemoryDeathTest, ShortMemoryEndsTheProcess) {
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    const char* text = "An error occured while memory allocation!\n";
+    const auto exits = testing::ExitedWithCode(1);
+    EXPECT_EXIT((ShowOutput(), ResizeHash(2048)), exits, text);
+    EXPECT_EXIT((ShowOutput(), ResizeHash(-1)), exits, text);
+    EXPECT_EXIT((ShowOutput(), ResizePawnHash(3000)), exits, text);
+    EXPECT_EXIT((ShowOutput(), TranspositionCount = -5, AllocateHashTables()), exits, text);
+    EXPECT_EXIT((ShowOutput(), PawnHashCount = -5, AllocateHashTables()), exits, text);
+}

@@ -1,0 +1,248 @@
+#include "search/ordering.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include <gtest/gtest.h>
+
+#include "board/fen.h"
+#include "board/make_move.h"
+#include "search/state.h"
+#include "support/engine_setup.h"
+
+namespace {
+
+constexpr Move KnightOut = MoveWord(6, 21, KNIGHT);
+constexpr Move PawnUp = MoveWord(12, 28, PAWN);
+constexpr Move BishopOut = MoveWord(5, 33, BISHOP);
+
+class OrderingTest : public testing::Test {
+protected:
+    void SetUp() override {
+        SetUpEngineTables();
+        Forget();
+    }
+    void TearDown() override {
+        Forget();
+    }
+    static void Forget() {
+        SetStartPosition();
+        ClearHistory();
+        ClearEvasionReplies();
+        ClearCaptureStats();
+        ClearKillers();
+        HashAge = 0;
+        SearchPly = 0;
+        MoveStackTop = 0;
+    }
+};
+
+int32_t History(Move move, int slice = 0) {
+    return HistoryTable[HistoryIndex(move, slice, SideToMove)];
+}
+
+} // namespace
+
+TEST_F(OrderingTest, PicksTheHighestAndOfEqualsTheEarliest) {
+    constexpr int32_t scores[] = {-900, 5, 70, 5, 70, 0};
+    for (int i = 0; i < 6; i++)
+        MoveStack[10 + i] = {Move(i), scores[i]};
+    Move picked[6] = {};
+    for (int i = 0; i < 6; i++) {
+        PickMove(10 + i, 16);
+        picked[i] = MoveStack[10 + i].move;
+    }
+    // A pick exchanges two entries: so the first 5 comes to lie behind the second.
+    constexpr Move expected[6] = {2, 4, 3, 1, 5, 0};
+    for (int i = 0; i < 6; i++)
+        EXPECT_EQ(expected[i], picked[i]) << i;
+}
+
+TEST_F(OrderingTest, RewardsGrowWithTheDepth) {
+    struct Case {
+        int32_t depth, value;
+    };
+    for (const Case& c : {Case{60, 1820}, Case{119, 1820}, Case{120, 3800}, Case{180, 4949},
+                          Case{600, 8366}, Case{899, 9324}, Case{900, 9516}, Case{6000, 9516}}) {
+        SCOPED_TRACE(c.depth);
+        ClearHistory();
+        RewardQuiet(KnightOut, c.depth, 0);
+        EXPECT_EQ(c.value, History(KnightOut));
+    }
+}
+
+TEST_F(OrderingTest, HistoryStaysBetweenZeroAndItsLimit) {
+    for (int i = 0; i < 1000; i++) {
+        RewardQuiet(KnightOut, 6000, 0);
+        ASSERT_LE(History(KnightOut), 32700);
+    }
+    EXPECT_GT(History(KnightOut), 32690);
+    for (int i = 0; i < 1000; i++) {
+        PenaliseQuiet(KnightOut, 6000, 0);
+        ASSERT_GE(History(KnightOut), 0);
+    }
+    EXPECT_LT(History(KnightOut), 10);
+}
+
+TEST_F(OrderingTest, APenaltyTakesTheSameShareBack) {
+    HistoryTable[HistoryIndex(KnightOut, 1, WHITE)] = 32700;
+    PenaliseQuiet(KnightOut, 60, 1);
+    EXPECT_EQ(32700 - 1820, History(KnightOut, 1));
+    EXPECT_EQ(0, History(KnightOut, 0));
+}
+
+TEST_F(OrderingTest, SlicesAndSidesLearnApart) {
+    RewardQuiet(KnightOut, 60, 1);
+    EXPECT_EQ(0, History(KnightOut, 0));
+    EXPECT_EQ(1820, History(KnightOut, 1));
+    SideToMove = BLACK;
+    EXPECT_EQ(0, History(KnightOut, 1));
+}
+
+TEST_F(OrderingTest, ARewardBelowOnePlyLeavesATrace) {
+    struct Case {
+        int32_t depth;
+        const char* trace;
+    };
+    for (const Case& c : {Case{0, "?"}, Case{59, "?"}, Case{-59, "?"}, Case{60, ""}}) {
+        SCOPED_TRACE(c.depth);
+        testing::internal::CaptureStdout();
+        RewardQuiet(KnightOut, c.depth, 0);
+        EXPECT_EQ(c.trace, testing::internal::GetCapturedStdout());
+    }
+}
+
+TEST_F(OrderingTest, TheLatestKillerIsTheFirst) {
+    SearchPly = 3;
+    const auto& killers = PlyStates[3].killers[WHITE];
+    RewardQuiet(KnightOut, 60, 0);
+    RewardQuiet(KnightOut, 60, 0);
+    EXPECT_EQ(KnightOut, killers[0]);
+    EXPECT_EQ(NO_MOVE, killers[1]);
+    RewardQuiet(PawnUp, 60, 0);
+    RewardQuiet(PawnUp, 60, 0);
+    EXPECT_EQ(PawnUp, killers[0]);
+    EXPECT_EQ(KnightOut, killers[1]);
+    // One that comes back changes places.
+    RewardQuiet(KnightOut, 60, 0);
+    EXPECT_EQ(KnightOut, killers[0]);
+    EXPECT_EQ(PawnUp, killers[1]);
+
+    SideToMove = BLACK;
+    RewardQuiet(BishopOut, 60, 0);
+    EXPECT_EQ(KnightOut, killers[0]);
+    EXPECT_EQ(BishopOut, PlyStates[3].killers[BLACK][0]);
+    EXPECT_EQ(NO_MOVE, PlyStates[2].killers[WHITE][0]);
+}
+
+TEST_F(OrderingTest, AKillerMustFitThePosition) {
+    constexpr Move rookUp = MoveWord(0, 24, ROOK); // a1-a4
+    constexpr Move rookTakes = MoveWord(0, 24, ROOK, KNIGHT);
+    constexpr Move doubleStep = MoveWord(11, 27, PAWN); // d2-d4
+    struct Case {
+        const char* name;
+        const char* fen;
+        Move move;
+        bool fits;
+    };
+    for (const Case& c : {
+             Case{"free", "4k3/8/8/8/8/8/8/R3K3 w - -", rookUp, true},
+             Case{"blocked", "4k3/8/8/8/8/8/P7/R3K3 w - -", rookUp, false},
+             Case{"onto an own man", "4k3/8/8/8/P7/8/8/R3K3 w - -", rookUp, false},
+             Case{"onto a man", "4k3/8/8/8/n7/8/8/R3K3 w - -", rookUp, false},
+             Case{"the same man to take", "4k3/8/8/8/n7/8/8/R3K3 w - -", rookTakes, true},
+             Case{"another man to take", "4k3/8/8/8/b7/8/8/R3K3 w - -", rookTakes, false},
+             Case{"an own man to take", "4k3/8/8/8/N7/8/8/R3K3 w - -", rookTakes, false},
+             Case{"gone", "4k3/8/8/8/8/8/8/4K3 w - -", rookUp, false},
+             Case{"another man there", "4k3/8/8/8/8/8/8/Q3K3 w - -", rookUp, false},
+             Case{"the enemy's man there", "4k3/8/8/8/8/8/8/r3K3 w - -", rookUp, false},
+             Case{"a double step", "4k3/8/8/8/8/8/3P4/4K3 w - -", doubleStep, true},
+             Case{"a double step blocked", "4k3/8/8/8/8/3n4/3P4/4K3 w - -", doubleStep, false},
+             Case{"a knight jumps", "4k3/8/8/8/8/8/4PPPP/4KBNR w - -", KnightOut, true},
+             Case{"none", "4k3/8/8/8/8/8/8/R3K3 w - -", NO_MOVE, false},
+             Case{"none on an empty corner", "4k3/8/8/8/8/8/8/4K3 w - -", NO_MOVE, false},
+             Case{"castling", "4k3/8/8/8/8/8/8/R3K2R w KQ -", WHITE_CASTLES_SHORT, true},
+             Case{"castling long", "4k3/8/8/8/8/8/8/R3K2R w KQ -", WHITE_CASTLES_LONG, true},
+             Case{"castling without the right", "4k3/8/8/8/8/8/8/R3K2R w Q -", WHITE_CASTLES_SHORT,
+                  false},
+             Case{"castling over an attacked square", "4kr2/8/8/8/8/8/8/R3K2R w KQ -",
+                  WHITE_CASTLES_SHORT, false},
+             Case{"castling onto an attacked square", "4k1r1/8/8/8/8/8/8/R3K2R w KQ -",
+                  WHITE_CASTLES_SHORT, false},
+             Case{"castling with b1 attacked", "1r2k3/8/8/8/8/8/8/R3K2R w KQ -", WHITE_CASTLES_LONG,
+                  true},
+             Case{"castling with b1 occupied", "4k3/8/8/8/8/8/8/RN2K2R w KQ -", WHITE_CASTLES_LONG,
+                  false},
+             Case{"castling with the other king", "r3k2r/8/8/8/8/8/8/R3K2R b KQkq -",
+                  WHITE_CASTLES_SHORT, false},
+             Case{"black castling", "r3k2r/8/8/8/8/8/8/R3K2R b KQkq -", BLACK_CASTLES_LONG, true},
+         }) {
+        SCOPED_TRACE(c.name);
+        LoadFen(c.fen);
+        EXPECT_EQ(c.fits, KillerFits(c.move));
+    }
+}
+
+TEST_F(OrderingTest, AReplyToCheckIsRememberedForThatCheck) {
+    LoadFen("4k3/8/8/8/8/8/3P4/r3K3 w - -");
+    const Move reply = MoveWord(4, 12, KING);
+    RememberEvasion(reply); // no move was played here: nothing to remember it by
+    for (const Move move : EvasionReply)
+        ASSERT_EQ(NO_MOVE, move);
+
+    LoadFen("4k3/8/8/8/8/r7/3P4/4K3 b - -");
+    const Move check = MoveWord(16, 0, ROOK);
+    MakeMove(check, true);
+    RememberEvasion(reply);
+    EXPECT_EQ(reply, EvasionReply[EvasionReplyIndex(check, 4, WHITE)]);
+}
+
+TEST_F(OrderingTest, LosingCapturesAreCountedAndHalved) {
+    const Move capture = MoveWord(1, 28, QUEEN, PAWN);
+    const int slot = CaptureStatsIndex(capture, BLACK);
+    HashAge = 3;
+    for (int i = 0; i < 64; i++)
+        UpdateCaptureStats(capture, BLACK, i % 2 == 0);
+    EXPECT_EQ(64, CaptureStats.tries[slot]);
+    EXPECT_EQ(32, CaptureStats.successes[slot]);
+    UpdateCaptureStats(capture, BLACK, true);
+    EXPECT_EQ(32, CaptureStats.tries[slot]);
+    EXPECT_EQ(16, CaptureStats.successes[slot]);
+    EXPECT_EQ(0, CaptureStats.tries[CaptureStatsIndex(capture, WHITE)]);
+
+    // What an earlier search counted is forgotten.
+    HashAge = 4;
+    UpdateCaptureStats(capture, BLACK, false);
+    EXPECT_EQ(1, CaptureStats.tries[slot]);
+    EXPECT_EQ(0, CaptureStats.successes[slot]);
+    EXPECT_EQ(4, CaptureStats.stamp[slot]);
+}
+
+TEST_F(OrderingTest, ANewSearchKeepsAFaintPreference) {
+    for (const bool keep : {true, false}) {
+        SCOPED_TRACE(keep);
+        std::fill(std::begin(HistoryTable), std::end(HistoryTable), 32700);
+        HistoryTable[HISTORY_ENTRIES - 1] = 255;
+        AgeOrdering(keep);
+        EXPECT_EQ(keep ? 127 : 0, HistoryTable[0]);
+        EXPECT_EQ(keep ? 127 : 0, HistoryTable[HISTORY_ENTRIES - 2]);
+        EXPECT_EQ(0, HistoryTable[HISTORY_ENTRIES - 1]);
+    }
+}
+
+TEST_F(OrderingTest, ANewSearchFindsTheKillersTwoPliesDown) {
+    for (int ply = 0; ply < PLY_STATES; ply++) {
+        for (const Colour side : {WHITE, BLACK}) {
+            PlyStates[ply].killers[side][0] = Move(ply * 4 + side * 2 + 1);
+            PlyStates[ply].killers[side][1] = Move(ply * 4 + side * 2 + 2);
+        }
+    }
+    AgeOrdering(true);
+    for (int ply = 0; ply < PLY_STATES; ply++) {
+        const int from = ply < 192 ? ply + 2 : ply;
+        for (const Colour side : {WHITE, BLACK}) {
+            ASSERT_EQ(Move(from * 4 + side * 2 + 1), PlyStates[ply].killers[side][0]) << ply;
+            ASSERT_EQ(Move(from * 4 + side * 2 + 2), PlyStates[ply].killers[side][1]) << ply;
+        }
+    }
+}

@@ -1,0 +1,383 @@
+#include "search/transposition.h"
+
+#include <algorithm>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "board/fen.h"
+#include "board/make_move.h"
+#include "board/order_tables.h"
+#include "board/position.h"
+#include "search/state.h"
+#include "support/engine_setup.h"
+
+namespace {
+
+constexpr Move SomeMove = MoveWord(12, 28, PAWN);
+constexpr Move OtherMove = MoveWord(6, 21, KNIGHT);
+
+// A table of its own for every test, of exactly the size that it may use.
+class TranspositionTest : public testing::Test {
+protected:
+    void SetUp() override {
+        SetUpEngineTables();
+        SetStartPosition();
+        UseTable(1);
+        SearchPly = 0;
+        HashFilledCount = 0;
+    }
+    void TearDown() override {
+        SetStartPosition();
+        SearchPly = 0;
+        HashFilledCount = 0;
+        SetTranspositionMemory(nullptr, 0);
+    }
+    void UseTable(int32_t count) {
+        memory.assign(size_t(count + TRANSPOSITION_SPARE_ENTRIES) * TRANSPOSITION_ENTRY_BYTES, 0);
+        SetTranspositionMemory(memory.data(), count);
+        ClearHash();
+    }
+
+    std::vector<uint8_t> memory;
+};
+
+// Positions are told apart by their keys alone, so that a test can say which ones meet in a bucket.
+// In a table of one entry all do.
+void GoTo(uint64_t key) {
+    PosKey = key;
+}
+
+void Store(uint64_t key, int32_t depth, uint16_t hintBits = 0) {
+    GoTo(key);
+    HashStore(depth, SomeMove, 10, BOUND_EXACT, false, hintBits);
+}
+
+HashHit Probe(uint64_t key) {
+    GoTo(key);
+    return HashProbe();
+}
+
+} // namespace
+
+TEST_F(TranspositionTest, GivesBackWhatWasStored) {
+    const Move longest = MoveWord(63, 63, QUEEN, QUEEN, QUEEN);
+    for (const Colour side : {WHITE, BLACK}) {
+        for (const Move move : {NO_MOVE, SomeMove, longest}) {
+            for (const bool threat : {false, true}) {
+                SCOPED_TRACE(testing::Message() << side << " " << move << " " << threat);
+                ClearHash();
+                SideToMove = side;
+                HashStore(TABLEBASE_DEPTH, move, -345, BOUND_LOWER, threat, 0x8001);
+                const HashHit hit = HashProbe();
+                ASSERT_TRUE(hit.found);
+                EXPECT_EQ(move, hit.move);
+                EXPECT_EQ(-345, hit.score);
+                EXPECT_EQ(TABLEBASE_DEPTH, hit.depth);
+                EXPECT_EQ(BOUND_LOWER, hit.bound);
+                EXPECT_EQ(threat, hit.mateThreat);
+                EXPECT_EQ(0x8001, hit.hintBits);
+            }
+        }
+    }
+}
+
+TEST_F(TranspositionTest, MissesTellNothing) {
+    const HashHit hit = HashProbe();
+    EXPECT_FALSE(hit.found);
+    EXPECT_EQ(NO_MOVE, hit.move);
+    EXPECT_EQ(0, hit.depth);
+    EXPECT_EQ(BOUND_NONE, hit.bound);
+    EXPECT_FALSE(hit.mateThreat);
+    EXPECT_EQ(0, hit.hintBits);
+}
+
+TEST_F(TranspositionTest, TheOtherSideToMoveNeverMatches) {
+    Store(1, 60);
+    SideToMove = BLACK;
+    EXPECT_FALSE(HashProbe().found);
+    HashStore(120, OtherMove, 20, BOUND_UPPER, false, 0);
+    EXPECT_EQ(OtherMove, HashProbe().move);
+    SideToMove = WHITE;
+    EXPECT_EQ(SomeMove, HashProbe().move);
+}
+
+// Two positions fill the bucket, a third one comes.
+TEST_F(TranspositionTest, AThirdPositionTakesTheSlotThatIsTheSmallerLoss) {
+    struct Case {
+        const char* name;
+        int32_t firstDepth;
+        bool firstStale;
+        int32_t secondDepth;
+        bool secondStale;
+        int32_t depth;
+        int replaced; // 0 or 1, or none of them
+    };
+    constexpr int none = 2;
+    for (const Case& c : {
+             Case{"the shallower of two current ones", 240, false, 180, false, 180, 1},
+             Case{"the shallower of two current ones, first", 180, false, 240, false, 180, 0},
+             Case{"no deeper current one", 240, false, 180, false, 179, none},
+             Case{"the first of equally deep ones", 180, false, 180, false, 180, 0},
+             Case{"a stale one, however deep", 6000, true, 60, false, 0, 0},
+             Case{"a stale one, however deep, second", 60, false, 6000, true, 0, 1},
+             Case{"the shallower of two stale ones", 300, true, 240, true, 0, 1},
+             Case{"the first of two stale ones alike", 240, true, 240, true, 0, 0},
+         }) {
+        SCOPED_TRACE(c.name);
+        ClearHash();
+        HashAge = c.firstStale ? 4 : 5;
+        Store(1, c.firstDepth);
+        HashAge = c.secondStale ? 4 : 5;
+        Store(2, c.secondDepth);
+        HashAge = 5;
+        Store(3, c.depth);
+        EXPECT_EQ(c.replaced != 0, Probe(1).found);
+        EXPECT_EQ(c.replaced != 1, Probe(2).found);
+        EXPECT_EQ(c.replaced != none, Probe(3).found);
+    }
+}
+
+TEST_F(TranspositionTest, TheSamePositionIsReplacedUnlessItWasDeeper) {
+    struct Case {
+        const char* name;
+        int32_t before, depth;
+        int16_t ageBefore;
+        bool replaced;
+    };
+    for (const Case& c : {
+             Case{"deeper", 120, 121, 5, true},
+             Case{"equal", 120, 120, 5, true},
+             Case{"shallower", 120, 119, 5, false},
+             Case{"shallower than an old one", 120, 119, 4, false},
+         }) {
+        for (const uint64_t key : {1, 2}) { // in the first slot, in the second
+            SCOPED_TRACE(testing::Message() << c.name << " " << key);
+            ClearHash();
+            HashAge = c.ageBefore;
+            Store(1, c.before, 1);
+            Store(2, c.before, 1);
+            HashAge = 5;
+            GoTo(key);
+            HashStore(c.depth, OtherMove, 20, BOUND_LOWER, true, 2);
+            const HashHit hit = HashProbe();
+            ASSERT_TRUE(hit.found);
+            EXPECT_EQ(c.replaced ? c.depth : c.before, hit.depth);
+            EXPECT_EQ(c.replaced ? OtherMove : SomeMove, hit.move);
+            EXPECT_EQ(c.replaced ? BOUND_LOWER : BOUND_EXACT, hit.bound);
+            EXPECT_EQ(3, hit.hintBits);
+            EXPECT_EQ(1, Probe(3 - key).hintBits);
+        }
+    }
+}
+
+TEST_F(TranspositionTest, AHitAndADroppedStoreKeepAnEntryYoung) {
+    for (const bool store : {false, true}) {
+        SCOPED_TRACE(store);
+        ClearHash();
+        HashAge = 4;
+        Store(1, 240);
+        Store(2, 300);
+        HashAge = 5;
+        if (store)
+            Store(1, 0);
+        else
+            Probe(1);
+        Store(3, 60);
+        EXPECT_TRUE(Probe(1).found);
+        EXPECT_FALSE(Probe(2).found);
+        EXPECT_TRUE(Probe(3).found);
+    }
+}
+
+TEST_F(TranspositionTest, AnEmptySlotEndsTheScan) {
+    Store(1, 60);
+    Store(2, 60);
+    constexpr int flagsAt = 14;
+    std::fill_n(memory.begin() + flagsAt, 4, uint8_t{0});
+    EXPECT_FALSE(Probe(2).found);
+    // The empty slot is taken, though the position stands behind it.
+    Store(2, 0);
+    EXPECT_EQ(0, Probe(2).depth);
+}
+
+TEST_F(TranspositionTest, QuiescenceLeavesSearchedResultsAsTheyAre) {
+    Store(1, 60, 1);
+    Store(2, 60);
+    GoTo(1);
+    HashStoreQuiescence(OtherMove, 20, BOUND_LOWER, 2);
+    EXPECT_EQ(SomeMove, HashProbe().move);
+    EXPECT_EQ(3, HashProbe().hintBits);
+    GoTo(3);
+    HashStoreQuiescence(OtherMove, 20, BOUND_LOWER, 2);
+    EXPECT_FALSE(HashProbe().found);
+
+    HashAge++; // the entry of the second position grows stale, the first is refreshed
+    Probe(1);
+    GoTo(3);
+    HashStoreQuiescence(OtherMove, 20, BOUND_LOWER, 2);
+    EXPECT_EQ(OtherMove, HashProbe().move);
+    EXPECT_EQ(0, HashProbe().depth);
+    HashStoreQuiescence(SomeMove, 30, BOUND_UPPER, 1);
+    EXPECT_EQ(SomeMove, HashProbe().move);
+    EXPECT_EQ(3, HashProbe().hintBits);
+}
+
+TEST_F(TranspositionTest, MatesAreCountedFromTheNode) {
+    struct Case {
+        int32_t score;
+        BoundType bound;
+        int32_t stored; // at ply 5
+        int32_t fromPly9;
+    };
+    for (const Case& c : {
+             Case{MATE - 8, BOUND_EXACT, MATE - 3, MATE - 12},
+             Case{8 - MATE, BOUND_EXACT, 3 - MATE, 12 - MATE},
+             Case{31000, BOUND_EXACT, 31000, 31000},
+             Case{-31000, BOUND_EXACT, -31000, -31000},
+             Case{31001, BOUND_EXACT, 31006, 30997},
+             Case{250, BOUND_EXACT, 250, 250},
+             // Bounds say only that there is a mate.
+             Case{MATE - 8, BOUND_LOWER, 31000, 31000},
+             Case{31000, BOUND_LOWER, 31000, 31000},
+             Case{8 - MATE, BOUND_LOWER, 8 - MATE, 12 - MATE},
+             Case{8 - MATE, BOUND_UPPER, -31000, -31000},
+             Case{-30999, BOUND_UPPER, -30999, -30999},
+             Case{-31000, BOUND_UPPER, -31000, -31000},
+         }) {
+        SCOPED_TRACE(testing::Message() << c.score << " " << c.bound);
+        ClearHash();
+        SearchPly = 5;
+        HashStore(60, SomeMove, c.score, c.bound, false, 0);
+        SearchPly = 9;
+        EXPECT_EQ(c.stored, HashProbe().score);
+        if (c.bound == BOUND_EXACT) {
+            EXPECT_EQ(c.fromPly9, MateFromHash(HashProbe().score));
+        }
+    }
+}
+
+TEST_F(TranspositionTest, TheLastIndexReachesIntoTheSpareEntries) {
+    constexpr int32_t count = 7;
+    UseTable(count);
+    // Both keys leave the remainder 6.
+    GoTo(0);
+    const uint64_t castling = HashKey();
+    const uint64_t first = (castling & ~uint64_t{0xffffffff}) | (7 * 1000 + 6);
+    const uint64_t second = first + 7;
+    Store(first ^ castling, 60);
+    Store(second ^ castling, 120);
+    EXPECT_EQ(60, Probe(first ^ castling).depth);
+    EXPECT_EQ(120, Probe(second ^ castling).depth);
+    const auto behind = memory.begin() + (count + 1) * TRANSPOSITION_ENTRY_BYTES;
+    constexpr int depthAt = 8;
+    EXPECT_EQ(120, *(behind - TRANSPOSITION_ENTRY_BYTES + depthAt));
+    // Nothing but the emptying is ever written behind it.
+    for (auto slot = behind; slot != memory.end(); slot += TRANSPOSITION_ENTRY_BYTES)
+        EXPECT_TRUE(std::all_of(slot + depthAt, slot + TRANSPOSITION_ENTRY_BYTES,
+                                [](uint8_t byte) { return byte == 0; }));
+}
+
+TEST_F(TranspositionTest, WithoutEntriesNothingIsStored) {
+    std::vector<uint8_t> spare(TRANSPOSITION_SPARE_ENTRIES * TRANSPOSITION_ENTRY_BYTES, 0);
+    for (uint8_t* base : {spare.data(), static_cast<uint8_t*>(nullptr)}) {
+        SetTranspositionMemory(base, 0);
+        ClearHash();
+        Store(1, 60);
+        EXPECT_FALSE(Probe(1).found);
+        EXPECT_EQ(0, HashFilledCount);
+        HashFilledCount = 5;
+        EXPECT_EQ(0, HashFull());
+        HashFilledCount = 0;
+    }
+}
+
+TEST_F(TranspositionTest, TheEnPassantFileCountsWhereAPawnStandsReady) {
+    struct Case {
+        const char* name;
+        const char* stepped; // the pawn that has just made a double step is named
+        const char* quiet;
+        bool differs;
+    };
+    for (const Case& c : {
+             Case{"beside, left", "4k3/8/8/8/3pP3/8/8/4K3 b - e4", "4k3/8/8/8/3pP3/8/8/4K3 b - -",
+                  true},
+             Case{"beside, right", "4k3/8/8/8/4Pp2/8/8/4K3 b - e4", "4k3/8/8/8/4Pp2/8/8/4K3 b - -",
+                  true},
+             Case{"white takes", "4k3/8/8/2Pp4/8/8/8/4K3 w - d5", "4k3/8/8/2Pp4/8/8/8/4K3 w - -",
+                  true},
+             Case{"nobody beside", "4k3/8/8/8/4P1p1/8/8/4K3 b - e4",
+                  "4k3/8/8/8/4P1p1/8/8/4K3 b - -", false},
+             Case{"a knight beside", "4k3/8/8/8/3nP3/8/8/4K3 b - e4",
+                  "4k3/8/8/8/3nP3/8/8/4K3 b - -", false},
+             Case{"its own pawn beside", "4k3/8/8/8/3PP3/8/8/4K3 b - e4",
+                  "4k3/8/8/8/3PP3/8/8/4K3 b - -", false},
+             Case{"round the left edge", "4k3/8/8/8/P7/7p/8/4K3 b - a4",
+                  "4k3/8/8/8/P7/7p/8/4K3 b - -", false},
+             Case{"round the right edge", "4k3/8/8/p7/7P/8/8/4K3 b - h4",
+                  "4k3/8/8/p7/7P/8/8/4K3 b - -", false},
+         }) {
+        SCOPED_TRACE(c.name);
+        LoadFen(c.quiet);
+        const uint64_t quiet = HashKey();
+        LoadFen(c.stepped);
+        ASSERT_EQ(1, Ply);
+        EXPECT_EQ(c.differs, HashKey() != quiet);
+        MakeNullMove();
+        UnmakeNullMove();
+        EXPECT_EQ(c.differs, HashKey() != quiet);
+    }
+}
+
+TEST_F(TranspositionTest, CastlingRightsAreAnotherPosition) {
+    LoadFen("r3k2r/8/8/8/8/8/8/R3K2R w KQkq -");
+    const uint64_t all = HashKey();
+    for (int rights = 0; rights < ALL_CASTLE_RIGHTS; rights++) {
+        CastleRights = rights;
+        EXPECT_NE(all, HashKey()) << rights;
+    }
+}
+
+TEST_F(TranspositionTest, CountsTheSlotsThatThisSearchFilled) {
+    UseTable(1000);
+    HashAge = 1;
+    for (uint64_t key = 0; key < 20; key++)
+        Store(key * 40, 60);
+    EXPECT_EQ(20, HashFilledCount);
+    EXPECT_EQ(20, HashFull());
+    Store(0, 120);
+    EXPECT_EQ(20, HashFilledCount);
+
+    // What a new search finds and refreshes is not its own.
+    HashAge = 2;
+    HashFilledCount = 0;
+    Probe(40);
+    Store(40, 120);
+    EXPECT_EQ(0, HashFilledCount);
+    UseTable(1);
+    Store(1, 60);
+    Store(2, 120);
+    HashAge = 3;
+    HashFilledCount = 0;
+    Store(3, 0);
+    EXPECT_EQ(1, HashFilledCount);
+}
+
+TEST_F(TranspositionTest, TheLargestTableCanBeFull) {
+    SetTranspositionMemory(memory.data(), 48806446);
+    HashFilledCount = 48806446;
+    EXPECT_EQ(1000, HashFull());
+    HashFilledCount = 40000000;
+    EXPECT_EQ(819, HashFull());
+}
+
+TEST_F(TranspositionTest, ClearingEmptiesEverySlotAndSetsTheAgeBack) {
+    UseTable(3);
+    for (uint64_t key = 0; key < 40; key++)
+        Store(key, 60);
+    HashAge = 77;
+    ClearHash();
+    EXPECT_EQ(0, HashAge);
+    for (uint64_t key = 0; key < 40; key++)
+        EXPECT_FALSE(Probe(key).found) << key;
+}
