@@ -239,7 +239,7 @@ static void RememberSearch() {
         std::copy(RecentSearches + 1, RecentSearches + SEARCH_RECORDS, RecentSearches);
     else
         RecentSearchCount++;
-    RecentSearches[RecentSearchCount - 1] = {RootScores[0], PosKey, Ply};
+    RecentSearches[RecentSearchCount - 1] = {RootScores[0], PosKey};
 }
 
 bool Think() {

@@ -15,7 +15,6 @@ extern Move BestMove;
 struct SearchRecord {
     int32_t score;
     uint64_t posKey; // the position searched
-    int32_t gamePly;
 };
 constexpr int SEARCH_RECORDS = 10;
 extern SearchRecord RecentSearches[SEARCH_RECORDS];

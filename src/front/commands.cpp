@@ -1,0 +1,372 @@
+#include "front/commands.h"
+
+#include <algorithm>
+#include <cinttypes>
+#include <cstdio>
+#include <cstdlib>
+
+#include "board/board_view.h"
+#include "board/fen.h"
+#include "board/legal_moves.h"
+#include "board/order_tables.h"
+#include "board/perft.h"
+#include "book/book.h"
+#include "front/edit_board.h"
+#include "front/game.h"
+#include "front/help.h"
+#include "front/notation.h"
+#include "platform/clock.h"
+#include "platform/signals.h"
+#include "search/driver.h"
+#include "search/hash_memory.h"
+#include "search/limits.h"
+#include "search/pruning_margins.h"
+#include "search/root.h"
+#include "search/state.h"
+#include "tablebase/registry.h"
+
+namespace {
+
+// A clock that was given never reads as none or as infinite.
+constexpr int64_t LONGEST_CLOCK = INFINITE_TIME - 1;
+
+} // namespace
+
+// A number of larger units as hundredths of a second, within what a clock can show.
+static int32_t Hundredths(int64_t number, int64_t factor) {
+    return int32_t(std::clamp<int64_t>(number * factor, -LONGEST_CLOCK, LONGEST_CLOCK));
+}
+
+// A clock that has run out still shows the smallest time there is.
+static int32_t RemainingTime(int64_t hundredths) {
+    return int32_t(std::clamp<int64_t>(hundredths, 1, LONGEST_CLOCK));
+}
+
+// The engine takes the side to move and answers.
+static void StartThinking() {
+    EngineSide = SideToMove;
+    Think();
+}
+
+static void PrintLine(const char* line) {
+    std::puts(line);
+    std::fflush(stdout);
+}
+
+void QuitProgram(const CommandLine&) {
+    std::fflush(stdout);
+    std::exit(0);
+}
+
+void CleanTables(const CommandLine&) {
+    ClearAllHashTables();
+    ClearPlyStates();
+    ClearHistory();
+    ClearEvasionReplies();
+    ForgetLastScore();
+}
+
+void PlayTypedMove(const CommandLine& line) {
+    const Move move = MoveFromText(line.text);
+    if (!IsLegal(move)) {
+        std::printf("Illegal move: %s\n", line.text.c_str());
+        std::fflush(stdout);
+        return;
+    }
+    PlayMove(move);
+    if (ForceMode)
+        return;
+    GoPonder = false;
+    SearchMoveCount = 0;
+    PlayByBaseTime = true;
+    StartThinking();
+}
+
+void ShowHelpPages(const CommandLine&) {
+    ShowHelp();
+}
+
+void StartNewGame(const CommandLine&) {
+    NewGame();
+}
+
+void PostOn(const CommandLine&) {
+    PostThinking = true;
+}
+
+void PostOff(const CommandLine&) {
+    PostThinking = false;
+}
+
+void ResetGame(const CommandLine&) {
+    ClearHistory();
+    ClearPlyStates();
+    ForgetLastScore();
+}
+
+void SetLevel(const CommandLine& line) {
+    MovesToGo = false;
+    MovesPerPeriod = line.Number(1, MovesPerPeriod);
+    if (line.Arguments() >= 4) {
+        BaseTime = Hundredths(line.Number(2) * int64_t{60} + line.Number(3), 100);
+        OwnIncrement = OpponentIncrement = Hundredths(line.Number(4), 100);
+        return;
+    }
+    if (line.Arguments() >= 2)
+        BaseTime = Hundredths(line.Number(2), 6000);
+    if (line.Arguments() >= 3)
+        OwnIncrement = OpponentIncrement = Hundredths(line.Number(3), 100);
+}
+
+void ShowMoves(const CommandLine&) {
+    std::printf("-------------- Legal moves: ----------------\n");
+    SearchMoveCount = 0;
+    PrepareRoot();
+    for (int i = 0; i < RootMoveCount; i++)
+        std::printf("%s (%d); ", MoveText(RootMove(i)).c_str(), MoveStack[i].score);
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+void EnterEdit(const CommandLine&) {
+    EditBoard();
+}
+
+void LoadPosition(const CommandLine& line) {
+    constexpr size_t fenOffset = 8; // the keyword and one blank
+    ForgetLastScore();
+    LoadFen(line.text.size() > fenOffset ? line.text.c_str() + fenOffset : "");
+}
+
+void RunPerft(const CommandLine& line) {
+    if (line.Arguments() < 1 || line.Number(1) < 1)
+        return;
+    // Timing begins on the edge of a tick.
+    const int64_t tick = ClockMilliseconds();
+    int64_t start = tick;
+    while (start == tick)
+        start = ClockMilliseconds();
+    const uint64_t leaves = CountPerft(std::min(line.Number(1), MAX_PERFT_DEPTH));
+    std::printf("total moves = %" PRIu64 " time = %.2f\n", leaves,
+                double(ClockMilliseconds() - start) / 1000.0);
+    std::fflush(stdout);
+}
+
+void SetDepth(const CommandLine& line) {
+    DepthLimit = line.Number(1, DepthLimit);
+}
+
+template <int Band> void SetPruneMargin(const CommandLine& line) {
+    PruneBands[Band].margin = line.Number(1, PruneBands[Band].margin);
+}
+template <int Band> void SetPruneCoefficient(const CommandLine& line) {
+    PruneBands[Band].coefficient = line.Number(1, PruneBands[Band].coefficient);
+}
+template void SetPruneMargin<0>(const CommandLine&);
+template void SetPruneMargin<1>(const CommandLine&);
+template void SetPruneMargin<2>(const CommandLine&);
+template void SetPruneCoefficient<0>(const CommandLine&);
+template void SetPruneCoefficient<1>(const CommandLine&);
+template void SetPruneCoefficient<2>(const CommandLine&);
+
+void SetMoveTime(const CommandLine& line) {
+    if (line.Arguments() >= 1)
+        FixedTime = Hundredths(line.Number(1), 100);
+}
+
+// Sets the search's limits back before a `go` with parameters of its own.
+static void ResetSearchLimits() {
+    OwnTime = OpponentTime = NO_CLOCK;
+    PlayByBaseTime = MovesToGo = false;
+    MovesPerPeriod = 0;
+    FixedTime = 0;
+    DepthLimit = UNLIMITED_DEPTH;
+    OwnIncrement = OpponentIncrement = 0;
+    NodeLimit = 0;
+}
+
+static void SetClock(Colour side, int32_t milliseconds) {
+    const int32_t time = RemainingTime(milliseconds / 10);
+    if (side == SideToMove)
+        OwnTime = BaseTime = time;
+    else
+        OpponentTime = time;
+}
+
+static void SetIncrement(Colour side, int32_t milliseconds) {
+    (side == SideToMove ? OwnIncrement : OpponentIncrement) = milliseconds / 10;
+}
+
+namespace {
+
+// A parameter of `go` that takes a number.
+struct GoParameter {
+    const char* keyword;
+    void (*set)(int32_t number);
+};
+
+constexpr GoParameter GoParameters[] = {
+    {"wtime", [](int32_t n) { SetClock(WHITE, n); }},
+    {"btime", [](int32_t n) { SetClock(BLACK, n); }},
+    {"winc", [](int32_t n) { SetIncrement(WHITE, n); }},
+    {"binc", [](int32_t n) { SetIncrement(BLACK, n); }},
+    {"movestogo",
+     [](int32_t n) {
+         MovesPerPeriod = n;
+         MovesToGo = true;
+     }},
+    {"depth", [](int32_t n) { DepthLimit = n; }},
+    {"nodes", [](int32_t n) { NodeLimit = n; }},
+    // A move time that was given, however short, is not "no fixed time".
+    {"movetime", [](int32_t n) { FixedTime = n > 0 ? std::max(n / 10, 1) : 0; }},
+};
+
+} // namespace
+
+// Every later token that looks like a move restricts the search.
+static void ReadSearchMoves(const CommandLine& line, int first) {
+    for (int i = first; i <= line.Arguments(); i++) {
+        const std::string& text = line.tokens[size_t(i)].text;
+        if (HasMoveShape(text) && SearchMoveCount < MAX_SEARCH_MOVES)
+            SearchMoves[SearchMoveCount++] = MoveFromText(text);
+    }
+}
+
+// Reads the parameter that begins at argument `i` and returns how many tokens it took.
+static int ReadGoParameter(const CommandLine& line, int i) {
+    const std::string& word = line.tokens[size_t(i)].text;
+    for (const GoParameter& parameter : GoParameters) {
+        if (!KeywordMatches(parameter.keyword, word))
+            continue;
+        if (i < line.Arguments())
+            parameter.set(line.Number(i + 1));
+        return 2;
+    }
+    if (KeywordMatches("infinite", word))
+        OwnTime = INFINITE_TIME;
+    else if (KeywordMatches("ponder", word))
+        GoPonder = true;
+    else if (KeywordMatches("searchmoves", word)) {
+        ReadSearchMoves(line, i + 1);
+        return line.Arguments();
+    }
+    return 1;
+}
+
+void Go(const CommandLine& line) {
+    ForceMode = GoPonder = false;
+    SearchMoveCount = 0;
+    PlayByBaseTime = true;
+    if (line.Arguments() > 0)
+        ResetSearchLimits();
+    for (int i = 1; i <= line.Arguments();)
+        i += ReadGoParameter(line, i);
+    StartThinking();
+}
+
+// Gives the move to a side. What was played before cannot be taken back any more: its records
+// belong to the other turn.
+static void SetTurn(Colour side) {
+    if (SideToMove != side)
+        SetupPly = Ply;
+    SideToMove = side;
+    EngineSide = ChangeSide(side);
+}
+
+void SetWhite(const CommandLine&) {
+    SetTurn(WHITE);
+}
+
+void SetBlack(const CommandLine&) {
+    SetTurn(BLACK);
+}
+
+void RemoveMoves(const CommandLine&) {
+    TakeBack(2);
+}
+
+void UndoMove(const CommandLine&) {
+    TakeBack(1);
+}
+
+void ForceOn(const CommandLine&) {
+    ForceMode = true;
+}
+
+void ShowBoard(const CommandLine&) {
+    PrintBoard();
+}
+
+void ShowFlags(const CommandLine&) {
+    std::printf("castling flags = %d\n", CastleRights);
+    std::fflush(stdout);
+}
+
+void SetOwnTime(const CommandLine& line) {
+    if (line.Arguments() >= 1)
+        OwnTime = RemainingTime(line.Number(1));
+}
+
+void SetOpponentTime(const CommandLine& line) {
+    if (line.Arguments() >= 1)
+        OpponentTime = RemainingTime(line.Number(1));
+}
+
+void PonderOff(const CommandLine&) {
+    PonderNow = false;
+}
+
+void PonderOn(const CommandLine&) {
+    if (PonderingSetting)
+        PonderNow = true;
+}
+
+void EnterPartnerMode(const CommandLine&) {
+    PartnerMode = true;
+}
+
+void EnterXboard(const CommandLine&) {
+    NodeLimit = 0;
+    DepthLimit = UNLIMITED_DEPTH;
+    MovesPerPeriod = 0;
+    FixedTime = 0;
+    UciMode = false;
+    PonderNow = PonderingSetting;
+    IgnoreInterrupts();
+}
+
+void PlayDemo(const CommandLine&) {
+    const bool ponderNow = PonderNow;
+    PonderNow = false;
+    NewGame();
+    GoPonder = false;
+    SearchMoveCount = 0;
+    PlayByBaseTime = true;
+    while (Think()) {
+    }
+    PonderNow = ponderNow;
+}
+
+void ShowBookMoves(const CommandLine&) {
+    if (!BookOpen)
+        PrintLine("No book loaded...");
+}
+
+void AnswerReady(const CommandLine&) {
+    PrintLine("readyok");
+}
+
+void ShowTablebaseStatus(const CommandLine&) {
+    std::printf("UseEGTB = %s", UseEgtb ? "TRUE" : "FALSE");
+    std::printf("\ntb_path = %s\n", EgtbPath);
+    PrintTablebaseCount();
+}
+
+void SetDebug(const CommandLine& line) {
+    if (line.Arguments() < 1)
+        return;
+    if (KeywordMatches("on", line.tokens[1].text))
+        DebugMode = true;
+    else if (KeywordMatches("off", line.tokens[1].text))
+        DebugMode = false;
+}

@@ -1,0 +1,43 @@
+#include "front/game.h"
+
+#include "board/make_move.h"
+#include "board/order_tables.h"
+#include "search/driver_state.h"
+#include "search/limits.h"
+#include "search/state.h"
+
+constinit bool ForceMode = false;
+constinit Colour EngineSide = BLACK;
+constinit bool UciMode = false;
+constinit bool PartnerMode = false;
+constinit bool PonderingSetting = true;
+constinit bool PonderNow = true;
+constinit bool DebugMode = false;
+constinit bool PostThinking = false;
+
+void NewGame() {
+    if (!PartnerMode && !UciMode) {
+        ForgetLastScore();
+        ClearHistory();
+        ClearKillers();
+    }
+    SetStartPosition();
+    EngineSide = BLACK;
+    ResetGameLimits();
+}
+
+void ResetGameLimits() {
+    DepthLimit = UNLIMITED_DEPTH;
+    FixedTime = 0;
+    ForceMode = false;
+}
+
+void PlayMove(Move move) {
+    ForgetOldHistory();
+    MakeMove(move, true);
+}
+
+void TakeBack(int plies) {
+    for (; plies > 0 && Ply > SetupPly; plies--)
+        UnmakeMove();
+}

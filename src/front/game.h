@@ -1,0 +1,34 @@
+// The game at the board: who plays which side, and setting up, playing and taking back its moves.
+#pragma once
+
+#include "board/types.h"
+
+// The engine makes no reply moves. Off at start; `go` and a new game clear it.
+extern bool ForceMode;
+// The side that the engine plays.
+extern Colour EngineSide;
+// The UCI dialect's output instead of xboard's. The command that enters the one leaves the other.
+extern bool UciMode;
+// A partner program leads the game: like UCI mode it keeps what the last search knew over `new`.
+extern bool PartnerMode;
+// The user allows thinking on the opponent's time.
+extern bool PonderingSetting;
+// Pondering is possible now: GUIs switch it with `hard` and `easy`.
+extern bool PonderNow;
+// Stored for the interface's sake.
+extern bool DebugMode;
+// Thinking output is wanted.
+extern bool PostThinking;
+
+// The starting position with the engine playing Black. Unless a partner program or UCI is at the
+// other end, what earlier searches learned for move ordering is forgotten.
+void NewGame();
+
+// Sets every limit of `new` back: depth, fixed time, force mode.
+void ResetGameLimits();
+
+// Plays a legal move of the game.
+void PlayMove(Move move);
+
+// Takes back up to `plies` moves, none beyond the position that was set up.
+void TakeBack(int plies);

@@ -1,0 +1,61 @@
+#include "front/help.h"
+
+#include <cstdio>
+#include <string>
+
+#include "front/input_lines.h"
+
+namespace {
+
+constexpr const char* FirstPage[] = {
+    "Tarquelin commands:\n"
+    "------------------------------------------------------------------------------\n",
+    "analyze ................... Enters analyze mode",
+    "black ..................... Sets black to move and engine side to white",
+    "brd ....................... Prints a board",
+    "bkm ....................... Prints book moves for current position",
+    "easy ...................... Toggles pondering off",
+    "edit ...................... Edit board position",
+    "egtbstat .................. Displays current EGTB status",
+    "epdevl <f> ................ Produces static evaluations for EPD-file <f>",
+    "evl ....................... Shows static evaluation for current position",
+    "force ..................... Toggles autoplay off",
+    "go ........................ Starts search",
+    "hard ...................... Toggles pondering on",
+    "help ...................... Displays this help",
+    "level <m> <t> <i> ......... Sets ICS time controls",
+    "loadfen <e> ............... Sets FEN-position <e>",
+    "moves ..................... Displays all legal moves with ranking priorities",
+    "mvd ....................... Shows position flags",
+    "new ....................... Starts a new game",
+    "nopost .................... Toggles silent mode on",
+};
+
+// What is said of `time` does not fit what it does: it takes hundredths. Both stay as they are.
+constexpr const char* SecondPage[] = {
+    "perft <d> ................. Tests the move generator/make_move with depth <d>",
+    "post ...................... Toggles silent mode off",
+    "q[uit] .................... Exits Tarquelin",
+    "remove .................... Un-makes last moves of each side",
+    "sd <d> .................... Sets max search depth to <d>",
+    "st <t> .................... Sets max search time to <t>",
+    "time <t> .................. Sets remaining game time in milliseconds to <t>",
+    "uci ....................... UCI mode",
+    "undo ...................... Un-makes last move of one side",
+    "white ..................... Sets white to move and engine side to black\n",
+};
+
+} // namespace
+
+void ShowHelp() {
+    for (const char* const line : FirstPage)
+        std::puts(line);
+    std::printf("\nPress <enter> to continue....");
+    std::fflush(stdout);
+    std::string answer;
+    NextLine(answer);
+    std::printf("\n");
+    for (const char* const line : SecondPage)
+        std::puts(line);
+    std::fflush(stdout);
+}

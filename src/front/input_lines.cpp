@@ -1,0 +1,71 @@
+#include "front/input_lines.h"
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "platform/input.h"
+
+namespace {
+
+constexpr int READ_SIZE = 4096;
+
+// What was read and not yet taken. Only bytes from `TakenUpTo` on count; the head is dropped when
+// it has grown large, so that many short lines in one burst cost no copying.
+constinit std::vector<char> Buffer;
+constinit size_t TakenUpTo = 0;
+// No line feed stands before this place: endless lines are not searched again and again.
+constinit size_t SearchedUpTo = 0;
+
+} // namespace
+
+bool ReadInput() {
+    char chunk[READ_SIZE];
+    const int count = ReadStandardInput(chunk, READ_SIZE);
+    if (count == 0)
+        return false;
+    if (TakenUpTo > READ_SIZE) {
+        Buffer.erase(Buffer.begin(), Buffer.begin() + std::ptrdiff_t(TakenUpTo));
+        SearchedUpTo -= TakenUpTo;
+        TakenUpTo = 0;
+    }
+    Buffer.insert(Buffer.end(), chunk, chunk + count);
+    return true;
+}
+
+bool LineWaiting() {
+    const auto end = std::find(Buffer.begin() + std::ptrdiff_t(SearchedUpTo), Buffer.end(), '\n');
+    SearchedUpTo = size_t(end - Buffer.begin());
+    return end != Buffer.end();
+}
+
+bool TakeLine(std::string& line) {
+    if (!LineWaiting())
+        return false;
+    const char* const begin = Buffer.data() + TakenUpTo;
+    line.assign(begin, strnlen(begin, SearchedUpTo - TakenUpTo));
+    TakenUpTo = ++SearchedUpTo;
+    if (const size_t carriageReturn = line.find('\r'); carriageReturn != std::string::npos)
+        line[carriageReturn] = ' ';
+    return true;
+}
+
+bool NextLine(std::string& line) {
+    while (!LineWaiting()) {
+        if (!ReadInput())
+            return false;
+    }
+    return TakeLine(line);
+}
+
+int NextCharacter() {
+    while (TakenUpTo == Buffer.size()) {
+        if (!ReadInput())
+            return -1;
+    }
+    const int character = static_cast<unsigned char>(Buffer[TakenUpTo]);
+    TakenUpTo++;
+    if (SearchedUpTo < TakenUpTo)
+        SearchedUpTo = TakenUpTo;
+    return character;
+}

@@ -1,0 +1,114 @@
+#include "front/interpreter.h"
+
+#include "front/command_line.h"
+#include "front/commands.h"
+#include "front/input_lines.h"
+#include "front/notation.h"
+#include "platform/input.h"
+
+namespace {
+
+// A command whose room is not built yet: its keyword keeps its place in the order.
+constexpr void (*NOT_BUILT)(const CommandLine&) = nullptr;
+
+struct Command {
+    const char* keyword; // null: a line that has the shape of a move
+    void (*run)(const CommandLine& line);
+    bool fallsThrough = false;
+};
+
+// Tried from top to bottom and the first match acts. A keyword also matches its own beginnings, so
+// the order is part of the protocol: "stop" is taken by `st`, "ucinewgame" by `uci`, a line that
+// begins with "q" ends the process, and a lone "p" runs `pgneval` and then `post`.
+constexpr Command Commands[] = {
+    {"pgneval", NOT_BUILT, true},
+    {"writevalues", NOT_BUILT, true},
+    {"q", QuitProgram},
+    {"clean", CleanTables},
+    {"reload", NOT_BUILT},
+    {nullptr, PlayTypedMove},
+    {"help", ShowHelpPages},
+    {"new", StartNewGame},
+    {"post", PostOn},
+    {"reset", ResetGame},
+    {"level", SetLevel},
+    {"moves", ShowMoves},
+    {"edit", EnterEdit},
+    {"loadfen", LoadPosition},
+    {"epdevl", NOT_BUILT},
+    {"nopost", PostOff},
+    {"perft", RunPerft},
+    {"sd", SetDepth},
+    {"c3", SetPruneCoefficient<2>},
+    {"m3", SetPruneMargin<2>},
+    {"c2", SetPruneCoefficient<1>},
+    {"m2", SetPruneMargin<1>},
+    {"c1", SetPruneCoefficient<0>},
+    {"m1", SetPruneMargin<0>},
+    {"st", SetMoveTime},
+    {"go", Go},
+    {"ponderhit", NOT_BUILT, true},
+    {"white", SetWhite},
+    {"stop", NOT_BUILT, true},
+    {"remove", RemoveMoves},
+    {"analyze", NOT_BUILT},
+    {"black", SetBlack},
+    {"force", ForceOn},
+    {"brd", ShowBoard},
+    {"time", SetOwnTime},
+    {"otime", SetOpponentTime},
+    {"easy", PonderOff},
+    {"hard", PonderOn},
+    {"evl", NOT_BUILT},
+    {"undo", UndoMove},
+    {"fritz", EnterPartnerMode, true},
+    {"xboard", EnterXboard},
+    {"mvd", ShowFlags},
+    {"demo", PlayDemo},
+    {"bkm", ShowBookMoves},
+    {"uci", NOT_BUILT},
+    {"ucinewgame", NOT_BUILT},
+    {"setoption", NOT_BUILT},
+    {"isready", AnswerReady},
+    {"egtbstat", ShowTablebaseStatus, true},
+    {"position", NOT_BUILT},
+    {"debug", SetDebug},
+};
+
+} // namespace
+
+static bool Matches(const Command& command, const std::string& line) {
+    return command.keyword == nullptr ? HasMoveShape(line) : KeywordMatches(command.keyword, line);
+}
+
+// Splits at blanks; the time control is also written with a colon.
+static CommandLine Split(const std::string& text) {
+    CommandLine line = {text, Tokenize(text, KeywordMatches("level", text) ? " :" : " ")};
+    if (!line.tokens.empty() && line.tokens.back().text.empty())
+        line.tokens.pop_back();
+    return line;
+}
+
+void Dispatch(const std::string& text) {
+    const CommandLine line = Split(text);
+    if (line.tokens.empty())
+        return;
+    for (const Command& command : Commands) {
+        if (!Matches(command, text))
+            continue;
+        if (command.run != NOT_BUILT)
+            command.run(line);
+        if (!command.fallsThrough)
+            return;
+    }
+}
+
+void RunCommandLoop() {
+    std::string line;
+    for (;;) {
+        if (NextLine(line))
+            Dispatch(line);
+        else
+            SleepAtEndOfInput();
+    }
+}

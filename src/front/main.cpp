@@ -1,0 +1,50 @@
+// The entry: the order in which the engine starts.
+#include <cstdio>
+
+#include "board/attacks.h"
+#include "board/keys.h"
+#include "board/order_tables.h"
+#include "book/book.h"
+#include "eval/material.h"
+#include "eval/piece_square_tables.h"
+#include "front/game.h"
+#include "front/host_functions.h"
+#include "front/interpreter.h"
+#include "front/settings.h"
+#include "platform/clock.h"
+#include "platform/runtime_rand.h"
+#include "platform/signals.h"
+#include "search/driver_state.h"
+#include "search/hash_memory.h"
+#include "tablebase/registry.h"
+
+static void PrintBanner() {
+    std::puts("Tarquelin v1.40 [r2040/09.11.2013]");
+    std::fflush(stdout);
+}
+
+int main() {
+    StartClock();
+    InitSignals();
+    InstallHostFunctions();
+    PrintBanner();
+    InitAttackTables();
+    InitKeys(); // before the random sequence is seeded, so that every run has the same keys
+    InitPieceSquareTables();
+    InitMaterialTable();
+    ClearHistory();
+    ClearCaptureStats();
+    SetDefaultSettings();
+    ReadSettingsFile();
+    AllocateHashTables();
+    SeedRand(uint32_t(CalendarSeconds()));
+    if (!BookOpen)
+        OpenBook("Book.tqn");
+    PrintSettings();
+    PostThinking = true;
+    LastScore = -1;
+    if (UseEgtb)
+        PrintTablebaseCount();
+    NewGame();
+    RunCommandLoop();
+}

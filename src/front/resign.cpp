@@ -1,0 +1,27 @@
+#include "front/resign.h"
+
+#include "board/position.h"
+#include "search/driver_state.h"
+
+constinit int32_t ResignValue = DEFAULT_RESIGN_VALUE;
+constinit int32_t ResignTimes = DEFAULT_RESIGN_TIMES;
+
+// Whether the record was made at that ply of the game as it now stands: moves taken back, and games
+// since begun, break the row.
+static bool BelongsToGame(const SearchRecord& record, int ply) {
+    if (ply < 0 || ply > Ply)
+        return false;
+    return record.posKey == (ply == Ply ? PosKey : UndoStack[ply].posKey);
+}
+
+bool ShouldResign() {
+    int64_t lost = 0;
+    int ply = Ply;
+    for (int i = RecentSearchCount - 1; i >= 0 && lost < ResignTimes; i--, ply -= 2) {
+        const SearchRecord& record = RecentSearches[i];
+        if (!BelongsToGame(record, ply) || record.score >= -int64_t{ResignValue})
+            break;
+        lost++;
+    }
+    return lost >= ResignTimes;
+}

@@ -1,0 +1,82 @@
+#include "front/thinking.h"
+
+#include <cinttypes>
+#include <cstdio>
+#include <cstdlib>
+
+#include "board/attack_tests.h"
+#include "board/make_move.h"
+#include "board/pseudo_legal.h"
+#include "front/game.h"
+#include "front/notation.h"
+#include "front/resign.h"
+#include "search/root.h"
+#include "search/state.h"
+#include "search/transposition.h"
+
+constinit Move PonderMove = NO_MOVE;
+
+namespace {
+
+constexpr int MAX_VARIATION = 20;
+// Nodes until which an unforced line is held back; the first node of all is let through.
+constexpr int64_t SILENT_NODES = 100000;
+// Lifts mate scores beyond the range of ordinary scores.
+constexpr int32_t PRINTED_MATE_OFFSET = 67;
+
+} // namespace
+
+// Makes the move that the table remembers here and prints it. False at the end of what it knows.
+static bool FollowTable(int printed) {
+    const HashHit hit = HashProbe();
+    // A damaged or colliding entry must not reach the board.
+    if (!hit.found || hit.move == NO_MOVE || !IsPseudoLegal(hit.move))
+        return false;
+    const Colour us = SideToMove;
+    MakeMove(hit.move, true);
+    if (InCheck(us)) {
+        UnmakeMove();
+        return false;
+    }
+    if (printed == 1)
+        PonderMove = hit.move;
+    std::printf(" %s", MoveText(hit.move).c_str());
+    return true;
+}
+
+void PrintVariationMoves(int index) {
+    PonderMove = NO_MOVE;
+    std::printf(" %s", MoveText(RootMove(index)).c_str());
+    const int startPly = Ply;
+    if (Ply == RootGamePly)
+        MakeMove(RootMove(index), true);
+    for (int printed = 1; printed < MAX_VARIATION && FollowTable(printed); printed++) {
+    }
+    while (Ply > startPly)
+        UnmakeMove();
+}
+
+static int32_t PrintedScore(int32_t score) {
+    if (std::abs(score) <= MATE_BOUND)
+        return score;
+    return score > 0 ? score + PRINTED_MATE_OFFSET : score - PRINTED_MATE_OFFSET;
+}
+
+void PrintThinking(bool forced, BoundType) {
+    if (!PostThinking || (!forced && NodeCount > 0 && NodeCount <= SILENT_NODES))
+        return;
+    std::printf("%d %d %d %" PRId64, IterationDepth + 1, PrintedScore(RootScores[0]), ElapsedTime(),
+                NodeCount);
+    PrintVariationMoves(0);
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+void AnnounceMove(Move move, bool fromBook) {
+    if (!fromBook)
+        PrintThinking(true, BOUND_EXACT);
+    if (ShouldResign())
+        std::printf("resign\n");
+    std::printf("move %s\n", MoveText(move).c_str());
+    std::fflush(stdout);
+}
