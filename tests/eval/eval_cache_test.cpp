@@ -124,6 +124,8 @@ TEST_F(EvalCacheTest, HopelessMaterialNeedsNoEvaluation) {
                   1100, none},
              Case{"the other side's view, above", "4k3/8/8/8/8/8/PP6/R3K1N1 w - -", BLACK, -999, 0,
                   1000},
+             Case{"the other side's view, not above", "4k3/8/8/8/8/8/PP6/R3K1N1 w - -", BLACK,
+                  -1000, 0, none},
              Case{"a rook alone may not win", "r3k3/p7/8/8/8/8/8/4K3 w - -", WHITE, 0, 1, none},
              Case{"a queen alone may not win", "q3k3/8/8/8/8/8/8/4K3 w - -", WHITE, 0, 1, none},
              Case{"two rooks win", "rr2k3/8/8/8/8/8/8/4K3 w - -", WHITE, 0, 1, -1000},
