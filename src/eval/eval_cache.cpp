@@ -80,6 +80,10 @@ static uint64_t KeyOf(const CacheEntry& entry) {
     return uint64_t{entry.keyHigh} << 32 | entry.keyLow;
 }
 
+static uint64_t EvalKey() {
+    return PosKey ^ CastleKeys[CastleRights];
+}
+
 static CacheEntry& SlotOf(uint64_t key) {
     const uint64_t slot = EntryCount == EVAL_CACHE_ENTRIES ? key & (EVAL_CACHE_ENTRIES - 1)
                                                            : key % uint32_t(EntryCount);
@@ -117,6 +121,11 @@ static int32_t EvaluateInto(CacheEntry& entry, uint64_t key) {
     return score;
 }
 
+void PrefetchEvaluation() {
+    if (EntryCount > 0)
+        __builtin_prefetch(&SlotOf(EvalKey()));
+}
+
 int32_t EvaluateCached() {
     const int32_t lazy = LazyMaterialScore();
     if (lazy != LAZY_NONE)
@@ -126,7 +135,7 @@ int32_t EvaluateCached() {
         Evaluate(score, FULL_BOUND);
         return score;
     }
-    const uint64_t key = PosKey ^ CastleKeys[CastleRights];
+    const uint64_t key = EvalKey();
     CacheEntry& entry = SlotOf(key);
     if (KeyOf(entry) == key) {
         ReadFigures(entry);

@@ -23,6 +23,9 @@ int32_t LazyMaterialScore();
 // phases. A cached score keeps the fading by quiet plies that it was computed with.
 int32_t EvaluateCached();
 
+// Begins to fetch the position's slot from memory, so that a later evaluation need not wait.
+void PrefetchEvaluation();
+
 // Empties every slot.
 void ClearEvalCache();
 

@@ -90,6 +90,11 @@ uint64_t HashKey() {
     return EnPassantIsOpen(last) ? key ^ EpKeys[FileOf(To(last))] : key;
 }
 
+void PrefetchHash() {
+    if (EntryCount > 0)
+        __builtin_prefetch(BucketOf(PosKey ^ CastleKeys[CastleRights]));
+}
+
 HashHit HashProbe() {
     if (EntryCount <= 0)
         return {};
