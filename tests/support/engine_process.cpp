@@ -1,0 +1,179 @@
+#include "support/engine_process.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <poll.h>
+#include <sstream>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Roomy: it only has to end a test that hangs.
+constexpr int DEADLINE_MILLISECONDS = 60000;
+
+} // namespace
+
+EngineProcess::EngineProcess(const std::string& settings) {
+    char name[] = "/tmp/tarquelin-test-XXXXXX";
+    directory = mkdtemp(name);
+    if (!settings.empty())
+        std::ofstream(directory + "/Tarquelin.ini", std::ios::binary) << settings;
+    Start();
+}
+
+EngineProcess::~EngineProcess() {
+    CloseInput();
+    close(fromEngine);
+    if (process > 0) {
+        kill(process, SIGKILL);
+        waitpid(process, nullptr, 0);
+    }
+    std::error_code error;
+    std::filesystem::remove_all(directory, error);
+}
+
+void EngineProcess::Start() {
+    std::signal(SIGPIPE, SIG_IGN);
+    int input[2];
+    int output[2];
+    ASSERT_EQ(pipe2(input, O_CLOEXEC), 0);
+    ASSERT_EQ(pipe2(output, O_CLOEXEC), 0);
+    process = fork();
+    if (process == 0) {
+        dup2(input[0], STDIN_FILENO);
+        dup2(output[1], STDOUT_FILENO);
+        if (chdir(directory.c_str()) == 0)
+            execl(TARQUELIN_BINARY, TARQUELIN_BINARY, static_cast<char*>(nullptr));
+        _exit(127);
+    }
+    close(input[0]);
+    close(output[1]);
+    toEngine = input[1];
+    fromEngine = output[0];
+}
+
+void EngineProcess::SendBytes(const std::string& bytes) {
+    transcript += "> " + bytes.substr(0, 200);
+    for (size_t sent = 0; sent < bytes.size();) {
+        const ssize_t count = write(toEngine, bytes.data() + sent, bytes.size() - sent);
+        if (count < 0 && errno != EINTR)
+            return;
+        sent += count > 0 ? size_t(count) : 0;
+    }
+}
+
+void EngineProcess::Send(const std::string& line) {
+    SendBytes(line + "\n");
+}
+
+void EngineProcess::CloseInput() {
+    if (toEngine >= 0)
+        close(toEngine);
+    toEngine = -1;
+}
+
+bool EngineProcess::ReadMore() {
+    pollfd waiting = {fromEngine, POLLIN, 0};
+    if (poll(&waiting, 1, DEADLINE_MILLISECONDS) <= 0)
+        return false;
+    char chunk[4096];
+    const ssize_t count = read(fromEngine, chunk, sizeof chunk);
+    if (count <= 0)
+        return false;
+    pending.append(chunk, size_t(count));
+    transcript.append(chunk, size_t(count));
+    return true;
+}
+
+std::string EngineProcess::ReadThrough(const std::string& text) {
+    size_t found = pending.find(text);
+    while (found == std::string::npos) {
+        if (!ReadMore()) {
+            ADD_FAILURE() << "The engine does not print \"" << text << "\":\n" << transcript;
+            return "";
+        }
+        found = pending.find(text);
+    }
+    const std::string all = pending.substr(0, found + text.size());
+    pending.erase(0, all.size());
+    return all;
+}
+
+std::string EngineProcess::ReadLine() {
+    std::string line = ReadThrough("\n");
+    if (!line.empty())
+        line.pop_back();
+    return line;
+}
+
+std::string EngineProcess::ReadUntil(const std::string& line) {
+    std::string all;
+    for (;;) {
+        const std::string read = ReadThrough("\n");
+        if (read.empty() || read == line + "\n")
+            return all;
+        all += read;
+    }
+}
+
+std::string EngineProcess::ReadUntilPrefix(const std::string& prefix) {
+    std::string all;
+    for (;;) {
+        const std::string read = ReadThrough("\n");
+        all += read;
+        if (read.empty() || read.starts_with(prefix))
+            return all;
+    }
+}
+
+std::string EngineProcess::Settle() {
+    Send("isready");
+    return ReadUntil("readyok");
+}
+
+std::string EngineProcess::Ask(const std::string& lines) {
+    Settle();
+    Send(lines);
+    return Settle();
+}
+
+int EngineProcess::WaitForExit() {
+    for (int waited = 0; waited < DEADLINE_MILLISECONDS; waited += 10) {
+        int status = 0;
+        if (waitpid(process, &status, WNOHANG) == process) {
+            process = -1;
+            return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return -1;
+}
+
+bool EngineProcess::Running() const {
+    return process > 0 && kill(process, 0) == 0 && waitpid(process, nullptr, WNOHANG) == 0;
+}
+
+long EngineProcess::ProcessorTime() const {
+    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
+    std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    std::istringstream fields(text.substr(std::min(text.rfind(')') + 2, text.size())));
+    std::string skipped;
+    for (int i = 0; i < 11; i++)
+        fields >> skipped;
+    long user = 0;
+    long system = 0;
+    fields >> user >> system;
+    return (user + system) * 1000 / sysconf(_SC_CLK_TCK);
+}
