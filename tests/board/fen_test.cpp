@@ -1,0 +1,187 @@
+#include "board/fen.h"
+
+#include "board_moves.h"
+#include "support/recompute.h"
+
+namespace {
+
+class Fen : public BoardTest {};
+
+} // namespace
+
+TEST_F(Fen, IsWrittenAsItWasRead) {
+    for (const TestPosition& position : VariedPositions()) {
+        SCOPED_TRACE(position.name);
+        LoadFen(position.fen);
+        EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
+        // The two counters are not read.
+        std::string expected = position.fen;
+        expected.erase(expected.rfind(' ', expected.rfind(' ') - 1));
+        EXPECT_EQ(WriteFen(), expected + " 0 1");
+    }
+}
+
+TEST_F(Fen, IsWrittenWithTheDoubleStepOfTheGame) {
+    EXPECT_EQ(WriteFen(), "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1");
+    Play("e2e4");
+    EXPECT_EQ(WriteFen(), "rnbqkbnr/pppppppp/8/8/4P3/8/PPPP1PPP/RNBQKBNR b KQkq e4 0 1");
+    Play("c7c5");
+    EXPECT_EQ(WriteFen(), "rnbqkbnr/pp1ppppp/8/2p5/4P3/8/PPPP1PPP/RNBQKBNR w KQkq c5 0 2");
+    Play("g1f3");
+    EXPECT_EQ(WriteFen(), "rnbqkbnr/pp1ppppp/8/2p5/4P3/5N2/PPPP1PPP/RNBQKB1R b KQkq - 1 2");
+}
+
+TEST_F(Fen, SideIsBlackUnlessItSaysWhite) {
+    struct Case {
+        const char* fen;
+        Colour side;
+    };
+    constexpr Case cases[] = {
+        {"4k3/8/8/8/8/8/8/4K3 w - -", WHITE},     {"4k3/8/8/8/8/8/8/4K3 b - -", BLACK},
+        {"4k3/8/8/8/8/8/8/4K3 W - -", BLACK},     {"4k3/8/8/8/8/8/8/4K3", BLACK},
+        {"4k3/8/8/8/8/8/8/4K3   w   -", WHITE},   {"   4k3/8/8/8/8/8/8/4K3 w", WHITE},
+        {"4k3/8/8/8/8/8/8/4K3 white - -", WHITE},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.fen);
+        LoadFen(c.fen);
+        EXPECT_EQ(SideToMove, c.side);
+        EXPECT_EQ(KingSquare[WHITE], Sq("e1"));
+        EXPECT_EQ(KingSquare[BLACK], Sq("e8"));
+        EXPECT_EQ(MenCount, 2);
+    }
+}
+
+TEST_F(Fen, OddPlacementsAreReadAsFarAsTheyGo) {
+    struct Case {
+        const char* name;
+        const char* fen;
+        const char* written;
+    };
+    constexpr Case cases[] = {
+        {"unknown characters are skipped", "4kx3/9/0/8!/8/8/8/4K3 w - -",
+         "4k3/8/8/8/8/8/8/4K3 w - - 0 1"},
+        {"men beyond the h-file are dropped", "4k3QQ/pppppppppp/8/8/8/8/8/4K3 w - -",
+         "4k3/pppppppp/8/8/8/8/8/4K3 w - - 0 1"},
+        {"a digit leads beyond the h-file", "4k3/7Q7R/8/8/8/8/8/4K3 w - -",
+         "4k3/7Q/8/8/8/8/8/4K3 w - - 0 1"},
+        {"ranks may be short", "4k/p/1p///N//4K w - -", "4k3/p7/1p6/8/8/N7/8/4K3 w - - 0 1"},
+        {"ranks too many are dropped", "4k3/8/8/8/8/8/8/4K3/QQQQ/8 w - -",
+         "4k3/8/8/8/8/8/8/4K3 w - - 0 1"},
+        {"missing ranks are empty", "4k3/8 w - -", "4k3/8/8/8/8/8/8/8 w - - 0 1"},
+        {"nothing at all", "", "8/8/8/8/8/8/8/8 b - - 0 1"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        LoadFen(c.fen);
+        EXPECT_EQ(WriteFen(), c.written);
+        EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
+    }
+}
+
+TEST_F(Fen, LastKingOfAColourIsTheKing) {
+    LoadFen("k7/8/3k4/8/8/K7/8/6K1 w - -");
+    EXPECT_EQ(KingSquare[BLACK], Sq("d6"));
+    EXPECT_EQ(KingSquare[WHITE], Sq("g1"));
+    EXPECT_EQ(MenCount, 4);
+    EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
+}
+
+TEST_F(Fen, CastlingRightsAreThoseThatThePlacementAllows) {
+    struct Case {
+        const char* fen;
+        int rights;
+    };
+    constexpr Case cases[] = {
+        {"r3k2r/8/8/8/8/8/8/R3K2R w KQkq -", 15},
+        {"r3k2r/8/8/8/8/8/8/R3K2R w - -", 0},
+        {"r3k2r/8/8/8/8/8/8/R3K2R w kqKQ -", 15},
+        {"r3k2r/8/8/8/8/8/8/R3K2R w Kq -", 1 + 8},
+        {"r3k2r/8/8/8/8/8/8/R3K2R w xQ?k -", 2 + 4},
+        {"r3k2r/8/8/8/8/8/8/R3K2R w", 0},
+        {"r3k2r/8/8/8/8/8/8/R3KR2 w KQkq -", 2 + 4 + 8},
+        {"r3k2r/8/8/8/8/8/8/1R2K2R w KQkq -", 1 + 4 + 8},
+        {"r3k1r1/8/8/8/8/8/8/R3K2R w KQkq -", 1 + 2 + 8},
+        {"1r2k2r/8/8/8/8/8/8/R3K2R w KQkq -", 1 + 2 + 4},
+        {"r3k2r/8/8/8/8/8/4K3/R6R w KQkq -", 4 + 8},
+        {"r2k3r/8/8/8/8/8/8/R3K2R w KQkq -", 1 + 2},
+        {"R3k2R/8/8/8/8/8/8/r3K2r w KQkq -", 0},
+        {"q3k2b/8/8/8/8/8/8/N3K2Q w KQkq -", 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.fen);
+        LoadFen(c.fen);
+        EXPECT_EQ(CastleRights, c.rights);
+    }
+}
+
+TEST_F(Fen, EnPassantFieldNamesThePawnItself) {
+    struct Case {
+        const char* name;
+        const char* fen;
+        bool accepted;
+    };
+    constexpr Case cases[] = {
+        {"the pawn", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq f5 0 3", true},
+        {"the square behind", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq f6 0 3",
+         false},
+        {"capital letter", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq F5 0 3", false},
+        {"own pawn", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq e5 0 3", false},
+        {"empty square", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq a5 0 3", false},
+        {"no such file", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq i5 0 3", false},
+        {"field ends early", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq f", false},
+        {"the other side to move", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR b KQkq f5 0 3",
+         false},
+        {"no pawn but a knight", "4k3/8/8/3nP3/8/8/8/4K3 w - d5", false},
+        {"square behind taken", "4k3/8/3n4/3p4/4P3/8/8/4K3 w - d5", false},
+        {"home square taken", "4k3/3n4/8/3pP3/8/8/8/4K3 w - d5", false},
+        {"Black, the pawn", "4k3/8/8/8/3pP3/8/8/4K3 b - e4", true},
+        {"Black, the square behind", "4k3/8/8/8/3pP3/8/8/4K3 b - e3", false},
+        {"Black, home square taken", "4k3/8/8/8/3pP3/8/4N3/4K3 b - e4", false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        LoadFen(c.fen);
+        EXPECT_EQ(Ply, c.accepted ? 1 : 0);
+        EXPECT_EQ(SetupPly, Ply);
+        EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
+        // The double step can be taken, and only then is there an en-passant capture.
+        int captures = 0;
+        for (const Move move : Generated(GenerateAll))
+            captures += IsEnPassant(move) && To(move) == (To(LastMove()) + From(LastMove())) / 2;
+        EXPECT_EQ(captures, c.accepted ? 1 : 0);
+    }
+}
+
+// Repetition and the record of the game look at the position before the double step.
+TEST_F(Fen, EnPassantRecordIsAsIfThePawnHadJustStepped) {
+    LoadFen("4k3/3p4/8/4P3/8/8/8/R3K3 b Q -");
+    Play("d7d5");
+    const UndoRecord played = UndoStack[0];
+    LoadFen("4k3/8/8/3pP3/8/8/8/R3K3 w Q d5 7 30");
+    const UndoRecord& record = UndoStack[0];
+    EXPECT_EQ(record.move, played.move);
+    EXPECT_EQ(record.posKey, played.posKey);
+    EXPECT_EQ(record.fiftyCount, 0);
+    EXPECT_EQ(record.castleRights, WHITE_LONG);
+    EXPECT_EQ(record.materialIndex, played.materialIndex);
+    EXPECT_EQ(record.pstSumA, played.pstSumA);
+    EXPECT_EQ(record.pstSumB, played.pstSumB);
+    EXPECT_EQ(FiftyCount, 0);
+}
+
+TEST_F(Fen, OnlyTheNamedPawnCanBeTakenEnPassant) {
+    LoadFen("rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq f5 0 3");
+    EXPECT_EQ(FindMove("e5f6"), MoveWord(Sq("e5"), Sq("f6"), PAWN));
+    EXPECT_EQ(FindMove("e5d6"), NO_MOVE);
+}
+
+TEST_F(Fen, LoadingForgetsTheGameBefore) {
+    Play("e2e4 d7d5 e4d5 g8f6");
+    LoadFen("4k3/8/8/8/8/8/8/4K3 w - - 40 60");
+    EXPECT_EQ(Ply, 0);
+    EXPECT_EQ(SetupPly, 0);
+    EXPECT_EQ(FiftyCount, 0);
+    EXPECT_EQ(LastMove(), NO_MOVE);
+    EXPECT_EQ(CastleRights, 0);
+}
