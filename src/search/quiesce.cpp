@@ -14,6 +14,7 @@
 #include "search/capture_gain.h"
 #include "search/draws.h"
 #include "search/ordering.h"
+#include "search/poll.h"
 #include "search/state.h"
 #include "search/transposition.h"
 
@@ -35,6 +36,10 @@ constexpr int32_t CheckMargin[4] = {50, 150, 250, 700};
 constexpr int BOXED_IN = 3;
 // Captures scored from here on lose nothing by exchange.
 constexpr int32_t SAFE_SCORE = 100000;
+
+// Input is polled in the main search alone, which comes round often enough: but for boards full of
+// queens, where captures alone could go on for hours. So many nodes overdue, the poll is made here.
+constexpr int32_t POLL_OVERDUE = 1000000;
 
 // One node: what its steps share.
 struct Node {
@@ -303,11 +308,14 @@ static int32_t QuiesceNode(int32_t alpha, int32_t beta, int32_t qdepth) {
     PlyState& ply = PlyStates[SearchPly];
     Node node = {alpha, beta, qdepth, ply, 0, NO_MOVE, NO_MOVE, 0, 0, false};
 
-    // 1. Count the node; input is polled in the main search alone.
+    // 1. Count the node.
     ply.bestMove = NO_MOVE;
     SelDepth = std::max(SelDepth, SearchPly);
     NodeCount++;
-    PollCountdown--;
+    if (--PollCountdown < -POLL_OVERDUE)
+        Poll();
+    if (StopSearch)
+        return 0;
 
     // 2. Bounds by mate distance, and draws by the rules.
     if (BoundByMateDistance(node))

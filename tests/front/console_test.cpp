@@ -1,0 +1,233 @@
+// The console as a person or an old-protocol interface meets it: the real engine on real pipes.
+
+#include <chrono>
+#include <sstream>
+#include <string>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "support/engine_process.h"
+
+namespace {
+
+// Asked for one line after the other, the engine answers this.
+std::string Answer(const std::string& lines) {
+    EngineProcess engine;
+    return engine.Ask(lines);
+}
+
+constexpr const char* StartBoard = "*R*N*B*Q*K*B*N*R\n"
+                                   "*P*P*P*P*P*P*P*P\n"
+                                   " . . . . . . . .\n"
+                                   " . . . . . . . .\n"
+                                   " . . . . . . . .\n"
+                                   " . . . . . . . .\n"
+                                   " P P P P P P P P\n"
+                                   " R N B Q K B N R\n";
+
+struct Exchange {
+    const char* what;
+    const char* lines;
+    const char* answer;
+};
+
+constexpr Exchange Exchanges[] = {
+    {"board and flags", "brd\nmvd",
+     "*R*N*B*Q*K*B*N*R\n*P*P*P*P*P*P*P*P\n . . . . . . . .\n . . . . . . . .\n . . . . . . . .\n"
+     " . . . . . . . .\n P P P P P P P P\n R N B Q K B N R\ncastling flags = 15\n"},
+    {"lines that match nothing", "xyzzy\n   \n\notim 500\n\"mvd", ""},
+    {"stop is taken by st and does nothing", "stop", ""},
+    {"an illegal move", "e2e5", "Illegal move: e2e5\n"},
+    {"an upper-case move", "E2E4 please", "Illegal move: E2E4 please\n"},
+    {"beginnings of keywords", "m",
+     "-------------- Legal moves: ----------------\n"
+     "b1a3 (0); b1c3 (0); g1f3 (0); g1h3 (0); a2a3 (0); a2a4 (0); b2b3 (0); b2b4 (0); c2c3 (0); "
+     "c2c4 (0); d2d3 (0); d2d4 (0); e2e3 (0); e2e4 (0); f2f3 (0); f2f4 (0); g2g3 (0); g2g4 (0); "
+     "h2h3 (0); h2h4 (0); \n"},
+    {"captures with their scores come first", "loadfen 4k3/P7/8/3p4/4P3/8/8/4K3 w - -\nmoves",
+     "-------------- Legal moves: ----------------\n"
+     "e4d5 (100900); a7a8q (107900); a7a8r (-128100); a7a8n (-128100); a7a8b (-128100); "
+     "e4e5 (0); e1d1 (0); e1f1 (0); e1d2 (0); e1e2 (0); e1f2 (0); \n"},
+    {"mate and stalemate",
+     "loadfen 7k/6Q1/6K1/8/8/8/8/8 b - -\nmoves\nloadfen 7k/5Q2/6K1/8/8/8/8/8 b - -\nmoves",
+     "-------------- Legal moves: ----------------\n1-0 {White mates}\n\n"
+     "-------------- Legal moves: ----------------\n1/2-1/2 {Stalemate}\n\n"},
+    {"bare kings are announced twice",
+     "loadfen 8/8/4k3/8/8/3K4/8/7R w - -\nforce\n"
+     "loadfen k7/8/8/8/8/8/8/K7 w - -\nmoves",
+     "-------------- Legal moves: ----------------\n"
+     "1/2-1/2 {Draw by insufficient material}\n1/2-1/2 {Draw by insufficient material}\n"
+     "a1b1 (0); a1a2 (0); a1b2 (0); \n"},
+    {"edit", "edit\n#pe9?xa1 Pe2Ra1Ke1\nc ke8\n.\nbrd\nmvd",
+     "Error\nError\n . . . .*K . . .\n . . . . . . . .\n . . . . . . . .\n . . . . . . . .\n"
+     " . . . . . . . .\n . . . . . . . .\n . . . . P . . .\n R . . . K . . .\n"
+     "castling flags = 2\n"},
+    {"an en-passant field names the pawn",
+     "force\nloadfen rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq f5 0 3\n"
+     "e5d6\ne5f6\nundo\nundo\ne5f6\n"
+     "loadfen rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq f6 0 3\ne5f6",
+     "Illegal move: e5d6\nIllegal move: e5f6\n"},
+    {"a changed turn cannot be taken back past",
+     "force\ne2e4\nwhite\nundo\nremove\nd2d4\nundo\nblack\ne7e5\nbrd",
+     "*R*N*B*Q*K*B*N*R\n*P*P*P*P .*P*P*P\n . . . . . . . .\n . . . .*P . . .\n . . . . P . . .\n"
+     " . . . . . . . .\n P P P P . P P P\n R N B Q K B N R\n"},
+    {"no book", "bkm", "No book loaded...\n"},
+    {"tablebases", "egtbstat",
+     "UseEGTB = TRUE\ntb_path = c:\\tablebases\\\nEGTB files not found\n"},
+    {"perft without a depth, or with none to speak of", "perft\nperft 0\nperft -3", ""},
+};
+
+TEST(Console, AnswersByteForByte) {
+    for (const Exchange& c : Exchanges) {
+        SCOPED_TRACE(c.what);
+        EXPECT_EQ(Answer(c.lines), c.answer);
+    }
+}
+
+TEST(Console, TakesMovesBackToTheSetUpPosition) {
+    EngineProcess engine;
+    engine.Ask("force\nundo\nremove\ne2e4\nremove\ne2e4\ne7e5\ng1f3\nremove\nundo");
+    EXPECT_EQ(engine.Ask("brd"), StartBoard);
+}
+
+TEST(Console, AnnouncesTheThirdRepetitionOnly) {
+    EngineProcess engine;
+    const std::string once = "b1c3\nb8c6\nc3b1\nc6b8\n";
+    EXPECT_EQ(engine.Ask("force\n" + once + "moves").find("repetition"), std::string::npos);
+    EXPECT_NE(engine.Ask(once + "moves").find("1/2-1/2 {Draw by repetition}\n"), std::string::npos);
+}
+
+TEST(Console, CountsMoves) {
+    const std::string text = Answer("perft 4");
+    EXPECT_TRUE(text.starts_with("total moves = 197281 time = ")) << text;
+}
+
+TEST(Console, HelpWaitsForALineBetweenItsPages) {
+    EngineProcess engine;
+    engine.Settle();
+    engine.Send("help");
+    const std::string first = engine.ReadThrough("\nPress <enter> to continue....");
+    EXPECT_TRUE(first.starts_with("Tarquelin commands:\n-----")) << first;
+    EXPECT_NE(first.find("nopost .................... Toggles silent mode on\n"), first.npos);
+    EXPECT_EQ(first.find("perft"), first.npos);
+    engine.Send("");
+    const std::string second = engine.Settle();
+    EXPECT_TRUE(second.starts_with("\nperft <d> ................. Tests")) << second;
+    EXPECT_TRUE(second.ends_with("Sets white to move and engine side to black\n\n")) << second;
+}
+
+TEST(Console, AnyLineThatBeginsWithQEndsTheProcess) {
+    for (const char* const line : {"quit", "q", "queen", " Q"}) {
+        EngineProcess engine;
+        engine.Send(line);
+        EXPECT_EQ(engine.WaitForExit(), 0) << line;
+    }
+}
+
+TEST(Console, AnswersATypedMove) {
+    EngineProcess engine;
+    engine.Send("sd 5\ne2e4");
+    const std::string text = engine.ReadUntilPrefix("move ");
+    EXPECT_NE(text.find("\n5 "), std::string::npos) << "the last line tells the depth:\n" << text;
+    const std::string board = engine.Ask("brd");
+    EXPECT_NE(board.find(" . . . . P . . ."), std::string::npos);
+    EXPECT_EQ(engine.Ask("force\nremove\nbrd"), StartBoard);
+}
+
+TEST(Console, DepthOnePlaysTheFirstMoveByItsOrderScore) {
+    EngineProcess engine;
+    engine.Send("loadfen 4k3/8/8/3p4/4P3/8/8/4K3 w - -\nnopost\nsd 1\ngo");
+    EXPECT_TRUE(engine.ReadUntilPrefix("move ").ends_with("move e4d5\n"));
+}
+
+TEST(Console, AMateEndsTheGameWithItsResult) {
+    EngineProcess engine;
+    engine.Ask("loadfen 6k1/5ppp/8/8/8/8/8/R6K w - -\nforce\na1a8");
+    EXPECT_EQ(engine.Ask("go"), "1-0 {White mates}\n");
+}
+
+TEST(Console, RepeatsItselfToTheNode) {
+    const std::string lines = "sd 7\nst 0\ne2e4\ngo\nd2d4";
+    const auto nodesAndMoves = [&] {
+        EngineProcess engine;
+        std::string text = engine.Ask(lines);
+        // Only the third number, the time, may differ.
+        std::string kept;
+        std::istringstream rows(text);
+        for (std::string row; std::getline(rows, row);) {
+            std::istringstream fields(row);
+            std::string field;
+            for (int i = 0; fields >> field; i++)
+                kept += i == 2 && row[0] != 'm' ? "" : field + " ";
+        }
+        return kept;
+    };
+    const std::string first = nodesAndMoves();
+    EXPECT_NE(first.find("move"), std::string::npos);
+    EXPECT_EQ(nodesAndMoves(), first);
+}
+
+constexpr const char* BrokenFens[] = {
+    "",
+    "8",
+    "/",
+    "//////////////////",
+    "8/8/8/8/8/8/8/8 w - -",
+    "8/8/8/8/8/8/8/8 b KQkq e3",
+    "kkk5/8/8/8/8/8/8/KKK5 w KQkq -",
+    "QQQQQQQQ/QQQQQQQQ/QQQQQQQQ/QQQQQQQQ/QQQQQQQQ/QQQQQQQQ/"
+    "QQQQQQQQ/QQQQQQQQ w - -",
+    "qQqQqQqQ/8/QqQqQqQq/8/qQqQqQqQ/8/QqQqQqQq/7K w - -",
+    "rnbqkbnr/pppppppp w KQkq -",
+    "4k3/8/8/8/8/8/8/4R1K1 w - -",
+    "PPPPPPPP/8/8/8/8/8/8/pppppppp b - -",
+    "99999999999999999999/zzzz/4k3 x y z",
+    "4k3/8/8/8/8/8/4r3/4K2R w K -",
+};
+
+TEST(Console, SurvivesBrokenPositions) {
+    EngineProcess engine;
+    engine.Ask("nopost");
+    for (const char* const fen : BrokenFens) {
+        SCOPED_TRACE(fen);
+        engine.Ask(std::string("force\nloadfen ") + fen +
+                   "\nbrd\nmvd\nmoves\nperft 2\nsd 4\nst 1\ngo");
+        engine.Ask("loadfen " + std::string(fen) + std::string(100000, '8') + "\nmoves\ngo");
+        EXPECT_TRUE(engine.Running()) << engine.Transcript();
+    }
+}
+
+TEST(Console, SurvivesAbsurdNumbersAndEndlessLines) {
+    EngineProcess engine;
+    engine.Ask("nopost\nsd 2");
+    const std::string number(400, '9');
+    for (const std::string command :
+         {"level", "st", "time", "otime", "m1", "c1", "m3", "c3", "debug"}) {
+        engine.Ask(command + " " + number + " " + number + " " + number + " -" + number);
+        engine.Ask(command + " -" + number);
+        engine.Ask(command);
+    }
+    engine.Ask("st 0\ngo depth 2 wtime " + number + " btime -" + number + " winc -" + number +
+               " movestogo -" + number + " nodes -" + number);
+    engine.SendBytes(std::string(3 << 20, 'x'));
+    engine.SendBytes("\n" + std::string(1 << 20, ' ') + "\n");
+    engine.SendBytes(std::string("mv\0d\nmvd\r\n", 10));
+    EXPECT_EQ(engine.Settle().find("castling flags = "), 0U) << engine.Transcript();
+}
+
+TEST(Console, AtTheEndOfInputItWaitsWithoutUsingTheProcessor) {
+    EngineProcess engine;
+    engine.Settle();
+    const long before = engine.ProcessorTime();
+    engine.CloseInput();
+    std::this_thread::sleep_for(std::chrono::milliseconds(600));
+    EXPECT_TRUE(engine.Running());
+    EXPECT_LT(engine.ProcessorTime() - before, 200);
+}
+
+TEST(Console, CarriageReturnsBelongToTheLineEnd) {
+    EXPECT_EQ(Answer("mvd\r\n\r\negtbstat\r\nmvd\r").substr(0, 21), "castling flags = 15\nU");
+}
+
+} // namespace

@@ -1,0 +1,136 @@
+// The settings file and the start-up text, as the real engine prints them.
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "support/engine_process.h"
+
+namespace {
+
+constexpr const char* Banner = "Tarquelin v1.40 [r2040/09.11.2013]\n";
+constexpr const char* NoBook = "Error opening \"Book.tqn\"!\n";
+
+constexpr const char* DefaultSummary = "Transposition size is 524288 entries (11534336 bytes)\n"
+                                       "Pawn hash size is 262144 entries (6815744 bytes)\n"
+                                       "EGTBHashSize = 1048576 bytes\n"
+                                       "Aggressivity = 100 (50)%\n"
+                                       "Cowardice = 100 (50)%\n"
+                                       "Tropism = 100 (200)%\n"
+                                       "ResignValue = 800\n"
+                                       "ResignTimes = 3\n"
+                                       "UseEGTB = on\n"
+                                       "EGTB path = \"c:\\tablebases\\\"\n"
+                                       "UseBookWeights = on\n"
+                                       "UseBookLearning = on\n"
+                                       "BookLearningMode = KILL\n"
+                                       "VarietyOfPlay = 10\n"
+                                       "BookLearningBound = 400\n"
+                                       "UseLearning = off\n"
+                                       "UseLearningData = off\n"
+                                       "LogLearningIntoFile = off\n"
+                                       "Pondering = on\n"
+                                       "\n";
+
+std::string StartUpText(const std::string& settings) {
+    EngineProcess engine(settings);
+    return engine.Settle();
+}
+
+TEST(StartUp, PrintsBannerSummaryAndTablebases) {
+    EXPECT_EQ(StartUpText(""),
+              std::string(Banner) + NoBook + DefaultSummary + "EGTB files not found\n");
+}
+
+TEST(StartUp, TheShippedSettingsFileHoldsTheDefaults) {
+    std::string shipped;
+    if (FILE* const file = fopen(TARQUELIN_SOURCE_DIR "/data/Tarquelin.ini", "rb")) {
+        for (int c = getc(file); c != EOF; c = getc(file))
+            shipped += char(c);
+        fclose(file);
+    }
+    ASSERT_FALSE(shipped.empty());
+    EXPECT_EQ(StartUpText(shipped), StartUpText(""));
+}
+
+struct WarningCase {
+    const char* settings;
+    const char* warnings; // between banner and book
+    const char* summary;  // a line of the summary
+};
+
+constexpr WarningCase Warnings[] = {
+    {"TranspositionSizeMb = 64", "", "Transposition size is 3050402 entries (67108844 bytes)\n"},
+    {"TranspositionSizeMb=0", "", "Transposition size is 0 entries (0 bytes)\n"},
+    {"TranspositionSizeMb = -1",
+     "Tarquelin.ini(1) WARNING: Incorrect hash size setting in Tarquelin.ini; set to default\n",
+     "Transposition size is 524288 entries (11534336 bytes)\n"},
+    {"\nTranspositionSize = 26",
+     "Tarquelin.ini(2) WARNING: Incorrect hash size setting in Tarquelin.ini; set to default\n",
+     "Transposition size is 524288 entries (11534336 bytes)\n"},
+    {"TranspositionSize = 12", "", "Transposition size is 4096 entries (90112 bytes)\n"},
+    {"PawnHashSize = 11",
+     "Tarquelin.ini(1) WARNING: Incorrect pawn hash size setting in Tarquelin.ini; set to "
+     "default\n",
+     "Pawn hash size is 524288 entries (13631488 bytes)\n"},
+    {"PawnHashSizeMb = 1", "", "Pawn hash size is 40329 entries (1048554 bytes)\n"},
+    {"EGTBHashSizeMb = 0",
+     "Tarquelin.ini(1) WARNING: Incorrect EGTB cache size setting in Tarquelin.ini; set to "
+     "default\n",
+     "EGTBHashSize = 1048576 bytes\n"},
+    {"EGTBCacheSize = 27", "", "EGTBHashSize = 134217728 bytes\n"},
+    {"Aggressivity = 301", "Tarquelin.ini(1) WARNING: Incorrect AGGRESSIVITY setting; set to 300\n",
+     "Aggressivity = 300 (150)%\n"},
+    {"Aggressivity = 101", "", "Aggressivity = 101 (50)%\n"},
+    {"cowardice = -5", "Tarquelin.ini(1) WARNING: Incorrect COWARDICE setting; set to 0\n",
+     "Cowardice = 0 (0)%\n"},
+    {"Tropism = 999", "Tarquelin.ini(1) WARNING: Incorrect TROPISM setting; set to 300\n",
+     "Tropism = 300 (600)%\n"},
+    {"VarietyOfPlay = 101",
+     "Tarquelin.ini(1) WARNING: Incorrect VarietyOfPlay setting; set to 100\n",
+     "VarietyOfPlay = 100\n"},
+    {"BookLearningMode = discover", "", "BookLearningMode = DISCOVER\n"},
+    {"BookLearningMode = learn", "Tarquelin.ini(1) WARNING: Token unknown \"learn\"\n",
+     "BookLearningMode = KILL\n"},
+    {"Pondering = maybe", "Tarquelin.ini(1) WARNING: Token unknown \"maybe\"\n",
+     "Pondering = on\n"},
+    {"Pondering = OFF", "", "Pondering = off\n"},
+    {"UseBookLearning = f", "", "UseBookLearning = off\n"},
+    {"Learning = true\nUseLearningData = 1", "Tarquelin.ini(2) WARNING: Token unknown \"1\"\n",
+     "UseLearning = on\n"},
+    {"ResignValue\t= 500", "", "ResignValue = 800\n"},
+    {"ResignValue = -7x", "", "ResignValue = -7\n"},
+    {";ResignValue = 500\nResign = 3\n= ResignTimes 9\nUnknown = 1\n;", "", "ResignTimes = 3\n"},
+    {"EGTBPath = d:\\my tables\\, e:\\x\"\x80zzz", "",
+     "EGTB path = \"d:\\my tables\\, e:\\x\"\"\n"},
+    // The end of the file shows only after a read, so the last line is applied again.
+    {"Tropism = 1000\n",
+     "Tarquelin.ini(1) WARNING: Incorrect TROPISM setting; set to 300\n"
+     "Tarquelin.ini(2) WARNING: Incorrect TROPISM setting; set to 300\n",
+     "Tropism = 300 (600)%\n"},
+};
+
+TEST(SettingsFile, TakesGoodValuesAndWarnsOfBadOnes) {
+    for (const WarningCase& c : Warnings) {
+        SCOPED_TRACE(c.settings);
+        const std::string text = StartUpText(c.settings);
+        const std::string head = std::string(Banner) + c.warnings + NoBook + "Transposition";
+        EXPECT_TRUE(text.starts_with(head)) << text;
+        EXPECT_NE(text.find(c.summary), std::string::npos) << text;
+    }
+}
+
+TEST(SettingsFile, OverlongLinesAreReadInPieces) {
+    // The second piece begins after 249 characters and is a line of its own.
+    const std::string filler = ";" + std::string(248, 'x');
+    const std::string text = StartUpText(filler + "ResignTimes = 7\n;");
+    EXPECT_NE(text.find("ResignTimes = 7\n"), std::string::npos) << text;
+}
+
+TEST(SettingsFile, AnOtherBookIsOpenedAtOnceAndTheDefaultTriedWhenItFails) {
+    const std::string text = StartUpText("OpeningsBook = no such.tqn");
+    EXPECT_TRUE(text.starts_with(std::string(Banner) + "Error opening \"no such.tqn\"!\n" + NoBook))
+        << text;
+}
+
+} // namespace
