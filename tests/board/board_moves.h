@@ -145,19 +145,23 @@ template <typename Visit> void WalkTree(int depth, Visit visit) {
     }
 }
 
+constexpr int RANDOM_GAMES = 3;
+
 // Plays random games of `plies` legal moves from each of the varied positions and calls `visit`
 // before every move: positions that nobody thought of.
 template <typename Visit> void WalkRandomGames(int plies, Visit visit) {
     std::mt19937 random(7);
     for (const TestPosition& position : VariedPositions()) {
         SCOPED_TRACE(position.name);
-        LoadFen(position.fen);
-        for (int ply = 0; ply < plies && !testing::Test::HasFailure(); ply++) {
-            visit();
-            const std::vector<Move> moves = PlayableMoves();
-            if (moves.empty())
-                break;
-            MakeMove(moves[random() % moves.size()], true);
+        for (int game = 0; game < RANDOM_GAMES; game++) {
+            LoadFen(position.fen);
+            for (int ply = 0; ply < plies && !testing::Test::HasFailure(); ply++) {
+                visit();
+                const std::vector<Move> moves = PlayableMoves();
+                if (moves.empty())
+                    break;
+                MakeMove(moves[random() % moves.size()], true);
+            }
         }
     }
 }

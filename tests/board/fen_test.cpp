@@ -84,7 +84,7 @@ TEST_F(Fen, LastKingOfAColourIsTheKing) {
     EXPECT_EQ(KingSquare[BLACK], Sq("d6"));
     EXPECT_EQ(KingSquare[WHITE], Sq("g1"));
     EXPECT_EQ(MenCount, 4);
-    EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
+    EXPECT_EQ(FirstDifferenceFromRecomputation(true), "");
 }
 
 TEST_F(Fen, CastlingRightsAreThoseThatThePlacementAllows) {

@@ -113,7 +113,7 @@ TEST_F(PositionTest, SecondKingTakesThePlaceOfTheFirst) {
     EXPECT_EQ(KingSquare[WHITE], Sq("a4"));
     EXPECT_EQ(PieceBB[KING][WHITE], Squares("a4"));
     EXPECT_EQ(ColourBB[WHITE], Squares("e1 a4"));
-    EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
+    EXPECT_EQ(FirstDifferenceFromRecomputation(true), "");
 }
 
 TEST_F(PositionTest, LastMoveIsNoneAtTheSetUpAndAfterANullMove) {

@@ -1,0 +1,168 @@
+#include "board/attack_tests.h"
+
+#include "board_moves.h"
+
+namespace {
+
+class AttackTests : public BoardTest {};
+
+bool OnBoard(int file, int rank) {
+    return file >= 0 && file < 8 && rank >= 0 && rank < 8;
+}
+
+// The squares that the man on `sq` attacks, found by stepping over `Board`.
+Bitboard StepAttacks(int sq) {
+    constexpr int queenSteps[8][2] = {{1, 0}, {-1, 0}, {0, 1},  {0, -1},
+                                      {1, 1}, {1, -1}, {-1, 1}, {-1, -1}};
+    constexpr int knightSteps[8][2] = {{1, 2},  {2, 1},  {-1, 2},  {-2, 1},
+                                       {1, -2}, {2, -1}, {-1, -2}, {-2, -1}};
+    const Piece piece = Board[sq];
+    Bitboard attacks = 0;
+    for (int i = 0; i < 8; i++) {
+        const int* step = piece == KNIGHT ? knightSteps[i] : queenSteps[i];
+        if ((piece == ROOK && i >= 4) || (piece == BISHOP && i < 4))
+            continue;
+        if (piece == PAWN && (i < 4 || step[1] != (ColourOn(sq) == WHITE ? 1 : -1)))
+            continue;
+        int file = FileOf(sq) + step[0];
+        int rank = RankOf(sq) + step[1];
+        while (OnBoard(file, rank)) {
+            attacks |= SquareBit(rank * 8 + file);
+            if (piece == KNIGHT || piece == PAWN || piece == KING ||
+                Board[rank * 8 + file] != EMPTY)
+                break;
+            file += step[0];
+            rank += step[1];
+        }
+    }
+    return attacks;
+}
+
+void CompareWithStepping() {
+    Bitboard attackers[2][64] = {};
+    for (Bitboard men = Occupied(); men;) {
+        const int from = PopLowest(men);
+        const Bitboard attacks = StepAttacks(from);
+        ASSERT_EQ(PieceAttacks(from, ColourOn(from), Board[from]), attacks)
+            << SquareText(from) << " in " << WriteFen();
+        for (Bitboard b = attacks; b;)
+            attackers[ColourOn(from)][PopLowest(b)] |= SquareBit(from);
+    }
+    for (const Colour side : {WHITE, BLACK}) {
+        for (int sq = 0; sq < 64; sq++) {
+            ASSERT_EQ(AttackersOf(side, sq), attackers[side][sq])
+                << side << " on " << SquareText(sq) << " in " << WriteFen();
+            ASSERT_EQ(SquareAttacked(side, sq), attackers[side][sq] != 0)
+                << side << " on " << SquareText(sq) << " in " << WriteFen();
+        }
+        ASSERT_EQ(InCheck(side), attackers[ChangeSide(side)][KingSquare[side]] != 0);
+    }
+}
+
+} // namespace
+
+TEST_F(AttackTests, AgreeWithSteppingOverTheBoard) {
+    WalkRandomGames(80, CompareWithStepping);
+}
+
+TEST_F(AttackTests, CodesThatAreNoPieceAttackNothing) {
+    for (const int code : {-1, 0, 4, 8, 100})
+        EXPECT_EQ(PieceAttacks(Sq("d4"), WHITE, code), 0u) << code;
+}
+
+TEST_F(AttackTests, MenAreAskedFromSquaresWhereTheyDoNotStand) {
+    LoadFen("4k3/8/3p4/8/1P1r4/8/8/4K3 w - -");
+    EXPECT_EQ(PieceAttacks(Sq("d4"), WHITE, BISHOP),
+              Squares("a1 b2 c3 e5 f6 g7 h8 a7 b6 c5 e3 f2 g1"));
+    EXPECT_EQ(PieceAttacks(Sq("d5"), BLACK, ROOK), Squares("d4 d6 a5 b5 c5 e5 f5 g5 h5"));
+    EXPECT_EQ(PieceAttacks(Sq("c5"), WHITE, PAWN), Squares("b6 d6"));
+    EXPECT_EQ(PieceAttacks(Sq("c5"), BLACK, PAWN), Squares("b4 d4"));
+}
+
+TEST_F(AttackTests, SlidersBeyondAreTheFirstOfTheirKind) {
+    struct Case {
+        const char* name;
+        const char* fen;
+        const char* square;
+        Direction direction;
+        const char* found;
+    };
+    constexpr Case cases[] = {
+        {"rook to the north", "3r4/8/8/8/8/8/3P4/8 w - -", "d2", NORTH, "d8"},
+        {"the nearer of two", "3r4/3R4/8/8/8/8/3P4/8 w - -", "d2", NORTH, "d7"},
+        {"queen on a line", "8/8/8/8/q2P4/8/8/8 w - -", "d4", WEST, "a4"},
+        {"bishop on a line", "8/8/8/8/3P2b1/8/8/8 w - -", "d4", EAST, ""},
+        {"pawn before the rook", "8/8/8/8/3P2pr/8/8/8 w - -", "d4", EAST, ""},
+        {"wrong side", "3r4/8/8/8/8/8/3P4/8 w - -", "d2", SOUTH, ""},
+        {"bishop to the south-east", "8/8/8/8/3P4/8/8/6B1 w - -", "d4", SOUTH_EAST, "g1"},
+        {"queen to the north-east", "7q/8/8/8/3P4/8/8/8 w - -", "d4", NORTH_EAST, "h8"},
+        {"rook on a diagonal", "7r/8/8/8/3P4/8/8/8 w - -", "d4", NORTH_EAST, ""},
+        {"next to it", "8/8/8/2b5/3P4/8/8/8 w - -", "d4", NORTH_WEST, "c5"},
+        {"to the south-west", "8/8/8/8/3P4/8/1Q6/8 w - -", "d4", SOUTH_WEST, "b2"},
+        {"from the edge", "8/8/8/8/P7/8/8/8 w - -", "a4", WEST, ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        LoadFen(c.fen);
+        EXPECT_EQ(SlidersBeyond(Sq(c.square), c.direction), Squares(c.found));
+    }
+}
+
+TEST_F(AttackTests, ChecksAreKnownBeforeTheMoveIsMade) {
+    int checks = 0;
+    int discovered = 0;
+    int byPromotion = 0;
+    int byCastling = 0;
+    int byEnPassant = 0;
+    const auto compare = [&] {
+        const Colour them = ChangeSide(SideToMove);
+        for (const Move move : PlayableMoves()) {
+            const bool foretold = GivesCheck(move);
+            MakeMove(move, true);
+            const Bitboard checkers = AttackersOf(ChangeSide(them), KingSquare[them]);
+            UnmakeMove();
+            ASSERT_EQ(foretold, checkers != 0) << MoveText(move) << " in " << WriteFen();
+            checks += foretold;
+            discovered += foretold && !(checkers & SquareBit(To(move)));
+            byPromotion += foretold && Promotion(move) != EMPTY;
+            byCastling += foretold && IsCastling(move);
+            byEnPassant += foretold && IsEnPassant(move);
+        }
+    };
+    WalkRandomGames(120, compare);
+    for (const TestPosition& position : VariedPositions()) {
+        LoadFen(position.fen);
+        WalkTree(1, compare);
+    }
+    // The walks have seen every way of giving check.
+    EXPECT_GT(checks, 1000);
+    EXPECT_GT(discovered, 50);
+    EXPECT_GT(byPromotion, 50);
+    EXPECT_GT(byCastling, 5);
+    EXPECT_GT(byEnPassant, 5);
+}
+
+TEST_F(AttackTests, LegalityIsKnownBeforeTheMoveIsMade) {
+    int illegal = 0;
+    int illegalEnPassant = 0;
+    int illegalKing = 0;
+    const auto compare = [&] {
+        if (InCheck(SideToMove))
+            return;
+        for (const Move move : Generated(GenerateAll)) {
+            const bool legal = IsLegalMove(move);
+            ASSERT_EQ(legal, Playable(move)) << MoveText(move) << " in " << WriteFen();
+            illegal += !legal;
+            illegalEnPassant += !legal && IsEnPassant(move);
+            illegalKing += !legal && MovingPiece(move) == KING;
+        }
+    };
+    WalkRandomGames(120, compare);
+    for (const TestPosition& position : VariedPositions()) {
+        LoadFen(position.fen);
+        WalkTree(1, compare);
+    }
+    EXPECT_GT(illegal - illegalKing, 500);
+    EXPECT_GT(illegalKing, 500);
+    EXPECT_GT(illegalEnPassant, 1);
+}

@@ -1,0 +1,101 @@
+#include "board/legal_moves.h"
+
+#include "board/pseudo_legal.h"
+#include "board_moves.h"
+
+namespace {
+
+class LegalMoves : public BoardTest {};
+
+} // namespace
+
+// The tests that walk from these positions trust them.
+TEST_F(LegalMoves, VariedPositionsCouldArise) {
+    for (const TestPosition& position : VariedPositions()) {
+        SCOPED_TRACE(position.name);
+        LoadFen(position.fen);
+        EXPECT_EQ(PieceCount[KING][WHITE], 1);
+        EXPECT_EQ(PieceCount[KING][BLACK], 1);
+        EXPECT_FALSE(InCheck(ChangeSide(SideToMove)));
+        EXPECT_FALSE((PieceBB[PAWN][WHITE] | PieceBB[PAWN][BLACK]) & (RankBB(0) | RankBB(7)));
+    }
+}
+
+TEST_F(LegalMoves, AreThosePlayedWithoutLosingTheKing) {
+    WalkRandomGames(80, [] {
+        const std::string before = WriteFen();
+        MoveStackTop = 17;
+        const std::vector<Move> legal = Generated([] {
+            const int start = MoveStackTop;
+            const int count = GenerateLegalMoves();
+            ASSERT_EQ(count, MoveStackTop - start);
+        });
+        ASSERT_EQ(MovesText(legal), MovesText(PlayableMoves())) << before;
+        for (const Move move : Generated(GenerateAll)) {
+            const bool isLegal = std::find(legal.begin(), legal.end(), move) != legal.end();
+            ASSERT_EQ(IsLegal(move), isLegal) << MoveText(move) << " in " << before;
+        }
+        ASSERT_EQ(MoveStackTop, 17);
+        ASSERT_EQ(WriteFen(), before);
+    });
+}
+
+TEST_F(LegalMoves, LeaveOutCastlingOutOfCheck) {
+    LoadFen("4r1k1/8/8/8/8/8/8/R3K2R w KQ -");
+    EXPECT_NE(FindMove("e1g1"), NO_MOVE);
+    EXPECT_FALSE(IsLegal(FindMove("e1g1")));
+    EXPECT_EQ(MovesText(Generated([] { GenerateLegalMoves(); })), "e1d1 e1f1 e1d2 e1f2");
+}
+
+TEST_F(LegalMoves, LeaveOutCapturesOfAKing) {
+    LoadFen("4k3/8/8/8/8/8/4R3/4K3 w - -");
+    EXPECT_NE(FindMove("e2e8"), NO_MOVE);
+    EXPECT_FALSE(IsLegal(FindMove("e2e8")));
+}
+
+TEST_F(LegalMoves, WordsMustFitInEveryField) {
+    LoadFen("4k3/P7/8/3p4/4P3/8/8/4K3 w - -");
+    EXPECT_TRUE(IsLegal(MoveWord(Sq("e4"), Sq("d5"), PAWN, PAWN)));
+    EXPECT_FALSE(IsLegal(MoveWord(Sq("e4"), Sq("d5"), PAWN)));
+    EXPECT_FALSE(IsLegal(MoveWord(Sq("e4"), Sq("d5"), PAWN, KNIGHT)));
+    EXPECT_FALSE(IsLegal(MoveWord(Sq("e4"), Sq("d5"), BISHOP, PAWN)));
+    EXPECT_FALSE(IsLegal(MoveWord(Sq("a7"), Sq("a8"), PAWN)));
+    EXPECT_TRUE(IsLegal(MoveWord(Sq("a7"), Sq("a8"), PAWN, EMPTY, QUEEN)));
+    EXPECT_FALSE(IsLegal(NO_MOVE));
+}
+
+// What comes out of a hash table may be any word.
+TEST_F(LegalMoves, AnyWordIsPseudoLegalExactlyWhenItIsGenerated) {
+    int index = 0;
+    for (const TestPosition& position : VariedPositions()) {
+        SCOPED_TRACE(position.name);
+        LoadFen(position.fen);
+        const std::vector<Move> generated = Sorted(Generated(GenerateAll));
+        // All words in every fourth position; elsewhere one in 64.
+        const Move stride = index % 4 == 0 ? 1 : 61;
+        for (Move word = Move(index++) % 61 % stride; word <= MOVE_MASK; word += stride) {
+            if (IsPseudoLegal(word) &&
+                !std::binary_search(generated.begin(), generated.end(), word)) {
+                ADD_FAILURE() << MoveText(word) << " (" << word << ") was not generated";
+                return;
+            }
+        }
+        for (const Move move : generated)
+            EXPECT_TRUE(IsPseudoLegal(move)) << MoveText(move);
+    }
+}
+
+TEST_F(LegalMoves, MovesOfOtherPositionsArePseudoLegalOnlyWhereTheyAreGenerated) {
+    std::vector<Move> seen;
+    WalkRandomGames(60, [&seen] {
+        const std::vector<Move> generated = Sorted(Generated(GenerateAll));
+        for (const Move move : seen) {
+            ASSERT_EQ(IsPseudoLegal(move),
+                      std::binary_search(generated.begin(), generated.end(), move))
+                << MoveText(move) << " in " << WriteFen();
+        }
+        seen.insert(seen.end(), generated.begin(), generated.end());
+        if (seen.size() > 400)
+            seen.erase(seen.begin(), seen.end() - 400);
+    });
+}

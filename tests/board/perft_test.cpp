@@ -1,0 +1,248 @@
+#include "board/perft.h"
+
+#include "board/legal_moves.h"
+#include "board_moves.h"
+
+namespace {
+
+class Perft : public BoardTest {};
+class PerftDeep : public BoardTest {};
+
+// Legal leaves of a tree, and what is counted here where that differs: castling out of check is
+// counted along with what follows from it. The differences were found with a plain generator that
+// allows just that; without it, it agrees with the legal counts.
+struct Count {
+    uint64_t legal;
+    uint64_t withCastlingOutOfCheck = 0;
+
+    uint64_t Expected() const {
+        return withCastlingOutOfCheck != 0 ? withCastlingOutOfCheck : legal;
+    }
+};
+
+constexpr int ROW_DEPTHS = 8;
+
+struct Row {
+    const char* name;
+    const char* fen;
+    Count counts[ROW_DEPTHS]; // from depth 1 on; zero where no more are known
+};
+
+constexpr Row Rows[] = {
+    {"start position",
+     "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -",
+     {{20}, {400}, {8902}, {197281}, {4865609}, {119060324}}},
+    {"every kind of move",
+     "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq -",
+     {{48}, {2039}, {97862}, {4085603, 4086290}, {193690690, 193737613}}},
+    {"every kind of move for Black",
+     "r3k2r/pppbbppp/2n2q1P/1P2p3/3pn3/BN2PNP1/P1PPQPB1/R3K2R b KQkq -",
+     {{48}, {2039}, {97862}, {4085603, 4086290}}},
+    {"rank pin against en passant",
+     "8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - -",
+     {{14}, {191}, {2812}, {43238}, {674624}, {11030083}}},
+    {"castling under promotion",
+     "r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq -",
+     {{6}, {264}, {9467}, {422333}, {15833292}}},
+    {"castling under promotion for Black",
+     "r2q1rk1/pP1p2pp/Q4n2/bbp1p3/Np6/1B3NBn/pPPP1PPP/R3K2R b KQ -",
+     {{6}, {264}, {9467}, {422333}}},
+    {"pawn takes on the back rank",
+     "rnbq1k1r/pp1Pbppp/2p5/8/2B5/8/PPP1NnPP/RNBQK2R w KQ -",
+     {{44}, {1486}, {62379, 62478}, {2103487, 2107464}, {89941194, 90219128}}},
+    {"quiet middlegame",
+     "r4rk1/1pp1qppp/p1np1n2/2b1p1B1/2B1P1b1/P1NP1N2/1PP1QPPP/R4RK1 w - -",
+     {{46}, {2079}, {89890}, {3894594}}},
+    {"promotions everywhere",
+     "n1n5/PPPk4/8/8/8/8/4Kppp/5N1N b - -",
+     {{24}, {496}, {9483}, {182838}, {3605103}, {71179139}}},
+    {"promotions everywhere for White",
+     "n1n5/PPPk4/8/8/8/8/4Kppp/5N1N w - -",
+     {{24}, {496}, {9483}, {182838}, {3605103}}},
+    {"bare rooks and kings",
+     "r3k2r/8/8/8/8/8/8/R3K2R w KQkq -",
+     {{26},
+      {568, 570},
+      {13744, 13792},
+      {314346, 315106},
+      {7594526, 7616560},
+      {179862938, 180413095}}},
+    {"bare rooks and kings, Black",
+     "r3k2r/8/8/8/8/8/8/R3K2R b KQkq -",
+     {{26}, {568, 570}, {13744, 13792}, {314346, 315106}, {7594526, 7616560}}},
+    {"short castling checks",
+     "5k2/8/8/8/8/8/8/4K2R w K -",
+     {{15}, {66}, {1198}, {6399}, {120330}, {661072}}},
+    {"long castling checks",
+     "3k4/8/8/8/8/8/8/R3K3 w Q -",
+     {{16}, {71}, {1286}, {7418}, {141077}, {803711}}},
+    {"bishops on the castling paths",
+     "r3k2r/1b4bq/8/8/8/8/7B/R3K2R w KQkq -",
+     {{26}, {1141, 1142}, {27826, 27943}, {1274206, 1281104}}},
+    {"queens beside the castling kings",
+     "r3k2r/8/3Q4/8/8/5q2/8/R3K2R b KQkq -",
+     {{44}, {1494, 1502}, {50509, 51015}, {1720476, 1745159}}},
+    {"knights beside the castling kings",
+     "1r2k1r1/8/5n2/8/8/2N5/8/R3K2R w KQ -",
+     {{33}, {961}, {28768, 28781}, {838858, 839256}}},
+    {"en passant discovers on the rank",
+     "8/8/8/8/k2Pp2Q/8/8/3K4 b - d4",
+     {{6}, {136}, {863}, {20471}, {117741}}},
+    {"en passant discovers on the diagonal",
+     "8/5bk1/8/2Pp4/8/1K6/8/8 w - d5",
+     {{8}, {104}, {736}, {9287}, {62297}, {824064}}},
+    {"en passant discovers on the diagonal, Black",
+     "8/8/1k6/8/2pP4/8/5BK1/8 b - d4",
+     {{8}, {104}, {736}, {9287}, {62297}, {824064}}},
+    {"en passant gives check",
+     "8/5k2/8/2Pp4/2B5/1K6/8/8 w - d5",
+     {{15}, {126}, {1928}, {13931}, {206379}, {1440467}}},
+    {"en passant from both sides",
+     "4k3/8/8/2PpP3/8/8/8/4K3 w - d5",
+     {{9}, {47}, {376}, {2321}, {19352}, {118938}}},
+    {"en passant on the edge files",
+     "4k3/p6p/8/1P4P1/1p4p1/8/P6P/4K3 w - -",
+     {{11}, {126}, {1478}, {17318}, {204979}, {2406118}}},
+    {"only pawns",
+     "4k3/pppppppp/8/8/8/8/PPPPPPPP/4K3 w - -",
+     {{18}, {324}, {5658}, {98766}, {1683597}}},
+    {"blocked pawns",
+     "8/k7/3p4/p2P1p2/P2P1P2/8/8/K7 w - -",
+     {{3}, {15}, {90}, {396}, {2090}, {10545}, {61641}}},
+    {"promotion out of check",
+     "2K2r2/4P3/8/8/8/8/8/3k4 w - -",
+     {{11}, {133}, {1442}, {19174}, {266199}, {3821001}}},
+    {"promotion gives check",
+     "4k3/1P6/8/8/8/8/K7/8 w - -",
+     {{9}, {40}, {472}, {2661}, {38983}, {217342}, {3742283}}},
+    {"underpromotion in the corner",
+     "8/P1k5/K7/8/8/8/8/8 w - -",
+     {{6}, {27}, {273}, {1329}, {18135}, {92683}, {1555980}}},
+    {"stalemate is near",
+     "K1k5/8/P7/8/8/8/8/8 w - -",
+     {{2}, {6}, {13}, {63}, {382}, {2217}, {15453}, {93446}}},
+    {"stalemate and mate",
+     "8/k1P5/8/1K6/8/8/8/8 w - -",
+     {{10}, {25}, {268}, {926}, {10857}, {43261}, {567584}}},
+    {"double check", "8/8/2k5/5q2/5n2/8/5K2/8 b - -", {{37}, {183}, {6559}, {23527}, {811573}}},
+    {"discovered and double checks",
+     "r1bqk2r/pppp1ppp/2n2n2/1B2N3/1b2P3/2N5/PPPP1PPP/R1BQ1RK1 w kq -",
+     {{37}, {1216}, {44770}, {1454385, 1454767}}},
+    {"double check waits on the e-file",
+     "rnb1kbnr/ppppqppp/8/4N3/8/8/PPPPQPPP/RNB1KB1R w KQkq -",
+     {{36}, {994}, {34514}, {994246}}},
+    {"knight against pawns",
+     "8/8/1P2K3/8/2n5/1q6/8/5k2 b - -",
+     {{29}, {165}, {5160}, {31961}, {1004658}}},
+    {"three queens a side",
+     "3qk3/1q4q1/8/8/8/8/1Q4Q1/3QK3 w - -",
+     {{58}, {2629}, {119920}, {5239290}}},
+    {"nine queens",
+     "3Q4/1Q4Q1/4Q3/2Q4R/Q4Q2/3Q4/1Q4Rp/1K1BBNNk w - -",
+     {{218}, {20}, {4072}, {15903}}},
+    {"nothing but knights and rooks",
+     "nnnnknnn/pppppppp/8/8/8/8/PPPPPPPP/RRRRKRRR w - -",
+     {{16}, {448}, {7482}, {209484}, {3718656}}},
+    {"most moves",
+     "R6R/3Q4/1Q4Q1/4Q3/2Q4Q/Q4Q2/pp1Q4/kBNN1KB1 w - -",
+     {{218}, {99}, {19073}, {85043}}},
+    {"five pins at once",
+     "4k3/3nr3/1q3b2/8/b2B3r/4R3/3NQ3/r2RK2B w - -",
+     {{47}, {2397}, {102164}, {5195232}}},
+    {"opposite castling",
+     "r3k2r/pp1bppbp/2np1np1/q7/3NP3/2N1BP2/PPPQ2PP/2KR1B1R b kq -",
+     {{51}, {1921}, {92247}, {3594592}}},
+    {"queenside is open",
+     "r3k2r/pbppqppp/1pn2n2/4p3/1bB1P3/2NP1N2/PPPBQPPP/R3K2R w KQkq -",
+     {{41}, {1567, 1568}, {62249, 62306}, {2402751, 2406126}}},
+    {"rook ending",
+     "8/5pk1/4p1p1/7P/5P2/1r6/6PK/4R3 w - -",
+     {{19}, {450}, {7925}, {171753}, {3022323}}},
+    {"minor pieces",
+     "8/2k2b2/2n5/1p2p3/4P3/1B2N3/5K2/8 b - -",
+     {{23}, {514}, {10368}, {206395}, {3905559}}},
+    {"rooks on the seventh",
+     "r5k1/1R3R1p/6p1/8/8/6P1/1r3r1P/R5K1 b - -",
+     {{37}, {1178}, {38633}, {1236325}}},
+    {"king hunt",
+     "r1b2r2/pp1n1ppk/4p2p/3pP2Q/2pP1N2/q1P4R/P1P2PPP/4K2R b K -",
+     {{32}, {934, 936}, {26695, 26761}, {804489, 807604}}},
+    {"en passant takes the checker",
+     "8/8/8/1k6/2Pp4/8/8/4K2B b - c4",
+     {{8}, {100}, {584}, {8298}, {50845}, {712453}}},
+    {"fortresses of pawns and bishops",
+     "4kb2/1p1p1p2/1P1PpP2/4P3/8/2p5/2P1B3/4K3 w - -",
+     {{12}, {61}, {741}, {5319}, {64014}, {496047}}},
+    {"both sides promote with capture",
+     "rn2k1nr/1PP3PP/8/8/8/8/1pp3pp/RN2K1NR w KQkq -",
+     {{37}, {1056}, {31589}, {906035}}},
+};
+
+// Trees up to this size are walked in every kind of build, larger ones are the deep test's.
+constexpr uint64_t SMALL_TREE = 1000000;
+
+void CountTrees(bool small) {
+    for (const Row& row : Rows) {
+        SCOPED_TRACE(row.name);
+        LoadFen(row.fen);
+        const std::string before = WriteFen();
+        for (int i = 0; i < ROW_DEPTHS; i++) {
+            const uint64_t expected = row.counts[i].Expected();
+            if (expected == 0)
+                break;
+            if ((expected <= SMALL_TREE) == small) {
+                EXPECT_EQ(CountPerft(i + 1), expected) << "depth " << i + 1;
+            }
+        }
+        EXPECT_EQ(WriteFen(), before);
+    }
+}
+
+uint64_t CountLegal(int depth) {
+    const int start = MoveStackTop;
+    const int end = start + GenerateLegalMoves();
+    uint64_t leaves = depth > 1 ? 0 : uint64_t(end - start);
+    for (int i = start; i < end && depth > 1; i++) {
+        MakeMove(MoveStack[i].move, true);
+        leaves += CountLegal(depth - 1);
+        UnmakeMove();
+    }
+    MoveStackTop = start;
+    return leaves;
+}
+
+} // namespace
+
+TEST_F(Perft, SmallTreesHaveTheirKnownSizes) {
+    CountTrees(true);
+}
+
+TEST_F(PerftDeep, LargeTreesHaveTheirKnownSizes) {
+    CountTrees(false);
+}
+
+TEST_F(Perft, LegalMovesAloneGiveTheLegalCounts) {
+    for (const Row& row : Rows) {
+        SCOPED_TRACE(row.name);
+        LoadFen(row.fen);
+        for (int i = 0; i < ROW_DEPTHS && row.counts[i].legal != 0; i++) {
+            if (row.counts[i].legal <= 400000) {
+                EXPECT_EQ(CountLegal(i + 1), row.counts[i].legal) << "depth " << i + 1;
+            }
+        }
+    }
+}
+
+TEST_F(Perft, DepthsThatCannotBeFinishedCountNothing) {
+    for (const int depth : {-1, 0, MAX_PERFT_DEPTH + 1})
+        EXPECT_EQ(CountPerft(depth), 0u);
+}
+
+TEST_F(Perft, FinishedGamesHaveNoLeaves) {
+    LoadFen("7k/5Q2/6K1/8/8/8/8/8 b - -");
+    EXPECT_EQ(CountPerft(1), 0u);
+    EXPECT_EQ(CountPerft(4), 0u);
+    LoadFen("R5k1/5ppp/8/8/8/8/8/6K1 b - -");
+    EXPECT_EQ(CountPerft(3), 0u);
+    EXPECT_EQ(MoveStackTop, 0);
+}
