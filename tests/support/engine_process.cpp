@@ -12,6 +12,7 @@
 #include <iterator>
 #include <poll.h>
 #include <sstream>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -52,6 +53,8 @@ void EngineProcess::Start() {
     ASSERT_EQ(pipe2(output, O_CLOEXEC), 0);
     process = fork();
     if (process == 0) {
+        // A test run that is killed must not leave an engine thinking.
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
         dup2(input[0], STDIN_FILENO);
         dup2(output[1], STDOUT_FILENO);
         if (chdir(directory.c_str()) == 0)
