@@ -24,6 +24,8 @@ TEST_F(Evasions, ComeKingFirstAndThenByKind) {
          "h5g4 h5h4 h5g6 h5h6 b6b5 e7e5 b6a5"},
         {"en passant", "8/8/8/1PpP4/1K6/8/8/4k3 w - c5",
          "b4a3 b4b3 b4c3 b4a4 b4c4 b4a5 b4c5 b5c6 d5c6"},
+        {"en passant would uncover a bishop", "5b2/8/8/1Pp5/1K6/8/8/4k3 w - c5",
+         "b4a3 b4b3 b4c3 b4a4 b4c4 b4a5"},
         {"promotion between", "r2K4/1P6/8/8/8/8/8/4k3 w - -",
          "d8c7 d8d7 d8e7 b7b8q b7b8r b7b8n b7b8b b7a8q b7a8n b7a8r b7a8b"},
         {"two checkers", "4k3/8/3n4/1B6/8/8/8/K3R3 b - -", "e8f7 e8d8 e8f8"},

@@ -38,9 +38,14 @@ constexpr Case Cases[] = {
     {"rook takes what a knight guards", "4k3/8/5n2/3p4/8/8/8/3RK3 w - -", "d1d5", false},
     {"own pawn behind a rook", "3rk3/3r4/8/3p4/2P5/8/8/3RK3 w - -", "d1d5", true},
     {"own pawn behind a knight", "4k3/1b6/8/3p4/4P3/2N5/8/4K3 w - -", "c3d5", true},
+    // The early answers come before the own pawn is asked.
+    {"pawn before own pawn", "4k3/8/2p5/3p4/4P3/2N5/8/4K3 w - -", "c3d5", false},
+    {"knight before own pawn", "4k3/8/5n2/3p4/4P3/8/8/3RK3 w - -", "d1d5", false},
+    {"bishop before own pawn", "4k3/1b6/8/3p4/4P3/8/8/3RK3 w - -", "d1d5", false},
     // Played out.
     {"knight for pawn", "4k3/1b6/8/3p4/8/2N5/8/4K3 w - -", "c3d5", false},
     {"queen for two rooks", "3rk3/8/8/3r4/2P5/8/8/3QK3 w - -", "d1d5", true},
+    {"queen for two rooks and a pawn", "3rk3/3r4/8/3r4/2P5/8/8/3QK3 w - -", "d1d5", true},
     {"queen for one rook", "3rk3/8/8/3r4/8/8/8/3QK3 w - -", "d1d5", false},
     {"second rook through the first", "3rk3/8/8/3p4/8/8/3R4/3RK3 w - -", "d2d5", true},
     {"two rooks against two", "3rk3/3r4/8/3p4/8/8/3R4/3RK3 w - -", "d2d5", false},
