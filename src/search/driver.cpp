@@ -110,9 +110,14 @@ static bool SearchLaterMove(int i) {
         return true;
     }
     score = SearchRootChild(0, -MATE, MATE);
-    if (!StopSearch)
-        RootScores[0] = score;
-    return true;
+    if (StopSearch)
+        return true;
+    RootScores[0] = score;
+    if (score > best)
+        return true;
+    // The open window took back what the null window had promised.
+    MoveFromFront(i);
+    return false;
 }
 
 // One root move. False when the search was stopped in it.

@@ -119,6 +119,8 @@ static bool AllowChecks(Node& node) {
 // Makes the move, searches it at `qdepth` and takes it back; the ply's givesCheck must be set.
 static int32_t SearchMove(const Node& node, Move move, int32_t qdepth) {
     MakeMove(move, true);
+    PrefetchHash();
+    PrefetchEvaluation();
     PlyStates[SearchPly + 1].inCheck = node.ply.givesCheck;
     SearchPly++;
     const int32_t score = -QuiesceNode(-node.beta, -node.alpha, qdepth);

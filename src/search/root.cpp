@@ -46,12 +46,17 @@ bool PrepareRoot() {
     return true;
 }
 
-// Moves entry `i` to place `place`; those between shift down one place.
+// Turns the entries [first, last) round so that `middle` comes first, in all parallel lists.
+static void RotateEntries(int first, int middle, int last) {
+    std::rotate(MoveStack + first, MoveStack + middle, MoveStack + last);
+    std::rotate(RootScores + first, RootScores + middle, RootScores + last);
+    std::rotate(RootGivesCheck + first, RootGivesCheck + middle, RootGivesCheck + last);
+    std::rotate(RootNodes + first, RootNodes + middle, RootNodes + last);
+}
+
+// Moves entry `i` up to `place`; those between shift down one place.
 static void MoveEntry(int i, int place) {
-    std::rotate(MoveStack + place, MoveStack + i, MoveStack + i + 1);
-    std::rotate(RootScores + place, RootScores + i, RootScores + i + 1);
-    std::rotate(RootGivesCheck + place, RootGivesCheck + i, RootGivesCheck + i + 1);
-    std::rotate(RootNodes + place, RootNodes + i, RootNodes + i + 1);
+    RotateEntries(place, i, i + 1);
 }
 
 void SortRootMoves() {
@@ -65,6 +70,10 @@ void SortRootMoves() {
 
 void MoveToFront(int i) {
     MoveEntry(i, 0);
+}
+
+void MoveFromFront(int i) {
+    RotateEntries(0, 1, i + 1);
 }
 
 void ReorderByNodes() {

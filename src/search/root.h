@@ -27,5 +27,8 @@ void SortRootMoves();
 // Moves entry `i` to the front; those before it shift down one place.
 void MoveToFront(int i);
 
+// Takes that back: the first entry returns to place `i`, those before it shift up.
+void MoveFromFront(int i);
+
 // Reorders entries 1 and up by the nodes spent on them, most first.
 void ReorderByNodes();

@@ -316,6 +316,8 @@ static bool TryMove(Node& node, Move move, Stage stage) {
         node.quiets++;
     }
     MakeMove(move, true);
+    PrefetchHash();
+    PrefetchEvaluation();
     SearchPly++;
     PlyStates[SearchPly].inCheck = check;
     const int32_t score = SearchMade(node, node.depth - ONE_PLY + extension, extension > 0, quiet);

@@ -1,14 +1,15 @@
 // The rules of the house that no compiler checks: which way includes point, where #ifdef may stand,
 // who owns the process-wide variables.
 
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -54,11 +55,33 @@ std::string ModuleOf(const std::string& path) {
     return path.substr(0, path.rfind('.'));
 }
 
+std::vector<std::string> LinesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+// The line without blanks before and after its first "#", for reading directives.
+std::string Directive(const std::string& line) {
+    std::string directive;
+    for (const char c : line) {
+        if (c != ' ' || directive.size() > 1)
+            directive += c;
+    }
+    return directive;
+}
+
 std::vector<std::string> IncludesOf(const std::string& text) {
+    constexpr std::string_view include = "#include \"";
     std::vector<std::string> includes;
-    const std::regex line("#\\s*include\\s*\"([^\"]+)\"");
-    for (std::sregex_iterator match(text.begin(), text.end(), line), end; match != end; ++match)
-        includes.push_back((*match)[1]);
+    for (const std::string& line : LinesOf(text)) {
+        const std::string directive = Directive(line);
+        if (directive.starts_with(include))
+            includes.push_back(
+                directive.substr(include.size(), directive.rfind('"') - include.size()));
+    }
     return includes;
 }
 
@@ -136,9 +159,8 @@ TEST(House, NoModulesIncludeEachOther) {
 
 TEST(House, OnlyThePlatformAsksForThePlatform) {
     for (const auto& [path, text] : ReadSources()) {
-        if (FloorOf(path) == "platform")
-            continue;
-        EXPECT_FALSE(std::regex_search(text, std::regex("#\\s*(ifdef|ifndef|if )"))) << path;
+        for (const std::string& line : LinesOf(text))
+            EXPECT_TRUE(FloorOf(path) == "platform" || !Directive(line).starts_with("#if")) << path;
     }
 }
 
@@ -149,38 +171,61 @@ TEST(House, EveryHeaderSaysWhatItOwns) {
     }
 }
 
-// Names declared `extern` in the header.
-std::vector<std::string> ExternNames(const std::string& header) {
-    std::vector<std::string> names;
-    const std::regex declaration("\nextern [^;(]*?([A-Za-z_0-9]+)(\\[[^;]*\\])?;");
-    for (std::sregex_iterator match(header.begin(), header.end(), declaration), end; match != end;
-         ++match)
-        names.push_back((*match)[1]);
+bool IsNameCharacter(char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
+}
+
+// The last word before the first of the characters that end a variable's declarator.
+std::string DeclaredName(const std::string& line) {
+    size_t end = line.find_first_of("[;={(");
+    while (end != std::string::npos && end > 0 && !IsNameCharacter(line[end - 1]))
+        end--;
+    if (end == std::string::npos)
+        return "";
+    size_t begin = end;
+    while (begin > 0 && IsNameCharacter(line[begin - 1]))
+        begin--;
+    return line.substr(begin, end - begin);
+}
+
+// Names of the variables whose lines begin with the word at the left margin.
+std::set<std::string> NamesDeclared(const std::string& text, const std::string& word) {
+    std::set<std::string> names;
+    for (const std::string& line : LinesOf(text)) {
+        if (line.starts_with(word + " "))
+            names.insert(DeclaredName(line));
+    }
     return names;
 }
 
 TEST(House, EveryProcessWideVariableIsDefinedOnceByItsOwnerAndConstinit) {
     const Sources sources = ReadSources();
-    int variables = 0;
+    size_t variables = 0;
     for (const auto& [path, text] : sources) {
         if (!path.ends_with(".h"))
             continue;
-        for (const std::string& name : ExternNames(text)) {
+        for (const std::string& name : NamesDeclared(text, "extern")) {
             variables++;
-            const std::regex definition("\nconstinit [^;{=]*\\b" + name + "\\b");
             for (const auto& [other, source] : sources) {
                 const bool owner = other == ModuleOf(path) + ".cpp";
-                EXPECT_EQ(std::regex_search(source, definition), owner) << name << " in " << other;
+                EXPECT_EQ(NamesDeclared(source, "constinit").contains(name), owner)
+                    << name << " in " << other;
             }
         }
     }
-    EXPECT_GT(variables, 50);
+    EXPECT_GT(variables, 50U);
 }
 
 TEST(House, NoProcedureHidesAVariableOfItsOwn) {
-    const std::regex local("\n +static (?!constexpr|_)[^(\n]*[=;]");
-    for (const auto& [path, text] : ReadSources())
-        EXPECT_FALSE(std::regex_search(text, local)) << path;
+    for (const auto& [path, text] : ReadSources()) {
+        for (const std::string& line : LinesOf(text)) {
+            const size_t begin = line.find_first_not_of(' ');
+            const bool local = begin != std::string::npos && begin > 0 &&
+                               line.compare(begin, 7, "static ") == 0 &&
+                               line.compare(begin, 17, "static constexpr ") != 0;
+            EXPECT_FALSE(local) << path << ": " << line;
+        }
+    }
 }
 
 } // namespace

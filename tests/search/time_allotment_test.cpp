@@ -28,7 +28,7 @@ struct ClockCase {
     const char* name;
     int time;
     int increment;
-    int moves;  // a period
+    int moves; // a period
     bool toGo;
     int gamePly;
     int sinceBook;
