@@ -27,7 +27,9 @@ extern int32_t KingAttackScore[2];
 // begin the mate scores.
 constexpr int32_t EVAL_LIMIT = 30000;
 
-// Evaluates the position in full and stores the score in centipawns from the view of the side to
-// move. Every caller passes FULL_BOUND as the bound.
+// The bound that every caller passes: none at all.
 constexpr int32_t FULL_BOUND = 32700;
+
+// Evaluates the position in full and stores the score in centipawns from the view of the side to
+// move.
 void Evaluate(int32_t& score, int32_t bound);
