@@ -64,8 +64,11 @@ inline std::string MoveText(Move move) {
 
 inline std::string MovesText(const std::vector<Move>& moves) {
     std::string text;
-    for (const Move move : moves)
-        text += (text.empty() ? "" : " ") + MoveText(move);
+    for (const Move move : moves) {
+        if (!text.empty())
+            text += ' ';
+        text += MoveText(move);
+    }
     return text;
 }
 
