@@ -151,7 +151,8 @@ std::string WriteFen() {
     } else {
         text += '-';
     }
-    const int fullMove = Ply / 2 + 1;
+    // Counts Black's moves since the set-up, which may have had either side to move.
+    const int fullMove = (Ply - SetupPly + (SideToMove == WHITE ? 1 : 0)) / 2 + 1;
     text += ' ' + std::to_string(FiftyCount) + ' ' + std::to_string(fullMove);
     return text;
 }

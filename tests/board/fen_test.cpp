@@ -31,6 +31,29 @@ TEST_F(Fen, IsWrittenWithTheDoubleStepOfTheGame) {
     EXPECT_EQ(WriteFen(), "rnbqkbnr/pp1ppppp/8/2p5/4P3/5N2/PPPP1PPP/RNBQKB1R b KQkq - 1 2");
 }
 
+TEST_F(Fen, MoveNumberGrowsWithBlacksMoves) {
+    struct Case {
+        const char* name;
+        const char* fen;
+        const char* moves;
+        const char* counters; // fifty-move count and move number
+    };
+    constexpr Case cases[] = {
+        {"Black to move, set up", "4k3/8/8/8/8/8/8/4K3 b - -", "", " 0 1"},
+        {"Black has moved", "4k3/8/8/8/8/8/8/4K3 b - -", "e8e7", " 1 2"},
+        {"White has moved", "4k3/8/8/8/8/8/8/4K3 b - -", "e8e7 e1e2", " 2 2"},
+        {"en passant, set up", "4k3/8/8/3pP3/8/8/8/4K3 w - d5", "", " 0 1"},
+        {"en passant, White has moved", "4k3/8/8/3pP3/8/8/8/4K3 w - d5", "e1e2", " 1 1"},
+        {"en passant, Black has moved", "4k3/8/8/3pP3/8/8/8/4K3 w - d5", "e1e2 e8e7", " 2 2"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        LoadFen(c.fen);
+        Play(c.moves);
+        EXPECT_TRUE(WriteFen().ends_with(c.counters)) << WriteFen();
+    }
+}
+
 TEST_F(Fen, SideIsBlackUnlessItSaysWhite) {
     struct Case {
         const char* fen;
