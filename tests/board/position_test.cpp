@@ -75,6 +75,28 @@ TEST_F(PositionTest, FullestSignatureIsTheLargestValidOne) {
     EXPECT_EQ(MaterialIndex, 531440);
 }
 
+TEST_F(PositionTest, TooManyPawnsAreReportedWhenTheSignatureIsRebuilt) {
+    struct Case {
+        const char* fen;
+        int index;
+        const char* printed;
+    };
+    constexpr Case cases[] = {
+        {"4k3/pppppppp/8/8/8/8/PPPPPPPP/4K3 w - -", 8 * 65610, ""},
+        {"4k3/pppppppp/p7/8/8/8/8/4K3 w - -", 531441, ""},
+        {"4k3/pppppppp/p7/8/8/8/P7/4K3 w - -", 538002, "Error when indexing material!\n"},
+        {"QQQ1k3/pppppppp/pp6/8/8/8/8/4K3 w - -", 531441, ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.fen);
+        LoadFen(c.fen);
+        testing::internal::CaptureStdout();
+        RecomputeMaterialIndex();
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), c.printed);
+        EXPECT_EQ(MaterialIndex, c.index);
+    }
+}
+
 TEST_F(PositionTest, MenCanBePlacedAndTakenOffAtRandom) {
     constexpr Piece kinds[] = {KING, KNIGHT, PAWN, ROOK, BISHOP, QUEEN};
     std::mt19937 random(3);
