@@ -63,7 +63,8 @@ struct Node {
     int moves = 0;      // legal moves met, those left out included
     int searched = 0;
     int quiets = 0; // quiet moves searched
-    Move quietMoves[MAX_PENALISED] = {};
+    Move killersTried[2] = {NO_MOVE, NO_MOVE};
+    Move quietMoves[MAX_PENALISED]; // as many as `quiets` tells; clearing them all costs time
 
     Node(int32_t low, int32_t high, int32_t remaining, bool mayPass)
         : alpha(low), beta(high), depth(remaining), ply(PlyStates[SearchPly]), nullAllowed(mayPass),
@@ -355,8 +356,7 @@ static bool TryGenerated(Node& node, int start, Stage stage) {
         const Move move = MoveStack[i].move;
         if (move == node.hashMove)
             continue;
-        if (stage == QUIET_STAGE &&
-            (move == node.ply.killers[SideToMove][0] || move == node.ply.killers[SideToMove][1]))
+        if (stage == QUIET_STAGE && (move == node.killersTried[0] || move == node.killersTried[1]))
             continue;
         if (stage != EVASION_STAGE && !IsLegalMove(move))
             continue;
@@ -373,35 +373,26 @@ static bool TryCaptures(Node& node) {
     return TryGenerated(node, start, CAPTURE_STAGE);
 }
 
-// The slots may change below this node, so both are read before either is tried; the quiet moves
-// then leave out what was tried here.
-static bool TryKillers(Node& node, Move (&tried)[2]) {
+static bool TryKillers(Node& node) {
+    // The slots change when one of them cuts off below, so both are read first.
     const Move killers[2] = {node.ply.killers[SideToMove][0], node.ply.killers[SideToMove][1]};
     for (int i = 0; i < 2; i++) {
         const Move move = killers[i];
-        if (move == NO_MOVE || move == node.hashMove || !IsQuiet(move))
+        if (move == NO_MOVE || move == node.hashMove || !KillerFits(move) || !IsLegalMove(move))
             continue;
-        if (!KillerFits(move) || !IsLegalMove(move))
-            continue;
-        tried[i] = move;
+        node.killersTried[i] = move;
         if (TryMove(node, move, KILLER_STAGE))
             return true;
     }
     return false;
 }
 
-static bool TryQuiets(Node& node, const Move (&tried)[2]) {
+static bool TryQuiets(Node& node) {
     const int start = MoveStackTop;
     if (node.futile)
         GenerateQuietChecks(node.slice);
     else
         GenerateQuiet(node.slice);
-    int kept = start;
-    for (int i = start; i < MoveStackTop; i++) {
-        if (MoveStack[i].move != tried[0] && MoveStack[i].move != tried[1])
-            MoveStack[kept++] = MoveStack[i];
-    }
-    MoveStackTop = kept;
     return TryGenerated(node, start, QUIET_STAGE);
 }
 
@@ -414,8 +405,7 @@ static bool TryStages(Node& node) {
         GenerateEvasions();
         return TryGenerated(node, start, EVASION_STAGE);
     }
-    Move killersTried[2] = {NO_MOVE, NO_MOVE};
-    return TryCaptures(node) || TryKillers(node, killersTried) || TryQuiets(node, killersTried);
+    return TryCaptures(node) || TryKillers(node) || TryQuiets(node);
 }
 
 // The value of a node without a legal move.
