@@ -8,8 +8,8 @@
 namespace {
 
 constexpr const char* FirstPage[] = {
-    "Tarquelin commands:\n"
-    "------------------------------------------------------------------------------\n",
+    ("Tarquelin commands:\n"
+     "------------------------------------------------------------------------------\n"),
     "analyze ................... Enters analyze mode",
     "black ..................... Sets black to move and engine side to white",
     "brd ....................... Prints a board",
