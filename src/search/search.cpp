@@ -196,21 +196,16 @@ static void DeepenInternally(Node& node) {
     node.ply.bestMove = NO_MOVE;
 }
 
-// The margin by which quiet moves at this depth can still lift the static evaluation, or -1 where
-// the horizon is too far away to tell.
-static int32_t FutilityMargin(int32_t depth) {
-    const int band = depth < 2 * ONE_PLY ? 0 : depth < 5 * ONE_PLY / 2 ? 1 : 2;
-    if (depth >= 4 * ONE_PLY)
-        return -1;
-    const PruneBand& prune = PruneBands[band];
-    return prune.margin + prune.coefficient * (PhaseUnits[WHITE] + PhaseUnits[BLACK]);
-}
-
+// Whether quiet moves this near the horizon cannot lift the static evaluation to alpha any more.
+// Users set the margins to whatever they like, so the sum is taken in 64 bits.
 static bool QuietMovesAreFutile(const Node& node) {
-    if (node.ply.inCheck || node.openWindow || node.mateThreat || node.alpha <= -MATE_BOUND)
+    if (node.ply.inCheck || node.openWindow || node.mateThreat || node.alpha <= -MATE_BOUND ||
+        node.depth >= 4 * ONE_PLY)
         return false;
-    const int32_t margin = FutilityMargin(node.depth);
-    return margin >= 0 && node.staticEval + margin <= node.alpha;
+    const int band = node.depth < 2 * ONE_PLY ? 0 : node.depth < 5 * ONE_PLY / 2 ? 1 : 2;
+    const PruneBand& prune = PruneBands[band];
+    const int64_t units = PhaseUnits[WHITE] + PhaseUnits[BLACK];
+    return int64_t{node.staticEval} + prune.margin + prune.coefficient * units <= node.alpha;
 }
 
 // On the last ply a move that gives no check and earns no extension can be judged by what it

@@ -32,10 +32,12 @@ class SearchTest : public testing::Test {
 protected:
     void SetUp() override {
         SetUpEngineTables();
+        AllocateHashTables();
         ForgetSearches();
     }
     void TearDown() override {
         ForgetSearches();
+        FreeHashTables();
         SetStartPosition();
     }
 };
