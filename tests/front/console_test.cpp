@@ -135,6 +135,19 @@ TEST(Console, AnswersATypedMove) {
     EXPECT_EQ(engine.Ask("force\nremove\nbrd"), StartBoard);
 }
 
+TEST(Console, AFixedTimeIsUsedWhateverTheClockSays) {
+    EngineProcess engine;
+    engine.Settle();
+    engine.Send("time 3\nst 1\ngo");
+    const std::string text = engine.ReadUntilPrefix("move ");
+    std::istringstream lastLine(text.substr(text.rfind('\n', text.rfind("\nmove ") - 1) + 1));
+    int depth = 0;
+    int score = 0;
+    int hundredths = 0;
+    lastLine >> depth >> score >> hundredths;
+    EXPECT_GE(hundredths, 95) << text;
+}
+
 TEST(Console, DepthOnePlaysTheFirstMoveByItsOrderScore) {
     EngineProcess engine;
     engine.Send("loadfen 4k3/8/8/3p4/4P3/8/8/4K3 w - -\nnopost\nsd 1\ngo");
