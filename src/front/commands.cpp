@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cinttypes>
 #include <cstdio>
-#include <cstdlib>
 
 #include "board/board_view.h"
 #include "board/fen.h"
@@ -11,42 +10,25 @@
 #include "board/order_tables.h"
 #include "board/perft.h"
 #include "book/book.h"
+#include "front/analysis.h"
+#include "front/clocks.h"
 #include "front/edit_board.h"
+#include "front/engine_turn.h"
 #include "front/game.h"
 #include "front/help.h"
 #include "front/notation.h"
+#include "front/search_commands.h"
+#include "front/shutdown.h"
 #include "platform/clock.h"
 #include "platform/signals.h"
-#include "search/driver.h"
+#include "search/driver_state.h"
 #include "search/hash_memory.h"
+#include "search/interrupts.h"
 #include "search/limits.h"
 #include "search/pruning_margins.h"
 #include "search/root.h"
 #include "search/state.h"
 #include "tablebase/registry.h"
-
-namespace {
-
-// A clock that was given never reads as none or as infinite.
-constexpr int64_t LONGEST_CLOCK = INFINITE_TIME - 1;
-
-} // namespace
-
-// A number of larger units as hundredths of a second, within what a clock can show.
-static int32_t Hundredths(int64_t number, int64_t factor) {
-    return int32_t(std::clamp<int64_t>(number * factor, -LONGEST_CLOCK, LONGEST_CLOCK));
-}
-
-// A clock that has run out still shows the smallest time there is.
-static int32_t RemainingTime(int64_t hundredths) {
-    return int32_t(std::clamp<int64_t>(hundredths, 1, LONGEST_CLOCK));
-}
-
-// The engine takes the side to move and answers.
-static void StartThinking() {
-    EngineSide = SideToMove;
-    Think();
-}
 
 static void PrintLine(const char* line) {
     std::puts(line);
@@ -54,8 +36,7 @@ static void PrintLine(const char* line) {
 }
 
 void QuitProgram(const CommandLine&) {
-    std::fflush(stdout);
-    std::exit(0);
+    EndProgram();
 }
 
 void CleanTables(const CommandLine&) {
@@ -79,7 +60,7 @@ void PlayTypedMove(const CommandLine& line) {
     GoPonder = false;
     SearchMoveCount = 0;
     PlayByBaseTime = true;
-    StartThinking();
+    TakeTurn();
 }
 
 void ShowHelpPages(const CommandLine&) {
@@ -223,7 +204,8 @@ constexpr GoParameter GoParameters[] = {
 
 } // namespace
 
-// Every later token that looks like a move restricts the search.
+// Every later token that looks like a move restricts the search. What stands between and behind
+// the moves is read like any other parameter.
 static void ReadSearchMoves(const CommandLine& line, int first) {
     for (int i = first; i <= line.Arguments(); i++) {
         const std::string& text = line.tokens[size_t(i)].text;
@@ -246,10 +228,8 @@ static int ReadGoParameter(const CommandLine& line, int i) {
         OwnTime = INFINITE_TIME;
     else if (KeywordMatches("ponder", word))
         GoPonder = true;
-    else if (KeywordMatches("searchmoves", word)) {
+    else if (KeywordMatches("searchmoves", word))
         ReadSearchMoves(line, i + 1);
-        return line.Arguments();
-    }
     return 1;
 }
 
@@ -261,7 +241,7 @@ void Go(const CommandLine& line) {
         ResetSearchLimits();
     for (int i = 1; i <= line.Arguments();)
         i += ReadGoParameter(line, i);
-    StartThinking();
+    TakeTurn();
 }
 
 // Gives the move to a side. What was played before cannot be taken back any more: its records
@@ -291,6 +271,10 @@ void UndoMove(const CommandLine&) {
 
 void ForceOn(const CommandLine&) {
     ForceMode = true;
+}
+
+void Analyse(const CommandLine&) {
+    AnalyseGame();
 }
 
 void ShowBoard(const CommandLine&) {
@@ -342,8 +326,16 @@ void PlayDemo(const CommandLine&) {
     GoPonder = false;
     SearchMoveCount = 0;
     PlayByBaseTime = true;
-    while (Think()) {
+    ResetInterrupts();
+    while (ThinkAndMove()) {
+        // A drawn game goes on, with searches too short to look at their input.
+        HandleSearchCommands();
+        if (!MoveWanted())
+            break;
+        ResetInterrupts();
     }
+    if (NewRequested)
+        NewGame();
     PonderNow = ponderNow;
 }
 

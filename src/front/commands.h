@@ -23,6 +23,7 @@ void SetWhite(const CommandLine& line);
 void SetBlack(const CommandLine& line);
 void RemoveMoves(const CommandLine& line);
 void UndoMove(const CommandLine& line);
+void Analyse(const CommandLine& line);
 void ForceOn(const CommandLine& line);
 void ShowBoard(const CommandLine& line);
 void ShowFlags(const CommandLine& line);

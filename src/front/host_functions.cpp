@@ -1,12 +1,34 @@
 #include "front/host_functions.h"
 
 #include "front/adjudication.h"
+#include "front/input_lines.h"
+#include "front/search_commands.h"
 #include "front/thinking.h"
+#include "platform/input.h"
 #include "search/host.h"
+#include "search/interrupts.h"
+
+static bool InputWaiting() {
+    return LineWaiting() || StandardInputWaiting() != 0;
+}
+
+// A predicted position has not arisen, so that nothing is announced of it.
+static void AnnounceDrawsOfGame() {
+    if (!PonderingOnPrediction)
+        AnnounceDraws();
+}
+
+static void AnnounceEndOfGame() {
+    if (!PonderingOnPrediction)
+        AnnounceGameOver();
+}
 
 void InstallHostFunctions() {
-    Host.announceDraw = AnnounceDraws;
-    Host.announceGameOver = AnnounceGameOver;
+    Host.inputWaiting = InputWaiting;
+    Host.waitForInput = WaitForLine;
+    Host.handleInput = HandleSearchCommands;
+    Host.announceDraw = AnnounceDrawsOfGame;
+    Host.announceGameOver = AnnounceEndOfGame;
     Host.printVariation = PrintThinking;
     Host.announceMove = AnnounceMove;
 }

@@ -50,12 +50,23 @@ bool TakeLine(std::string& line) {
     return true;
 }
 
-bool NextLine(std::string& line) {
+bool WaitForLine() {
     while (!LineWaiting()) {
         if (!ReadInput())
             return false;
     }
-    return TakeLine(line);
+    return true;
+}
+
+bool NextLine(std::string& line) {
+    return WaitForLine() && TakeLine(line);
+}
+
+void ReturnLine(const std::string& line) {
+    const auto place = Buffer.begin() + std::ptrdiff_t(TakenUpTo);
+    Buffer.insert(Buffer.insert(place, line.begin(), line.end()) + std::ptrdiff_t(line.size()),
+                  '\n');
+    SearchedUpTo = TakenUpTo;
 }
 
 int NextCharacter() {

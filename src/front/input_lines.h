@@ -13,8 +13,15 @@ bool LineWaiting();
 // turned into a blank; a NUL ends it. False when no whole line waits.
 bool TakeLine(std::string& line);
 
-// Waits for the next line. False at the end of input, when what is left has no line end.
+// Waits until a whole line waits, asleep. False at the end of input, when what is left has no line
+// end.
+bool WaitForLine();
+
+// Waits for the next line and takes it. False at the end of input.
 bool NextLine(std::string& line);
+
+// Puts a line that was taken back: it will be the next.
+void ReturnLine(const std::string& line);
 
 // The next character of the input, -1 at its end.
 int NextCharacter();

@@ -51,7 +51,7 @@ constexpr Command Commands[] = {
     {"white", SetWhite},
     {"stop", NOT_BUILT, true},
     {"remove", RemoveMoves},
-    {"analyze", NOT_BUILT},
+    {"analyze", Analyse},
     {"black", SetBlack},
     {"force", ForceOn},
     {"brd", ShowBoard},

@@ -7,9 +7,11 @@
 #include "board/attack_tests.h"
 #include "board/make_move.h"
 #include "board/pseudo_legal.h"
+#include "front/adjudication.h"
 #include "front/game.h"
 #include "front/notation.h"
 #include "front/resign.h"
+#include "search/interrupts.h"
 #include "search/root.h"
 #include "search/state.h"
 #include "search/transposition.h"
@@ -26,34 +28,47 @@ constexpr int32_t PRINTED_MATE_OFFSET = 67;
 
 } // namespace
 
-// Makes the move that the table remembers here and prints it. False at the end of what it knows.
-static bool FollowTable(int printed) {
+Move MoveBeingSearched() {
+    return Ply > RootGamePly ? UndoStack[RootGamePly].move : RootMove(RootIndex);
+}
+
+// Makes the move that the table remembers here and returns it; NO_MOVE at the end of what it knows.
+static Move FollowTable() {
     const HashHit hit = HashProbe();
     // A damaged or colliding entry must not reach the board.
     if (!hit.found || hit.move == NO_MOVE || !IsPseudoLegal(hit.move))
-        return false;
+        return NO_MOVE;
     const Colour us = SideToMove;
     MakeMove(hit.move, true);
-    if (InCheck(us)) {
-        UnmakeMove();
-        return false;
-    }
-    if (printed == 1)
-        PonderMove = hit.move;
-    std::printf(" %s", MoveText(hit.move).c_str());
-    return true;
+    if (!InCheck(us))
+        return hit.move;
+    UnmakeMove();
+    return NO_MOVE;
 }
 
 void PrintVariationMoves(int index) {
-    PonderMove = NO_MOVE;
     std::printf(" %s", MoveText(RootMove(index)).c_str());
     const int startPly = Ply;
     if (Ply == RootGamePly)
         MakeMove(RootMove(index), true);
-    for (int printed = 1; printed < MAX_VARIATION && FollowTable(printed); printed++) {
+    for (int printed = 1; printed < MAX_VARIATION; printed++) {
+        const Move move = FollowTable();
+        if (move == NO_MOVE)
+            break;
+        std::printf(" %s", MoveText(move).c_str());
     }
     while (Ply > startPly)
         UnmakeMove();
+}
+
+// What the table expects the opponent to reply to a move.
+static Move ExpectedReply(Move move) {
+    MakeMove(move, true);
+    const Move reply = FollowTable();
+    if (reply != NO_MOVE)
+        UnmakeMove();
+    UnmakeMove();
+    return reply;
 }
 
 static int32_t PrintedScore(int32_t score) {
@@ -73,6 +88,12 @@ void PrintThinking(bool forced, BoundType) {
 }
 
 void AnnounceMove(Move move, bool fromBook) {
+    if (!MoveWanted())
+        return;
+    PonderMove = ExpectedReply(move);
+    // What a search of a predicted position has kept to itself.
+    if (PredictedMove != NO_MOVE)
+        AnnounceDraws();
     if (!fromBook)
         PrintThinking(true, BOUND_EXACT);
     if (ShouldResign())

@@ -4,8 +4,11 @@
 #include "board/types.h"
 #include "search/host.h"
 
-// The second move of the variation printed last; NO_MOVE when there was none.
+// The reply that the engine expects to the move it announced last; NO_MOVE when it knows none.
 extern Move PonderMove;
+
+// The root move whose tree the running search is in.
+Move MoveBeingSearched();
 
 // Prints the variation of root move `index` as " %s" for each move: the root move, then what the
 // transposition table tells, 20 moves at most. Works at the root and below its first move.
@@ -16,5 +19,6 @@ void PrintVariationMoves(int index);
 void PrintThinking(bool forced, BoundType bound);
 
 // Announces the engine's move, which has not been made yet: the last thinking line unless the move
-// comes from the book, "resign" when the rule says so, and the move.
+// comes from the book, "resign" when the rule says so, and the move. Silent when the move is not
+// wanted any more.
 void AnnounceMove(Move move, bool fromBook);

@@ -146,6 +146,20 @@ std::string EngineProcess::Settle() {
     return ReadUntil("readyok");
 }
 
+std::string EngineProcess::WaitUntilIdle() {
+    std::string all;
+    for (int waited = 0; waited < DEADLINE_MILLISECONDS; waited += 10) {
+        // A running search answers the second line only.
+        Send("mvd");
+        all += Settle();
+        if (const size_t found = all.find("castling flags = "); found != std::string::npos)
+            return all.substr(0, found);
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    ADD_FAILURE() << "The engine goes on searching:\n" << transcript;
+    return all;
+}
+
 std::string EngineProcess::Ask(const std::string& lines) {
     Settle();
     Send(lines);
@@ -179,4 +193,16 @@ long EngineProcess::ProcessorTime() const {
     long system = 0;
     fields >> user >> system;
     return (user + system) * 1000 / sysconf(_SC_CLK_TCK);
+}
+
+bool EngineProcess::FallsAsleep() const {
+    long used = ProcessorTime();
+    for (int waited = 0; waited < DEADLINE_MILLISECONDS; waited += 300) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        const long before = used;
+        used = ProcessorTime();
+        if (used == before)
+            return true;
+    }
+    return false;
 }

@@ -28,6 +28,8 @@ public:
     std::string ReadThrough(const std::string& text);
     // Everything that is printed until the engine has answered `isready`.
     std::string Settle();
+    // Waits until no search runs and returns what is printed meanwhile.
+    std::string WaitUntilIdle();
     // Everything after start-up up to the answer to the lines, each sent in turn.
     std::string Ask(const std::string& lines);
 
@@ -37,6 +39,8 @@ public:
     bool Running() const;
     // Processor time that the process has used, in milliseconds.
     long ProcessorTime() const;
+    // Waits until the process uses no processor time for a moment; false when it goes on working.
+    bool FallsAsleep() const;
     const std::string& Directory() const {
         return directory;
     }

@@ -1,0 +1,11 @@
+// The engine's turn: its search, its move, and pondering until the next one.
+#pragma once
+
+// Thinks about the position, announces the move and makes it. False when no move came of it: the
+// game is over, or what arrived meanwhile made the move unwanted; it is for the caller to act on
+// the interrupts.
+bool ThinkAndMove();
+
+// Takes the side to move and plays; then ponders and plays again, for as long as the opponent plays
+// what was predicted. A new game that was asked for meanwhile is set up.
+void TakeTurn();

@@ -1,0 +1,221 @@
+#include "front/search_commands.h"
+
+#include <cinttypes>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "front/clocks.h"
+#include "front/game.h"
+#include "front/input_lines.h"
+#include "front/keyword.h"
+#include "front/notation.h"
+#include "front/shutdown.h"
+#include "front/thinking.h"
+#include "platform/input.h"
+#include "search/interrupts.h"
+#include "search/limits.h"
+#include "search/root.h"
+#include "search/state.h"
+
+namespace {
+
+// What becomes of the lines that wait behind the one acted on.
+enum class After { NEXT_LINE, RETURN };
+
+// Where the number of "time" and "otim" begins.
+constexpr size_t NUMBER_OFFSET = 5;
+
+} // namespace
+
+static After EndSearch() {
+    StopSearch = true;
+    return After::RETURN;
+}
+
+static After MoveNow(const std::string&) {
+    GoPonder = false;
+    return EndSearch();
+}
+
+static After ShowProgress(const std::string&) {
+    std::printf("stat01: %d %" PRId64 " %d %d %d %s\n", ElapsedTime(), NodeCount,
+                IterationDepth + 1, RootMoveCount - 1 - RootIndex, RootMoveCount,
+                MoveText(MoveBeingSearched()).c_str());
+    std::fflush(stdout);
+    return After::RETURN;
+}
+
+static After AnswerReady(const std::string&) {
+    std::puts("readyok");
+    std::fflush(stdout);
+    return After::NEXT_LINE;
+}
+
+static After PonderHit(const std::string&) {
+    GoPonder = false;
+    return After::NEXT_LINE;
+}
+
+static After RequestUndo(const std::string&) {
+    UndoRequested = true;
+    return EndSearch();
+}
+
+static After RequestExit(const std::string&) {
+    ExitRequested = true;
+    return EndSearch();
+}
+
+static After RequestNewGame(const std::string&) {
+    NewRequested = true;
+    return EndSearch();
+}
+
+static After ReceiveResult(const std::string&) {
+    ResultReceived = true;
+    return EndSearch();
+}
+
+static After Quit(const std::string&) {
+    EndProgram();
+}
+
+static After SwitchPost(const std::string& line) {
+    PostThinking = KeywordMatches("post", line);
+    return EndSearch();
+}
+
+static After EnterForce(const std::string&) {
+    ForceMode = true;
+    return EndSearch();
+}
+
+static After PonderingOn(const std::string&) {
+    if (PonderingSetting)
+        PonderNow = true;
+    return EndSearch();
+}
+
+static After PonderingOff(const std::string&) {
+    PonderNow = false;
+    return EndSearch();
+}
+
+// The number that a clock is set to; without one the clock stays.
+static void SetClock(const std::string& line, int32_t& clock) {
+    if (line.size() > NUMBER_OFFSET)
+        clock = RemainingTime(ReadNumber(std::string_view(line).substr(NUMBER_OFFSET)));
+}
+
+static After SetOwnClock(const std::string& line) {
+    SetClock(line, OwnTime);
+    return PonderingOnPrediction ? After::NEXT_LINE : EndSearch();
+}
+
+static After SetOpponentClock(const std::string& line) {
+    SetClock(line, OpponentTime);
+    return After::NEXT_LINE;
+}
+
+// The board stands somewhere in the tree, so that the men in the word of a typed move mean nothing.
+static bool SameSquares(Move a, Move b) {
+    return From(a) == From(b) && To(a) == To(b) && Promotion(a) == Promotion(b);
+}
+
+static Move FindRootMove(Move move) {
+    for (int i = 0; i < RootMoveCount; i++) {
+        if (SameSquares(RootMove(i), move))
+            return RootMove(i);
+    }
+    return NO_MOVE;
+}
+
+// The opponent's move has come while the engine pondered. The predicted one lets the search go on
+// as the engine's own; any other is left to be read again on the board as it was before the
+// prediction, where it is made and answered, or found illegal.
+static After AnswerPrediction(const std::string& line) {
+    if (!SameSquares(MoveFromText(line), PredictedMove)) {
+        ReturnLine(line);
+        return EndSearch();
+    }
+    PonderingOnPrediction = GoPonder = false;
+    return After::RETURN;
+}
+
+static After TakeTypedMove(const std::string& line) {
+    if (PonderingOnPrediction)
+        return AnswerPrediction(line);
+    TypedMove = FindRootMove(MoveFromText(line));
+    if (TypedMove == NO_MOVE) {
+        std::printf("Illegal move: %s\n", line.c_str());
+        std::fflush(stdout);
+    }
+    return EndSearch();
+}
+
+namespace {
+
+struct SearchCommand {
+    char first;          // matches a line with exactly this first character; 0 for none
+    const char* keyword; // matches by the keyword rule; null for none
+    After (*act)(const std::string& line);
+};
+
+// Tried from top to bottom, the first match acts, and a line that matches nothing is ignored.
+// Keywords match their own beginnings, so the order is part of the protocol. Most commands end the
+// search, even those that look harmless: interfaces rely on being answered by a move at once.
+constexpr SearchCommand SearchCommands[] = {
+    {'?', "stop", MoveNow},
+    {'.', nullptr, ShowProgress},
+    {0, "isready", AnswerReady},
+    {0, "ponderhit", PonderHit},
+    {0, "undo", RequestUndo},
+    {0, "exit", RequestExit},
+    {0, "new", RequestNewGame},
+    {0, "result", ReceiveResult},
+    {0, "post", SwitchPost},
+    {0, "nopost", SwitchPost},
+    {'q', nullptr, Quit},
+    {0, "force", EnterForce},
+    {0, "hard", PonderingOn},
+    {0, "easy", PonderingOff},
+    {0, "time", SetOwnClock},
+    // The idle interpreter knows "otime" only. Meant so.
+    {0, "otim", SetOpponentClock},
+};
+
+} // namespace
+
+static bool Matches(const SearchCommand& command, const std::string& line) {
+    return (command.first != 0 && line[0] == command.first) ||
+           (command.keyword != nullptr && KeywordMatches(command.keyword, line));
+}
+
+static After ActOn(const std::string& line) {
+    for (const SearchCommand& command : SearchCommands) {
+        if (Matches(command, line))
+            return command.act(line);
+    }
+    return HasMoveShape(line) ? TakeTypedMove(line) : After::NEXT_LINE;
+}
+
+// Takes the next line if a whole one waits; reads once where none does.
+static bool TakeWaitingLine(std::string& line) {
+    if (!LineWaiting()) {
+        if (StandardInputWaiting() == 0)
+            return false;
+        // At the end of input the predicted move cannot come any more. Other searches go on.
+        if (!ReadInput() && PonderingOnPrediction)
+            StopSearch = true;
+    }
+    return TakeLine(line);
+}
+
+void HandleSearchCommands() {
+    std::string line;
+    while (TakeWaitingLine(line)) {
+        if (ActOn(line) == After::RETURN)
+            return;
+    }
+}

@@ -1,0 +1,205 @@
+// What arrives while the engine thinks or ponders, over real pipes.
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "support/engine_process.h"
+
+namespace {
+
+constexpr const char* NoPondering = "Pondering = off";
+
+constexpr const char* StartBoard = "*R*N*B*Q*K*B*N*R\n"
+                                   "*P*P*P*P*P*P*P*P\n"
+                                   " . . . . . . . .\n"
+                                   " . . . . . . . .\n"
+                                   " . . . . . . . .\n"
+                                   " . . . . . . . .\n"
+                                   " P P P P P P P P\n"
+                                   " R N B Q K B N R\n";
+
+struct Ending {
+    const char* line;
+    const char* reply; // before the engine's move
+};
+
+constexpr Ending Endings[] = {
+    {"?", ""},
+    {"?!", ""},
+    {"stop", ""},
+    {"post", ""},
+    {"nopost", ""},
+    {"force", ""},
+    {"hard", ""},
+    {"easy", ""},
+    {"time 100", ""},
+    {"undo", ""},
+    {"exit", ""},
+    {"g1f3", ""},
+    {"E2e5", "Illegal move: E2e5\n"},
+    {"h1h8", "Illegal move: h1h8\n"},
+};
+
+TEST(SearchCommands, TheseEndTheSearchWithItsMove) {
+    for (const Ending& c : Endings) {
+        SCOPED_TRACE(c.line);
+        EngineProcess engine(NoPondering);
+        engine.Settle();
+        engine.Send(std::string("nopost\ngo infinite\n") + c.line);
+        std::string text = engine.ReadUntilPrefix("move ");
+        // Posting switched on shows the last line of thinking.
+        if (std::string(c.line) == "post")
+            text.erase(0, text.find("move "));
+        EXPECT_TRUE(text.starts_with(std::string(c.reply) + "move ")) << text;
+        engine.Ask("force\nundo");
+        EXPECT_EQ(engine.Ask("brd"), StartBoard) << "only the engine's own move was made";
+    }
+}
+
+TEST(SearchCommands, TheseLetTheSearchGoOn) {
+    for (const char* const line : {"otim 5", "isready", "ponderhit", "xyzzy", "", "brd", " .", "Q",
+                                   "level 40 5 0", "e2-e4"}) {
+        SCOPED_TRACE(line);
+        EngineProcess engine(NoPondering);
+        engine.Settle();
+        engine.Send(std::string("nopost\ngo infinite\n") + line + "\n.");
+        EXPECT_EQ(engine.ReadUntilPrefix("stat01: ").find("move"), std::string::npos);
+        engine.Send("?");
+        engine.ReadUntilPrefix("move ");
+    }
+}
+
+TEST(SearchCommands, ADotTellsHowFarTheSearchIs) {
+    EngineProcess engine(NoPondering);
+    engine.Settle();
+    engine.Send("nopost\ngo infinite\n.");
+    const std::string line = engine.ReadLine();
+    int time = 0;
+    long nodes = 0;
+    int depth = 0;
+    int left = -1;
+    int moves = 0;
+    char text[6] = "";
+    ASSERT_EQ(sscanf(line.c_str(), "stat01: %d %ld %d %d %d %5s", &time, &nodes, &depth, &left,
+                     &moves, text),
+              6)
+        << line;
+    EXPECT_GT(nodes, 0);
+    EXPECT_GE(depth, 2);
+    EXPECT_GE(left, 0);
+    EXPECT_LT(left, moves);
+    EXPECT_EQ(moves, 20);
+    EXPECT_EQ(std::string(text).size(), 4U);
+}
+
+TEST(SearchCommands, ANewGameOrAResultLeavesNoMove) {
+    for (const bool isNew : {true, false}) {
+        EngineProcess engine(NoPondering);
+        engine.Ask("nopost\nforce\ne2e4\ne7e5");
+        const std::string board = isNew ? StartBoard : engine.Ask("brd");
+        engine.Send(isNew ? "go infinite\nnew" : "go infinite\nresult 1-0 {White resigns}");
+        EXPECT_EQ(engine.Ask(""), "");
+        EXPECT_EQ(engine.Ask("brd"), board);
+    }
+}
+
+TEST(SearchCommands, QuitEndsTheProcessAtOnce) {
+    EngineProcess engine(NoPondering);
+    engine.Send("go infinite\nquit");
+    EXPECT_EQ(engine.WaitForExit(), 0);
+}
+
+// An engine that has answered 1. e2e4 and ponders; nothing is sent before it has said on what.
+class PonderingEngine : public EngineProcess {
+public:
+    PonderingEngine() {
+        Settle();
+        Send("nopost\nsd 5\ne2e4");
+        ReadUntilPrefix("move ");
+        hint = ReadLine();
+    }
+    std::string Predicted() const {
+        return hint.starts_with("Hint: ") ? hint.substr(6) : "";
+    }
+    // A legal reply that was not predicted.
+    std::string Other() const {
+        return Predicted() == "a2a3" ? "h2h3" : "a2a3";
+    }
+
+private:
+    std::string hint;
+};
+
+TEST(Pondering, ThePredictedMoveIsAnsweredAndTheNextOnePredicted) {
+    PonderingEngine engine;
+    ASSERT_EQ(engine.Predicted().size(), 4U) << engine.Transcript();
+    engine.Send("time 5000\notim 5000\n" + engine.Predicted());
+    EXPECT_TRUE(engine.ReadUntilPrefix("move ").starts_with("move ")) << engine.Transcript();
+    EXPECT_TRUE(engine.ReadLine().starts_with("Hint: "));
+    engine.Send("easy");
+    EXPECT_NE(engine.Ask("remove\nbrd"), StartBoard);
+    EXPECT_EQ(engine.Ask("remove\nbrd"), StartBoard) << "four plies were played";
+}
+
+TEST(Pondering, AnotherMoveTakesThePredictionBackAndIsAnswered) {
+    PonderingEngine engine;
+    engine.Send(engine.Other());
+    EXPECT_TRUE(engine.ReadUntilPrefix("move ").starts_with("move ")) << engine.Transcript();
+    engine.Send("easy");
+    EXPECT_NE(engine.Ask("remove\nbrd"), StartBoard);
+    EXPECT_EQ(engine.Ask("remove\nbrd"), StartBoard) << "four plies were played";
+}
+
+TEST(Pondering, AnIllegalMoveEndsIt) {
+    PonderingEngine engine;
+    engine.Send("a1a8");
+    EXPECT_EQ(engine.ReadLine(), "Illegal move: a1a8");
+    EXPECT_EQ(engine.Ask("remove\nbrd"), StartBoard) << "two plies were played";
+}
+
+TEST(Pondering, TheseEndItWithoutAWord) {
+    for (const char* const line : {"?", "post", "easy", "force", "hard", "result *", "exit"}) {
+        SCOPED_TRACE(line);
+        PonderingEngine engine;
+        EXPECT_EQ(engine.Ask(line), "");
+        EXPECT_EQ(engine.Ask("remove\nbrd"), StartBoard) << "two plies were played";
+    }
+}
+
+TEST(Pondering, AMoveTakenBackIsTheEnginesOwn) {
+    PonderingEngine engine;
+    engine.Ask("undo");
+    EXPECT_EQ(engine.Ask("undo\nbrd"), StartBoard);
+}
+
+TEST(Pondering, ANewGameLeavesNoPredictionOnTheBoard) {
+    PonderingEngine engine;
+    engine.Ask("new");
+    EXPECT_EQ(engine.Ask("brd"), StartBoard);
+    EXPECT_EQ(engine.Ask("black\nforce\ne7e5\nundo\nbrd"), StartBoard)
+        << "and Black may be to move";
+}
+
+TEST(Pondering, APredictedMateIsNotAnnouncedBeforeItIsPlayed) {
+    EngineProcess engine;
+    engine.Settle();
+    engine.Send("nopost\nsd 5\nloadfen 1r6/8/8/8/8/6k1/P7/7K w - -\ngo");
+    engine.ReadUntilPrefix("move ");
+    ASSERT_EQ(engine.ReadLine(), "Hint: b8b1");
+    EXPECT_EQ(engine.Settle(), "");
+    engine.Send("b8b1");
+    EXPECT_EQ(engine.ReadLine(), "0-1 {Black mates}");
+}
+
+TEST(Pondering, StopsAtTheEndOfInput) {
+    PonderingEngine engine;
+    engine.Send("?\nsd 90");
+    engine.Send(engine.Other() + "\n?");
+    engine.ReadUntilPrefix("Hint: ");
+    engine.CloseInput();
+    EXPECT_TRUE(engine.FallsAsleep());
+    EXPECT_TRUE(engine.Running());
+}
+
+} // namespace
