@@ -19,52 +19,6 @@ constinit bool HeldReturn = false;
 
 } // namespace
 
-static int RawRead(char* buffer, int size) {
-    for (;;) {
-#ifdef _WIN32
-        const int count = _read(0, buffer, static_cast<unsigned>(size));
-#else
-        const int count = int(read(STDIN_FILENO, buffer, size_t(size)));
-#endif
-        if (count >= 0 || errno != EINTR)
-            return count < 0 ? 0 : count;
-    }
-}
-
-// Drops carriage returns before line feeds from the `count` bytes in the buffer, which has room for
-// the one held back from the last read at its head. Returns how many are left.
-static int TranslateLineEnds(char* buffer, int count) {
-    int kept = 0;
-    for (int i = 0; i < count; i++) {
-        if (buffer[i] == '\r' && i + 1 < count && buffer[i + 1] == '\n')
-            continue;
-        buffer[kept++] = buffer[i];
-    }
-    HeldReturn = kept > 0 && buffer[kept - 1] == '\r';
-    return HeldReturn ? kept - 1 : kept;
-}
-
-int ReadStandardInput(char* buffer, int size) {
-    if (size < 2)
-        return 0;
-    for (;;) {
-        const int held = HeldReturn ? 1 : 0;
-        if (held)
-            buffer[0] = '\r';
-        const int count = RawRead(buffer + held, size - held);
-        if (count == 0) {
-            HeldReturn = false;
-            return held;
-        }
-        if (const int kept = TranslateLineEnds(buffer, held + count); kept > 0)
-            return kept;
-    }
-}
-
-void SleepAtEndOfInput() {
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));
-}
-
 #ifdef _WIN32
 
 namespace {
@@ -73,6 +27,14 @@ constinit HANDLE InputHandle = nullptr;
 constinit bool InputIsPipe = false;
 
 } // namespace
+
+static int RawRead(char* buffer, int size) {
+    return _read(0, buffer, static_cast<unsigned>(size));
+}
+
+static bool MayTryAgain() {
+    return errno == EINTR;
+}
 
 static void FetchInputHandle() {
     InputHandle = GetStdHandle(STD_INPUT_HANDLE);
@@ -97,9 +59,59 @@ int StandardInputWaiting() {
 
 #else
 
+static int RawRead(char* buffer, int size) {
+    return int(read(STDIN_FILENO, buffer, size_t(size)));
+}
+
+// Whether a failed read may be tried again. An interface that shares its end of the pipe may have
+// made it non-blocking: then the wait is ours.
+static bool MayTryAgain() {
+    if (errno == EAGAIN) {
+        pollfd input = {STDIN_FILENO, POLLIN, 0};
+        return poll(&input, 1, -1) > 0 || errno == EINTR;
+    }
+    return errno == EINTR;
+}
+
 int StandardInputWaiting() {
-    pollfd waiting = {STDIN_FILENO, POLLIN, 0};
-    return poll(&waiting, 1, 0) > 0 ? 1 : 0;
+    pollfd input = {STDIN_FILENO, POLLIN, 0};
+    return poll(&input, 1, 0) > 0 ? 1 : 0;
 }
 
 #endif
+
+// Drops carriage returns before line feeds from the `count` bytes in the buffer, which has room for
+// the one held back from the last read at its head. Returns how many are left.
+static int TranslateLineEnds(char* buffer, int count) {
+    int kept = 0;
+    for (int i = 0; i < count; i++) {
+        if (buffer[i] == '\r' && i + 1 < count && buffer[i + 1] == '\n')
+            continue;
+        buffer[kept++] = buffer[i];
+    }
+    HeldReturn = kept > 0 && buffer[kept - 1] == '\r';
+    return HeldReturn ? kept - 1 : kept;
+}
+
+int ReadStandardInput(char* buffer, int size) {
+    if (size < 2)
+        return 0;
+    for (;;) {
+        const int held = HeldReturn ? 1 : 0;
+        if (held)
+            buffer[0] = '\r';
+        const int count = RawRead(buffer + held, size - held);
+        if (count < 0 && MayTryAgain())
+            continue;
+        if (count <= 0) {
+            HeldReturn = false;
+            return held;
+        }
+        if (const int kept = TranslateLineEnds(buffer, held + count); kept > 0)
+            return kept;
+    }
+}
+
+void SleepAtEndOfInput() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+}

@@ -1,0 +1,111 @@
+// Opening files by names with Windows manners.
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include "platform/files.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// A directory of its own, with some files whose text is their path, as the current directory.
+class Files : public testing::Test {
+protected:
+    void SetUp() override {
+        char name[] = "/tmp/tarquelin-files-XXXXXX";
+        ASSERT_NE(mkdtemp(name), nullptr);
+        home = fs::current_path();
+        directory = name;
+        fs::current_path(directory);
+        fs::create_directories("Deep/Inner Room");
+        for (const char* const path :
+             {"Book.tqn", "Deep/Inner Room/Games.PGN", "Deep/upper.txt", "Deep/UPPER.TXT",
+              "c:\\literal.txt", "back\\slash.txt", "slash.txt", "Deep/bOok.tqn"})
+            std::ofstream(path) << path;
+    }
+    void TearDown() override {
+        fs::current_path(home);
+        fs::remove_all(directory);
+    }
+    fs::path home;
+    fs::path directory;
+};
+
+std::string TextOf(FILE* file) {
+    if (file == nullptr)
+        return "none";
+    char text[100] = "";
+    const size_t size = std::fread(text, 1, sizeof text, file);
+    std::fclose(file);
+    return std::string(text, size);
+}
+
+TEST_F(Files, AreFoundWithWindowsManners) {
+    const struct {
+        std::string name;
+        const char* found;
+    } cases[] = {
+        {"Book.tqn", "Book.tqn"},
+        {"book.TQN", "Book.tqn"},
+        {".\\book.tqn", "Book.tqn"},
+        {"./Book.tqn", "Book.tqn"},
+        {"deep\\inner room\\games.pgn", "Deep/Inner Room/Games.PGN"},
+        {"DEEP/inner ROOM\\\\Games.pgn", "Deep/Inner Room/Games.PGN"},
+        {"deep\\..\\deep\\.\\book.tqn", "Deep/bOok.tqn"},
+        {directory.string() + "\\DEEP\\Book.tqn", "Deep/bOok.tqn"},
+        // The name as it stands comes first, and among like names the first by its bytes.
+        {"Deep/upper.txt", "Deep/upper.txt"},
+        {"Deep/Upper.txt", "Deep/UPPER.TXT"},
+        {"back\\slash.txt", "back\\slash.txt"},
+        {"c:\\literal.txt", "c:\\literal.txt"},
+        // No drive, no such file, no file at all.
+        {"c:\\book.tqn", "none"},
+        {"c:book.tqn", "none"},
+        {"C:\\literal.txt", "none"},
+        {"Book.tq", "none"},
+        {"Book.tqn\\", "Book.tqn"},
+        {"nowhere\\Book.tqn", "none"},
+        {"Deep", "none"},
+        {"deep\\inner room", "none"},
+        {".", "none"},
+        {"\\", "none"},
+        {"", "none"},
+        {std::string(5000, 'x'), "none"},
+        {"b\xe9\xff\\\x01", "none"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(TextOf(OpenFile(c.name.c_str(), "rb")), c.found);
+    }
+}
+
+TEST_F(Files, ThatStandUnderAnotherSpellingAreUpdatedAndNewOnesTakeTheirNameAsItIs) {
+    const auto append = [](const char* name) {
+        FILE* const file = OpenFile(name, "ab");
+        ASSERT_NE(file, nullptr);
+        std::fputs("+", file);
+        std::fclose(file);
+    };
+    append(".\\BOOK.TQN");
+    append("new.LOG");
+    append("New.log");
+    EXPECT_EQ(TextOf(std::fopen("Book.tqn", "rb")), "Book.tqn+");
+    EXPECT_EQ(TextOf(std::fopen("new.LOG", "rb")), "++");
+    EXPECT_FALSE(fs::exists("New.log"));
+}
+
+TEST_F(Files, MayNotBeDirectoriesEvenForWriting) {
+    for (const char* const mode : {"rb", "wb", "ab", "rb+"}) {
+        SCOPED_TRACE(mode);
+        EXPECT_EQ(OpenFile("Deep", mode), nullptr);
+        EXPECT_EQ(OpenFile("no such room/file.txt", mode), nullptr);
+    }
+}
+
+} // namespace

@@ -1,0 +1,122 @@
+// Standard input: line ends, waiting bytes, the end.
+
+#include <array>
+#include <fcntl.h>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "platform/input.h"
+
+namespace {
+
+// A pipe in the place of standard input, for as long as the object lives.
+class PipedInput {
+public:
+    PipedInput() {
+        saved = dup(STDIN_FILENO);
+        int ends[2];
+        EXPECT_EQ(pipe(ends), 0);
+        dup2(ends[0], STDIN_FILENO);
+        close(ends[0]);
+        writer = ends[1];
+    }
+    ~PipedInput() {
+        Close();
+        // The reader forgets a carriage return that it holds back only at the end of input.
+        std::array<char, 100> rest;
+        while (ReadStandardInput(rest.data(), int(rest.size())) > 0) {
+        }
+        dup2(saved, STDIN_FILENO);
+        close(saved);
+    }
+    PipedInput(const PipedInput&) = delete;
+    PipedInput& operator=(const PipedInput&) = delete;
+
+    void Write(const std::string& bytes) {
+        EXPECT_EQ(write(writer, bytes.data(), bytes.size()), ssize_t(bytes.size()));
+    }
+    void Close() {
+        if (writer >= 0)
+            close(writer);
+        writer = -1;
+    }
+
+private:
+    int saved = -1;
+    int writer = -1;
+};
+
+// One read of at most `size` bytes; the byte beyond must stay untouched.
+std::string Read(int size) {
+    std::string buffer(size_t(size) + 1, '#');
+    const int count = ReadStandardInput(buffer.data(), size);
+    EXPECT_LE(count, size);
+    EXPECT_EQ(buffer[size_t(size)], '#');
+    return buffer.substr(0, size_t(count));
+}
+
+TEST(StandardInput, TranslatesLineEndsWhereverReadsFall) {
+    const std::string sent = "one\r\ntwo\nthree\rfour\r\r\n\n\r\n\r\r";
+    const std::string expected = "one\ntwo\nthree\rfour\r\n\n\n\r\r";
+    for (int size = 2; size <= int(sent.size()) + 1; size++) {
+        SCOPED_TRACE(size);
+        PipedInput input;
+        input.Write(sent);
+        input.Close();
+        std::string all;
+        for (std::string part = Read(size); !part.empty(); part = Read(size))
+            all += part;
+        EXPECT_EQ(all, expected);
+        EXPECT_EQ(Read(size), "") << "the end stays the end";
+    }
+}
+
+TEST(StandardInput, GivesWhatIsThereWithoutWaitingForMore) {
+    PipedInput input;
+    input.Write("go\nst");
+    EXPECT_EQ(Read(100), "go\nst");
+    input.Write("op\r");
+    EXPECT_EQ(Read(100), "op");
+    input.Write("\nquit\n");
+    EXPECT_EQ(Read(100), "\nquit\n");
+}
+
+TEST(StandardInput, WaitsWhenTheBytesWereGivenOrTheWriterHasGone) {
+    PipedInput input;
+    EXPECT_EQ(StandardInputWaiting(), 0);
+    input.Write("x");
+    EXPECT_NE(StandardInputWaiting(), 0);
+    EXPECT_EQ(Read(100), "x");
+    EXPECT_EQ(StandardInputWaiting(), 0);
+    input.Close();
+    EXPECT_NE(StandardInputWaiting(), 0);
+    EXPECT_EQ(Read(100), "");
+}
+
+TEST(StandardInput, ThatDoesNotBlockIsWaitedForAllTheSame) {
+    PipedInput input;
+    ASSERT_EQ(fcntl(STDIN_FILENO, F_SETFL, O_NONBLOCK), 0);
+    // Another process writes, at a time of its own: before the read or while it waits.
+    const pid_t writer = fork();
+    if (writer == 0) {
+        usleep(20000);
+        input.Write("late\n");
+        _exit(0);
+    }
+    EXPECT_EQ(Read(100), "late\n");
+    waitpid(writer, nullptr, 0);
+}
+
+TEST(StandardInput, ThatIsClosedHasEnded) {
+    const int saved = dup(STDIN_FILENO);
+    close(STDIN_FILENO);
+    EXPECT_NE(StandardInputWaiting(), 0);
+    EXPECT_EQ(Read(100), "");
+    dup2(saved, STDIN_FILENO);
+    close(saved);
+}
+
+} // namespace
