@@ -23,6 +23,11 @@ static void AnnounceEndOfGame() {
         AnnounceGameOver();
 }
 
+static void AnnounceWantedMove(Move move, bool fromBook) {
+    if (MoveWanted())
+        AnnounceMove(move, fromBook);
+}
+
 void InstallHostFunctions() {
     Host.inputWaiting = InputWaiting;
     Host.waitForInput = WaitForLine;
@@ -30,5 +35,5 @@ void InstallHostFunctions() {
     Host.announceDraw = AnnounceDrawsOfGame;
     Host.announceGameOver = AnnounceEndOfGame;
     Host.printVariation = PrintThinking;
-    Host.announceMove = AnnounceMove;
+    Host.announceMove = AnnounceWantedMove;
 }

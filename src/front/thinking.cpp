@@ -47,6 +47,7 @@ static Move FollowTable() {
 }
 
 void PrintVariationMoves(int index) {
+    PonderMove = NO_MOVE;
     std::printf(" %s", MoveText(RootMove(index)).c_str());
     const int startPly = Ply;
     if (Ply == RootGamePly)
@@ -55,6 +56,8 @@ void PrintVariationMoves(int index) {
         const Move move = FollowTable();
         if (move == NO_MOVE)
             break;
+        if (printed == 1)
+            PonderMove = move;
         std::printf(" %s", MoveText(move).c_str());
     }
     while (Ply > startPly)
@@ -88,14 +91,13 @@ void PrintThinking(bool forced, BoundType) {
 }
 
 void AnnounceMove(Move move, bool fromBook) {
-    if (!MoveWanted())
-        return;
-    PonderMove = ExpectedReply(move);
     // What a search of a predicted position has kept to itself.
     if (PredictedMove != NO_MOVE)
         AnnounceDraws();
     if (!fromBook)
         PrintThinking(true, BOUND_EXACT);
+    // Without posting, nothing was printed that told it.
+    PonderMove = ExpectedReply(move);
     if (ShouldResign())
         std::printf("resign\n");
     std::printf("move %s\n", MoveText(move).c_str());

@@ -4,7 +4,8 @@
 #include "board/types.h"
 #include "search/host.h"
 
-// The reply that the engine expects to the move it announced last; NO_MOVE when it knows none.
+// The reply that the engine expects to its move: the second move of the variation printed last,
+// then that to the move announced; NO_MOVE when it knows none.
 extern Move PonderMove;
 
 // The root move whose tree the running search is in.
@@ -19,6 +20,5 @@ void PrintVariationMoves(int index);
 void PrintThinking(bool forced, BoundType bound);
 
 // Announces the engine's move, which has not been made yet: the last thinking line unless the move
-// comes from the book, "resign" when the rule says so, and the move. Silent when the move is not
-// wanted any more.
+// comes from the book, "resign" when the rule says so, and the move.
 void AnnounceMove(Move move, bool fromBook);
