@@ -7,6 +7,7 @@ constexpr int32_t DEFAULT_LEARNING_BOUND = 400;
 
 } // namespace
 
+constinit bool OwnBook = true;
 constinit int32_t VarietyOfPlay = DEFAULT_VARIETY;
 constinit int32_t BookLearningBound = DEFAULT_LEARNING_BOUND;
 constinit int32_t BookLearningMode = BOOK_KILL;
@@ -17,6 +18,7 @@ constinit bool UseLearningData = false;
 constinit bool LogLearningIntoFile = false;
 
 void SetDefaultBookSettings() {
+    OwnBook = true;
     VarietyOfPlay = DEFAULT_VARIETY;
     BookLearningBound = DEFAULT_LEARNING_BOUND;
     BookLearningMode = BOOK_KILL;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+extern bool OwnBook;              // book moves are played
 extern int32_t VarietyOfPlay;     // randomness of the choice among good moves, 0..100 percent
 extern int32_t BookLearningBound; // a score beyond it, in centipawns, teaches the book
 extern int32_t BookLearningMode;

@@ -315,6 +315,7 @@ void EnterXboard(const CommandLine&) {
     MovesPerPeriod = 0;
     FixedTime = 0;
     UciMode = false;
+    ForgetInShortSearches = false;
     PonderNow = PonderingSetting;
     IgnoreInterrupts();
 }

@@ -1,9 +1,11 @@
 #include "front/host_functions.h"
 
 #include "front/adjudication.h"
+#include "front/game.h"
 #include "front/input_lines.h"
 #include "front/search_commands.h"
 #include "front/thinking.h"
+#include "front/uci.h"
 #include "platform/input.h"
 #include "search/host.h"
 #include "search/interrupts.h"
@@ -24,8 +26,29 @@ static void AnnounceEndOfGame() {
 }
 
 static void AnnounceWantedMove(Move move, bool fromBook) {
-    if (MoveWanted())
+    if (!MoveWanted())
+        return;
+    if (UciMode)
+        AnnounceUciMove(move);
+    else
         AnnounceMove(move, fromBook);
+}
+
+static void PrintBestVariation(bool forced, BoundType bound) {
+    if (UciMode)
+        PrintUciVariation(forced, bound);
+    else
+        PrintThinking(forced, bound);
+}
+
+static void PrintRootMove() {
+    if (UciMode)
+        PrintUciCurrentMove();
+}
+
+static void PrintSearchStatistics() {
+    if (UciMode)
+        PrintUciStatistics();
 }
 
 void InstallHostFunctions() {
@@ -34,6 +57,8 @@ void InstallHostFunctions() {
     Host.handleInput = HandleSearchCommands;
     Host.announceDraw = AnnounceDrawsOfGame;
     Host.announceGameOver = AnnounceEndOfGame;
-    Host.printVariation = PrintThinking;
+    Host.printVariation = PrintBestVariation;
+    Host.printCurrentMove = PrintRootMove;
+    Host.printStatistics = PrintSearchStatistics;
     Host.announceMove = AnnounceWantedMove;
 }

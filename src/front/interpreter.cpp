@@ -4,12 +4,14 @@
 #include "front/commands.h"
 #include "front/input_lines.h"
 #include "front/notation.h"
+#include "front/uci.h"
 #include "platform/input.h"
 
 namespace {
 
-// A command whose room is not built yet: its keyword keeps its place in the order.
-constexpr void (*NOT_BUILT)(const CommandLine&) = nullptr;
+// A command that does nothing: its room is not built yet, or another keyword always takes its line.
+// Its own keeps its place in the order.
+constexpr void (*NO_ACTION)(const CommandLine&) = nullptr;
 
 struct Command {
     const char* keyword; // null: a line that has the shape of a move
@@ -21,11 +23,11 @@ struct Command {
 // the order is part of the protocol: "stop" is taken by `st`, "ucinewgame" by `uci`, a line that
 // begins with "q" ends the process, and a lone "p" runs `pgneval` and then `post`.
 constexpr Command Commands[] = {
-    {"pgneval", NOT_BUILT, true},
-    {"writevalues", NOT_BUILT, true},
+    {"pgneval", NO_ACTION, true},
+    {"writevalues", NO_ACTION, true},
     {"q", QuitProgram},
     {"clean", CleanTables},
-    {"reload", NOT_BUILT},
+    {"reload", NO_ACTION},
     {nullptr, PlayTypedMove},
     {"help", ShowHelpPages},
     {"new", StartNewGame},
@@ -35,7 +37,7 @@ constexpr Command Commands[] = {
     {"moves", ShowMoves},
     {"edit", EnterEdit},
     {"loadfen", LoadPosition},
-    {"epdevl", NOT_BUILT},
+    {"epdevl", NO_ACTION},
     {"nopost", PostOff},
     {"perft", RunPerft},
     {"sd", SetDepth},
@@ -47,9 +49,9 @@ constexpr Command Commands[] = {
     {"m1", SetPruneMargin<0>},
     {"st", SetMoveTime},
     {"go", Go},
-    {"ponderhit", NOT_BUILT, true},
+    {"ponderhit", NO_ACTION, true},
     {"white", SetWhite},
-    {"stop", NOT_BUILT, true},
+    {"stop", NO_ACTION, true},
     {"remove", RemoveMoves},
     {"analyze", Analyse},
     {"black", SetBlack},
@@ -59,19 +61,19 @@ constexpr Command Commands[] = {
     {"otime", SetOpponentTime},
     {"easy", PonderOff},
     {"hard", PonderOn},
-    {"evl", NOT_BUILT},
+    {"evl", NO_ACTION},
     {"undo", UndoMove},
     {"fritz", EnterPartnerMode, true},
     {"xboard", EnterXboard},
     {"mvd", ShowFlags},
     {"demo", PlayDemo},
     {"bkm", ShowBookMoves},
-    {"uci", NOT_BUILT},
-    {"ucinewgame", NOT_BUILT},
-    {"setoption", NOT_BUILT},
+    {"uci", EnterUci},
+    {"ucinewgame", NO_ACTION},
+    {"setoption", SetOption},
     {"isready", AnswerReady},
     {"egtbstat", ShowTablebaseStatus, true},
-    {"position", NOT_BUILT},
+    {"position", SetUpPosition},
     {"debug", SetDebug},
 };
 
@@ -96,7 +98,7 @@ void Dispatch(const std::string& text) {
     for (const Command& command : Commands) {
         if (!Matches(command, text))
             continue;
-        if (command.run != NOT_BUILT)
+        if (command.run != NO_ACTION)
             command.run(line);
         if (!command.fallsThrough)
             return;

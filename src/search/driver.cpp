@@ -35,7 +35,10 @@ constexpr int LAST_ITERATION = 99;
 constexpr int POLLED_ITERATION = 4;
 // Nodes before the root move being searched is worth a line.
 constexpr int64_t CURRENT_MOVE_NODES = 200000;
-// Searches shorter than this, in centiseconds, forget the history of the one before.
+// Searches shorter than this, in centiseconds, count as short.
+constexpr int32_t SHORT_SEARCH = 71;
+// Half-width of the lazy window around score and material, in centipawns, and what every iteration
+// adds to it.
 constexpr int32_t LAZY_MARGIN = 200;
 constexpr int32_t LAZY_STEP = 10;
 
@@ -250,7 +253,8 @@ static void RememberSearch() {
 bool Think() {
     SearchStart = ClockCentiseconds();
     AllotTime();
-    if (!SearchRoot(DepthLimit, true))
+    const bool keepHistory = !ForgetInShortSearches || TimeAllotted >= SHORT_SEARCH;
+    if (!SearchRoot(DepthLimit, keepHistory))
         return false;
     HoldUntilStopped();
     RememberSearch();

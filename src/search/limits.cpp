@@ -10,6 +10,7 @@ constinit int32_t FixedTime = 0;
 constinit int32_t DepthLimit = UNLIMITED_DEPTH;
 constinit int32_t NodeLimit = 0;
 constinit bool PlayByBaseTime = false;
+constinit bool ForgetInShortSearches = false;
 constinit bool MovesToGo = false;
 constinit Move SearchMoves[MAX_SEARCH_MOVES] = {};
 constinit int32_t SearchMoveCount = 0;
@@ -25,7 +26,7 @@ void ResetLimits() {
     FixedTime = 0;
     DepthLimit = UNLIMITED_DEPTH;
     NodeLimit = 0;
-    PlayByBaseTime = MovesToGo = false;
+    PlayByBaseTime = MovesToGo = ForgetInShortSearches = false;
     SearchMoveCount = 0;
     GoPonder = Analysing = false;
     MultiPV = 1;

@@ -21,6 +21,9 @@ extern int32_t NodeLimit; // 0 for none
 // Without a clock, think as if BaseTime were left, so that a person always gets an answer. Set by
 // a plain "go" or a typed move, cleared by a "go" with limits of its own.
 extern bool PlayByBaseTime;
+// Short searches start from an empty history: what the last one learned is not worth keeping to
+// those who search anew for each move.
+extern bool ForgetInShortSearches;
 extern bool MovesToGo; // MovesPerPeriod counts the moves to the next control, not all of them
 
 // Only these root moves are searched when there are any.

@@ -1,0 +1,31 @@
+// The UCI dialect: what its commands set, and how it shows thinking and moves.
+#pragma once
+
+#include "board/types.h"
+#include "front/command_line.h"
+#include "search/host.h"
+
+// The move announced last with "bestmove"; a new position clears it.
+extern Move LastBestMove;
+
+// Names the engine and its options and enters the dialect.
+void EnterUci(const CommandLine& line);
+
+// Sets an option. A line that is malformed or names no option is ignored.
+void SetOption(const CommandLine& line);
+
+// Sets the position up and plays the moves that follow it; those that are illegal are skipped.
+void SetUpPosition(const CommandLine& line);
+
+// Prints the line of the best variation, unless forced only when enough nodes have passed since the
+// last.
+void PrintUciVariation(bool forced, BoundType bound);
+
+// Prints which root move is being searched, under the same condition.
+void PrintUciCurrentMove();
+
+// Prints speed and table figures of a search that has gone on for a while.
+void PrintUciStatistics();
+
+// Announces the engine's move, which has not been made yet, and the reply that it expects.
+void AnnounceUciMove(Move move);
