@@ -167,6 +167,13 @@ TEST(Pondering, TheseEndItWithoutAWord) {
     }
 }
 
+TEST(Pondering, ClocksAreSetWhileItGoesOn) {
+    PonderingEngine engine;
+    engine.Send("time 5000\notim 5000\n.");
+    // The idle engine has no answer to a dot.
+    EXPECT_TRUE(engine.Settle().starts_with("stat01: "));
+}
+
 TEST(Pondering, AMoveTakenBackIsTheEnginesOwn) {
     PonderingEngine engine;
     engine.Ask("undo");
