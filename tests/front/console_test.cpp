@@ -196,7 +196,8 @@ TEST(Console, GoReadsItsParametersInAnyOrder) {
 
 TEST(Console, ADemonstrationEndsWithAResult) {
     EngineProcess engine;
-    engine.Ask("nopost\nsd 2");
+    // A second for every move's clock, so that a move takes a few hundredths.
+    engine.Ask("nopost\nlevel 0 0:01 0");
     engine.Send("demo");
     // Drawn games go on until told otherwise.
     const std::string text = engine.ReadThrough("{");

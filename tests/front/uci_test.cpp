@@ -1,0 +1,117 @@
+// The UCI dialect as an interface meets it: the real engine on real pipes.
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "support/engine_process.h"
+
+namespace {
+
+class Uci : public testing::Test {
+protected:
+    void SetUp() override {
+        engine.Send("uci");
+        block = engine.ReadUntil("uciok");
+    }
+
+    // The last line of a search that ends by itself: "bestmove ...".
+    std::string BestMove(const std::string& position, const std::string& go) {
+        engine.Send("position " + position + "\n" + go);
+        thinking = engine.ReadUntilPrefix("bestmove ");
+        const size_t begin = thinking.rfind("bestmove ");
+        return thinking.substr(begin, thinking.size() - begin - 1);
+    }
+
+    EngineProcess engine;
+    std::string block;
+    std::string thinking;
+};
+
+TEST_F(Uci, NamesItselfAndItsOptions) {
+    EXPECT_TRUE(block.ends_with("id name Tarquelin 1.40\n"
+                                "id author Ivor T. Penhallow\n"
+                                "option name Hash type spin min 0 max 1024 default 10\n"
+                                "option name PawnHash type spin min 0 max 1024 default 7\n"
+                                "option name NalimovPath type string default c:\\tablebases\\\n"
+                                "option name OpeningsBook type string default .\\book.tqn\n"
+                                "option name OwnBook type check default true\n"
+                                "option name NalimovCache type spin min 1 max 128 default 1\n"
+                                "option name MultiPV type spin min 1 max 1024 default 1\n"
+                                "option name Aggressivity type spin min 0 max 300 default 100\n"
+                                "option name Defensivity type spin min 0 max 300 default 100\n"
+                                "option name Tropism type spin min 0 max 300 default 100\n"
+                                "option name Clear Hash type button\n"))
+        << block;
+}
+
+TEST_F(Uci, ShowsOptionsThatWereSetWithoutBounds) {
+    engine.Send("setoption name Aggressivity value 500\nsetoption name defens value -3\n"
+                "setoption name Tropism\nsetoption Tropism value 7\nsetoption name Other value 1\n"
+                "ucinewgame");
+    const std::string text = engine.ReadUntil("uciok");
+    EXPECT_NE(text.find("Aggressivity type spin min 0 max 300 default 500\n"), text.npos);
+    EXPECT_NE(text.find("Defensivity type spin min 0 max 300 default -3\n"), text.npos);
+    EXPECT_NE(text.find("Tropism type spin min 0 max 300 default 100\n"), text.npos);
+}
+
+TEST_F(Uci, PlaysTheLegalMovesOfAPositionAndSkipsTheRest) {
+    engine.Send("position startpos moves e2e4 e7e5 zzzz e1e3 g1f3");
+    EXPECT_EQ(engine.Ask("brd"), "*R*N*B*Q*K*B*N*R\n*P*P*P*P .*P*P*P\n . . . . . . . .\n"
+                                 " . . . .*P . . .\n . . . . P . . .\n . . . . . N . .\n"
+                                 " P P P P . P P P\n R N B Q K B . R\n");
+    engine.Send("position FEN   8/8/4k3/8/8/3K4/8/7R w - - 0 1 moves h1h8 e6e7");
+    EXPECT_EQ(engine.Ask("brd").substr(0, 17), " . . . . . . . R\n");
+}
+
+TEST_F(Uci, FindsMatesAndTellsTheirDistance) {
+    EXPECT_EQ(BestMove("fen 6k1/5ppp/8/8/8/8/8/R6K w - - 0 1", "go depth 4"), "bestmove a1a8");
+    EXPECT_NE(thinking.find(" score mate 1 nodes "), thinking.npos) << thinking;
+    // One move, and the mate follows.
+    EXPECT_EQ(BestMove("fen 7k/8/5K2/8/8/8/8/6R1 b - - 0 1", "go depth 6"), "bestmove h8h7");
+    BestMove("fen k7/2K5/8/8/8/8/7p/1R6 b - - 0 1", "go depth 6");
+    EXPECT_NE(thinking.find(" score mate -"), thinking.npos) << thinking;
+}
+
+TEST_F(Uci, ThinksUntilItIsToldToStop) {
+    engine.Send("position startpos moves e2e4\ngo infinite");
+    engine.Send("isready");
+    const std::string before = engine.ReadUntil("readyok");
+    EXPECT_EQ(before.find("bestmove"), before.npos);
+    engine.Send("stop");
+    EXPECT_NE(engine.ReadUntilPrefix("bestmove ").find("bestmove "), std::string::npos);
+}
+
+TEST_F(Uci, KeepsAMateToItselfUntilItIsToldToStop) {
+    // The search has nothing more to find here, long before it is stopped.
+    engine.Send("position fen 6k1/5ppp/8/8/8/8/8/R6K w - - 0 1\ngo infinite\nisready");
+    const std::string before = engine.ReadUntil("readyok");
+    EXPECT_EQ(before.find("bestmove"), before.npos) << before;
+    engine.Send("stop");
+    EXPECT_TRUE(engine.ReadUntilPrefix("bestmove ").ends_with("bestmove a1a8\n"));
+}
+
+TEST_F(Uci, APonderHitMakesATimedSearchOfIt) {
+    engine.Send("position startpos moves e2e4 e7e5\ngo ponder wtime 300 btime 300\nisready");
+    const std::string before = engine.ReadUntil("readyok");
+    EXPECT_EQ(before.find("bestmove"), before.npos);
+    engine.Send("ponderhit");
+    EXPECT_NE(engine.ReadUntilPrefix("bestmove ").find("bestmove "), std::string::npos);
+}
+
+TEST_F(Uci, SearchesOnlyTheMovesItIsTold) {
+    EXPECT_TRUE(BestMove("startpos", "go depth 5 searchmoves a2a3 h2h4 zzzz")
+                    .starts_with("bestmove a2a3") ||
+                thinking.find("bestmove h2h4") != thinking.npos)
+        << thinking;
+}
+
+TEST_F(Uci, WorksWithEveryTableSize) {
+    for (const char* const size : {"0", "1", "3"}) {
+        engine.Send(std::string("setoption name Hash value ") + size +
+                    "\nsetoption name PawnHash value " + size + "\nsetoption name Clear Hash");
+        EXPECT_TRUE(BestMove("startpos", "go depth 6").starts_with("bestmove ")) << size;
+    }
+}
+
+} // namespace
