@@ -7,7 +7,6 @@
 #include <fstream>
 #include <functional>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -207,17 +206,34 @@ Faults VariablesWithoutTheirOwner(const Sources& sources) {
     return faults;
 }
 
+// Words at the beginning of a line at the left margin that say it is no variable, or a constant
+// one.
+const std::set<std::string> NoVariables = {
+    "using", "extern", "constexpr", "constinit", "consteval", "template", "struct",
+    "class", "enum",   "namespace", "union",     "typedef",   "return",   "static_assert"};
+
+// Whether the line at the left margin declares a variable: words, without a parenthesis, up to an
+// initialiser or a semicolon. Our layout puts nothing else of that shape there.
+bool DeclaresVariable(const std::string& line) {
+    const size_t end = line.find_first_of("=;{");
+    if (line.empty() || std::isspace(static_cast<unsigned char>(line[0])) || end == line.npos)
+        return false;
+    std::istringstream words(line.substr(0, end));
+    std::string first;
+    while (words >> first && (first == "static" || first == "inline" || first == "thread_local")) {
+    }
+    std::string name;
+    return (std::isalpha(static_cast<unsigned char>(first[0])) || first[0] == '_') &&
+           !NoVariables.contains(first) && (words >> name) && line.find_first_of("()") > end;
+}
+
 // Variables outside of procedures that may be set up before `main`: neither `constinit` nor a
-// constant. Our layout puts nothing else of that shape at the left margin.
+// constant.
 Faults VariablesSetUpBeforeMain(const Sources& sources) {
-    const std::regex variable("(static |inline |thread_local )*(const )?[A-Za-z_][\\w:<>, ]*[ *&]+"
-                              "[A-Za-z_]\\w*(\\[[^\\]]*\\])*\\s*[=;{].*");
-    const std::regex other("(static |inline )*(using|extern|constexpr|constinit|consteval|template|"
-                           "struct|class|enum|namespace|static_assert)\\b.*");
     Faults faults;
     for (const auto& [path, text] : sources) {
         for (const std::string& line : LinesOf(text)) {
-            if (std::regex_match(line, variable) && !std::regex_match(line, other))
+            if (DeclaresVariable(line))
                 faults.push_back(path + ": " + line);
         }
     }
