@@ -1,0 +1,121 @@
+// What the commands of the clock leave for the search.
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "board/position.h"
+#include "front/game.h"
+#include "front/interpreter.h"
+#include "search/driver_state.h"
+#include "search/limits.h"
+#include "support/engine_setup.h"
+
+namespace {
+
+class ClockCommands : public testing::Test {
+protected:
+    void SetUp() override {
+        SetUpEngineTables();
+        Reset();
+    }
+    void TearDown() override {
+        Reset();
+        ResetDriverState();
+    }
+    static void Reset() {
+        ResetLimits();
+        SetStartPosition();
+        ForceMode = false;
+    }
+};
+
+TEST_F(ClockCommands, LevelSetsMovesBaseTimeAndBothIncrements) {
+    struct Case {
+        const char* line;
+        int32_t moves;
+        int32_t base;
+        int32_t increment;
+    };
+    constexpr Case cases[] = {
+        {"level 40 5 0", 40, 30000, 0},    {"level 0 2:30 5", 0, 15000, 500},
+        {"level 40 5:30 0", 40, 33000, 0}, {"level 20 0:05 1", 20, 500, 100},
+        {"level 60 1 2 ", 60, 6000, 200},  {"LEVEL 30", 30, DEFAULT_BASE_TIME, 0},
+        {"level 30 3", 30, 18000, 0},      {"level", 0, DEFAULT_BASE_TIME, 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.line);
+        Reset();
+        MovesToGo = true;
+        OwnTime = 77;
+        Dispatch(c.line);
+        EXPECT_EQ(MovesPerPeriod, c.moves);
+        EXPECT_EQ(BaseTime, c.base);
+        EXPECT_EQ(OwnIncrement, c.increment);
+        EXPECT_EQ(OpponentIncrement, c.increment);
+        EXPECT_FALSE(MovesToGo);
+        EXPECT_EQ(OwnTime, 77) << "the clock itself is set by `time`";
+    }
+}
+
+TEST_F(ClockCommands, TimesAreHundredthsAndNeverReadAsNoClock) {
+    Dispatch("time 12345");
+    Dispatch("otime 678");
+    EXPECT_EQ(OwnTime, 12345);
+    EXPECT_EQ(OpponentTime, 678);
+    Dispatch("time -1");
+    Dispatch("otime 0");
+    EXPECT_EQ(OwnTime, 1);
+    EXPECT_EQ(OpponentTime, 1);
+    Dispatch("time 99999999999");
+    EXPECT_LT(OwnTime, INFINITE_TIME);
+    Dispatch("time");
+    Dispatch("otim 500");
+    EXPECT_LT(OwnTime, INFINITE_TIME) << "without a number the clock stays";
+    EXPECT_EQ(OpponentTime, 1) << "the idle engine does not know `otim`";
+}
+
+TEST_F(ClockCommands, FixedDepthAndTimeStayWithoutANumber) {
+    Dispatch("sd 7");
+    Dispatch("st 3");
+    Dispatch("sd");
+    Dispatch("st");
+    Dispatch("stop");
+    EXPECT_EQ(DepthLimit, 7);
+    EXPECT_EQ(FixedTime, 300);
+}
+
+TEST_F(ClockCommands, GoGivesTheClocksToTheSideToMoveAndItsOpponent) {
+    Dispatch("go wtime 60000 btime 30000 winc 1000 binc 2000 depth 1");
+    EXPECT_EQ(Ply, 1) << "the engine has moved";
+    EXPECT_EQ(OwnTime, 6000);
+    EXPECT_EQ(BaseTime, 6000);
+    EXPECT_EQ(OpponentTime, 3000);
+    EXPECT_EQ(OwnIncrement, 100);
+    EXPECT_EQ(OpponentIncrement, 200);
+    Dispatch("go wtime 60000 btime 30000 movestogo 9 depth 1");
+    EXPECT_EQ(OwnTime, 3000);
+    EXPECT_EQ(OpponentTime, 6000);
+    EXPECT_EQ(OwnIncrement, 0) << "parameters set the others back";
+    EXPECT_EQ(MovesPerPeriod, 9);
+    EXPECT_TRUE(MovesToGo);
+    Dispatch("go movetime 5 depth 1");
+    EXPECT_EQ(FixedTime, 1) << "a time that was given is not `none`";
+    EXPECT_EQ(OwnTime, NO_CLOCK);
+    EXPECT_EQ(OpponentTime, NO_CLOCK);
+    EXPECT_FALSE(PlayByBaseTime);
+    EXPECT_FALSE(MovesToGo);
+}
+
+TEST_F(ClockCommands, ANewGameSetsDepthTimeAndForceBackAndLeavesTheClock) {
+    for (const char* const line : {"sd 3", "st 2", "time 500", "force", "e2e4", "new"})
+        Dispatch(line);
+    EXPECT_EQ(DepthLimit, UNLIMITED_DEPTH);
+    EXPECT_EQ(FixedTime, 0);
+    EXPECT_FALSE(ForceMode);
+    EXPECT_EQ(OwnTime, 500);
+    EXPECT_EQ(Ply, 0);
+    EXPECT_EQ(EngineSide, BLACK);
+}
+
+} // namespace
