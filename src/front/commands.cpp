@@ -5,7 +5,6 @@
 #include <cstdio>
 
 #include "board/board_view.h"
-#include "board/fen.h"
 #include "board/legal_moves.h"
 #include "board/order_tables.h"
 #include "board/perft.h"
@@ -115,8 +114,7 @@ void EnterEdit(const CommandLine&) {
 
 void LoadPosition(const CommandLine& line) {
     constexpr size_t fenOffset = 8; // the keyword and one blank
-    ForgetLastScore();
-    LoadFen(line.text.size() > fenOffset ? line.text.c_str() + fenOffset : "");
+    SetUpFen(line.text.size() > fenOffset ? line.text.c_str() + fenOffset : "");
 }
 
 void RunPerft(const CommandLine& line) {

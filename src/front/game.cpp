@@ -1,5 +1,6 @@
 #include "front/game.h"
 
+#include "board/fen.h"
 #include "board/make_move.h"
 #include "board/order_tables.h"
 #include "search/driver_state.h"
@@ -23,7 +24,14 @@ void NewGame() {
     }
     SetStartPosition();
     EngineSide = BLACK;
+    GoPonder = false;
     ResetGameLimits();
+}
+
+void SetUpFen(const char* fen) {
+    ForgetLastScore();
+    GoPonder = false;
+    LoadFen(fen);
 }
 
 void ResetGameLimits() {

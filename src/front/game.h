@@ -24,6 +24,9 @@ extern bool PostThinking;
 // other end, what earlier searches learned for move ordering is forgotten.
 void NewGame();
 
+// Sets the position of a FEN up, for another game than the one before.
+void SetUpFen(const char* fen);
+
 // Sets every limit of `new` back: depth, fixed time, force mode.
 void ResetGameLimits();
 

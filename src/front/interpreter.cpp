@@ -49,7 +49,7 @@ constexpr Command Commands[] = {
     {"m1", SetPruneMargin<0>},
     {"st", SetMoveTime},
     {"go", Go},
-    {"ponderhit", NO_ACTION, true},
+    {"ponderhit", PlayPonderedMove, true},
     {"white", SetWhite},
     {"stop", NO_ACTION, true},
     {"remove", RemoveMoves},

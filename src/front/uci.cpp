@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <string>
 
-#include "board/fen.h"
 #include "board/legal_moves.h"
 #include "board/make_move.h"
 #include "book/book.h"
@@ -13,6 +12,7 @@
 #include "front/game.h"
 #include "front/notation.h"
 #include "front/thinking.h"
+#include "search/driver_state.h"
 #include "search/hash_memory.h"
 #include "search/limits.h"
 #include "search/root.h"
@@ -81,6 +81,11 @@ constexpr Option Options[] = {
     {"MultiPV", [](const OptionValue& value) { MultiPV = value.Number(); }},
     {"Hash", [](const OptionValue& value) { ResizeHash(value.Number()); }},
     {"PawnHash", [](const OptionValue& value) { ResizePawnHash(value.Number()); }},
+    {"NalimovCache",
+     [](const OptionValue& value) {
+         if (UseEgtb)
+             EgtbCacheBytes = int32_t(uint32_t(value.Number()) * 1048576);
+     }},
     {"Clear", [](const OptionValue&) { ClearHash(); }},
     {"OwnBook",
      [](const OptionValue& value) {
@@ -136,7 +141,7 @@ void SetUpPosition(const CommandLine& line) {
         NewGame();
     } else if (line.Arguments() >= 1 && KeywordMatches("fen", line.tokens[1].text)) {
         const size_t fen = line.tokens[1].offset + line.tokens[1].text.size();
-        LoadFen(line.text.c_str() + fen);
+        SetUpFen(line.text.c_str() + fen);
     }
     if (line.Arguments() >= 3)
         PlayListedMoves(line);
@@ -160,6 +165,8 @@ static int64_t NodesPerSecond() {
 // hundredths, not in the thousandths of the protocol: interfaces have long been used to it.
 static void PrintInfo(BoundType bound) {
     LastLineNodes = NodeCount;
+    // The figures stand in this line; the next line of their own can wait.
+    InfoCountdown = 100000 / PollReload;
     std::printf("info depth %d seldepth %d score ", IterationDepth + 1, SelDepth);
     PrintScore(RootScores[0]);
     if (bound == BOUND_UPPER)
@@ -211,12 +218,25 @@ static bool PonderMoveFits(Move move) {
     return fits;
 }
 
-void AnnounceUciMove(Move move) {
-    PrintUciVariation(true, BOUND_EXACT);
+// Names the move, which has not been made yet, with the reply that is expected.
+static void PrintBestMove(Move move) {
     LastBestMove = move;
     std::printf("bestmove %s", MoveText(move).c_str());
     if (PonderMoveFits(move))
         std::printf(" ponder %s", MoveText(PonderMove).c_str());
     std::printf("\n");
     std::fflush(stdout);
+}
+
+void AnnounceUciMove(Move move) {
+    PrintUciVariation(true, BOUND_EXACT);
+    PrintBestMove(move);
+}
+
+void PlayPonderedMove(const CommandLine&) {
+    if (!GoPonder || !IsLegal(BestMove))
+        return;
+    GoPonder = false;
+    PrintBestMove(BestMove);
+    PlayMove(BestMove);
 }

@@ -17,6 +17,10 @@ void SetOption(const CommandLine& line);
 // Sets the position up and plays the moves that follow it; those that are illegal are skipped.
 void SetUpPosition(const CommandLine& line);
 
+// The opponent has played as predicted, and the search that pondered on it has ended before: plays
+// the move that it had found. Does nothing else.
+void PlayPonderedMove(const CommandLine& line);
+
 // Prints the line of the best variation, unless forced only when enough nodes have passed since the
 // last.
 void PrintUciVariation(bool forced, BoundType bound);

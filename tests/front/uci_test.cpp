@@ -99,6 +99,20 @@ TEST_F(Uci, APonderHitMakesATimedSearchOfIt) {
     EXPECT_NE(engine.ReadUntilPrefix("bestmove ").find("bestmove "), std::string::npos);
 }
 
+TEST_F(Uci, APonderHitAfterTheSearchHasEndedPlaysWhatItFound) {
+    engine.Ask("position startpos moves e2e4");
+    // Ended by a command that is no answer to the pondering, a search keeps its move to itself.
+    engine.Send("go ponder wtime 60000 btime 60000\nnopost");
+    EXPECT_EQ(engine.WaitUntilIdle().find("bestmove"), std::string::npos);
+    engine.Send("ponderhit");
+    const std::string move = engine.ReadLine();
+    EXPECT_TRUE(move.starts_with("bestmove ")) << move;
+    EXPECT_EQ(engine.Ask("ponderhit"), "") << "once is enough";
+    engine.Send("go ponder wtime 60000 btime 60000\nnopost");
+    engine.WaitUntilIdle();
+    EXPECT_EQ(engine.Ask("position startpos\nponderhit"), "") << "another game has begun";
+}
+
 TEST_F(Uci, SearchesOnlyTheMovesItIsTold) {
     EXPECT_TRUE(BestMove("startpos", "go depth 5 searchmoves a2a3 h2h4 zzzz")
                     .starts_with("bestmove a2a3") ||

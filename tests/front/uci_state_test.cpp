@@ -1,0 +1,63 @@
+// What the commands of the UCI dialect leave behind.
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "board/position.h"
+#include "front/interpreter.h"
+#include "front/uci.h"
+#include "search/driver_state.h"
+#include "search/root.h"
+#include "search/state.h"
+#include "support/engine_setup.h"
+#include "tablebase/registry.h"
+
+namespace {
+
+class UciState : public testing::Test {
+protected:
+    void SetUp() override {
+        SetUpEngineTables();
+        SetStartPosition();
+    }
+    void TearDown() override {
+        SetDefaultEgtbSettings();
+        ResetDriverState();
+        SetStartPosition();
+    }
+};
+
+TEST_F(UciState, TablebaseOptionsCountOnlyWhileTablebasesAreUsed) {
+    Dispatch("setoption name NalimovCache value 4");
+    Dispatch("setoption name NalimovPath value d:\\my tables; e:\\x ");
+    EXPECT_EQ(EgtbCacheBytes, 4194304);
+    EXPECT_EQ(std::string(EgtbPath), "d:\\my tables; e:\\x ");
+    UseEgtb = false;
+    Dispatch("setoption name NalimovCache value 9");
+    Dispatch("setoption name NalimovPath value f:\\");
+    EXPECT_EQ(EgtbCacheBytes, 4194304);
+    EXPECT_EQ(std::string(EgtbPath), "d:\\my tables; e:\\x ");
+}
+
+TEST_F(UciState, AnotherPositionForgetsTheLastScore) {
+    for (const char* const line : {"position fen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1",
+                                   "loadfen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1"}) {
+        LastScore = 123;
+        Dispatch(line);
+        EXPECT_EQ(LastScore, 0) << line;
+        EXPECT_EQ(MenCount, 3) << line;
+    }
+}
+
+TEST_F(UciState, EveryLineOfThinkingPutsTheStatisticsOff) {
+    ASSERT_TRUE(PrepareRoot());
+    InfoCountdown = -1;
+    testing::internal::CaptureStdout();
+    PrintUciVariation(true, BOUND_LOWER);
+    const std::string line = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(InfoCountdown, 100000 / PollReload);
+    EXPECT_NE(line.find(" lowerbound nodes "), std::string::npos) << line;
+}
+
+} // namespace
