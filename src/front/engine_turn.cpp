@@ -12,12 +12,7 @@
 
 bool ThinkAndMove() {
     ForgetOldHistory();
-    if (!Think())
-        return false;
-    if (MoveWanted())
-        return true;
-    TakeBack(1);
-    return false;
+    return Think();
 }
 
 static bool MayPonder() {

@@ -25,9 +25,7 @@ static void AnnounceEndOfGame() {
         AnnounceGameOver();
 }
 
-static void AnnounceWantedMove(Move move, bool fromBook) {
-    if (!MoveWanted())
-        return;
+static void AnnounceChosenMove(Move move, bool fromBook) {
     if (UciMode)
         AnnounceUciMove(move);
     else
@@ -60,5 +58,5 @@ void InstallHostFunctions() {
     Host.printVariation = PrintBestVariation;
     Host.printCurrentMove = PrintRootMove;
     Host.printStatistics = PrintSearchStatistics;
-    Host.announceMove = AnnounceWantedMove;
+    Host.announceMove = AnnounceChosenMove;
 }

@@ -20,8 +20,6 @@
 #include "search/transposition.h"
 #include "tablebase/registry.h"
 
-constinit Move LastBestMove = NO_MOVE;
-
 namespace {
 
 // Nodes that must have passed since the last line of a variation.
@@ -136,7 +134,6 @@ static void PlayListedMoves(const CommandLine& line) {
 }
 
 void SetUpPosition(const CommandLine& line) {
-    LastBestMove = NO_MOVE;
     if (line.Arguments() >= 1 && KeywordMatches("startpos", line.tokens[1].text)) {
         NewGame();
     } else if (line.Arguments() >= 1 && KeywordMatches("fen", line.tokens[1].text)) {
@@ -220,7 +217,6 @@ static bool PonderMoveFits(Move move) {
 
 // Names the move, which has not been made yet, with the reply that is expected.
 static void PrintBestMove(Move move) {
-    LastBestMove = move;
     std::printf("bestmove %s", MoveText(move).c_str());
     if (PonderMoveFits(move))
         std::printf(" ponder %s", MoveText(PonderMove).c_str());

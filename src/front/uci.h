@@ -5,9 +5,6 @@
 #include "front/command_line.h"
 #include "search/host.h"
 
-// The move announced last with "bestmove"; a new position clears it.
-extern Move LastBestMove;
-
 // Names the engine and its options and enters the dialect.
 void EnterUci(const CommandLine& line);
 

@@ -11,6 +11,7 @@
 #include "eval/evaluate.h"
 #include "platform/clock.h"
 #include "search/host.h"
+#include "search/interrupts.h"
 #include "search/limits.h"
 #include "search/ordering.h"
 #include "search/poll.h"
@@ -233,7 +234,7 @@ static bool SearchRoot(int limitDepth, bool keepHistory) {
         return false;
     SortRootMoves();
     ScoreRootMoves();
-    if (RootMoveCount > 1 && limitDepth >= 2)
+    if (RootMoveCount > (Analysing ? 0 : 1) && limitDepth >= 2)
         Deepen(limitDepth);
     BestMove = RootMove(0);
     return true;
@@ -257,6 +258,8 @@ bool Think() {
     if (!SearchRoot(DepthLimit, keepHistory))
         return false;
     HoldUntilStopped();
+    if (!MoveWanted())
+        return false;
     RememberSearch();
     Host.announceMove(BestMove, false);
     MakeMove(BestMove, true);

@@ -4,7 +4,8 @@
 #include "search/driver_state.h"
 
 // Thinks about the position under the limits in force, announces the move through the host and
-// makes it. Does nothing more when the game is over. Returns whether a move was made.
+// makes it. Does nothing more when the game is over, or when what arrived meanwhile made the move
+// unwanted (search/interrupts.h). Returns whether a move was made.
 bool Think();
 
 // The search alone, to `maxDepth` plies at most, without clock or announcement: for the bench and

@@ -72,6 +72,7 @@ void Poll() {
 }
 
 void HoldUntilStopped() {
-    while (!StopSearch && (GoPonder || OwnTime == INFINITE_TIME) && Host.waitForInput())
+    while (!StopSearch && (GoPonder || (OwnTime == INFINITE_TIME && !Analysing)) &&
+           Host.waitForInput())
         Host.handleInput();
 }

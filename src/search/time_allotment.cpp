@@ -65,8 +65,8 @@ static void ValueDrawByClock(int64_t time, int64_t usable, int movesToGo) {
 void AllotTime() {
     const int64_t time = OwnTime == NO_CLOCK && PlayByBaseTime ? std::max(BaseTime, 1) : OwnTime;
     DrawScore = 0;
-    UnderClock = time != NO_CLOCK && time != INFINITE_TIME;
-    if (FixedTime > 0) {
+    UnderClock = !Analysing && time != NO_CLOCK && time != INFINITE_TIME;
+    if (FixedTime > 0 && !Analysing) {
         UnderClock = true;
         SetLimits(FixedTime, FixedTime);
     } else if (!UnderClock) {
