@@ -4,14 +4,23 @@
 #include "board/generate.h"
 #include "board/make_move.h"
 
-static bool IsPlayable(Move move, bool inCheck) {
-    if (CapturedPiece(move) == KING || (inCheck && IsCastling(move)))
-        return false;
+// Found out by making the move.
+static bool LeavesKingSafe(Move move) {
     const Colour us = SideToMove;
     MakeMove(move, true);
-    const bool legal = !InCheck(us);
+    const bool safe = !InCheck(us);
     UnmakeMove();
-    return legal;
+    return safe;
+}
+
+bool AnswersCheck(Move move) {
+    return !IsCastling(move) && LeavesKingSafe(move);
+}
+
+static bool IsPlayable(Move move, bool inCheck) {
+    if (CapturedPiece(move) == KING)
+        return false;
+    return inCheck ? AnswersCheck(move) : LeavesKingSafe(move);
 }
 
 int GenerateLegalMoves() {

@@ -8,5 +8,8 @@
 // left out. Returns how many were appended.
 int GenerateLegalMoves();
 
+// Whether a pseudo-legal move of a side in check gets it out of check; castling never does.
+bool AnswersCheck(Move move);
+
 // Whether the word equals a legal move of the side to move.
 bool IsLegal(Move move);

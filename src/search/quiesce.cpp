@@ -6,6 +6,7 @@
 #include "board/evasions.h"
 #include "board/exchange.h"
 #include "board/generate.h"
+#include "board/legal_moves.h"
 #include "board/make_move.h"
 #include "board/pseudo_legal.h"
 #include "board/quiet_checks.h"
@@ -157,16 +158,8 @@ static bool TryHashMove(Node& node) {
     const bool quiet = (move & CAPTURE_OR_PROMOTION) == 0;
     if (quiet && !node.ply.inCheck && (!node.checksAllowed || !node.ply.givesCheck))
         return false;
-    if (!node.ply.inCheck && !IsLegalMove(move))
+    if (!(node.ply.inCheck ? AnswersCheck(move) : IsLegalMove(move)))
         return false;
-    if (node.ply.inCheck) {
-        const Colour us = SideToMove;
-        MakeMove(move, true);
-        const bool legal = !InCheck(us);
-        UnmakeMove();
-        if (!legal)
-            return false;
-    }
     node.hashMove = move;
     const int32_t score = SearchMove(node, move, node.qdepth - HASH_MOVE_COST);
     return StopSearch || TakeScore(node, move, score);

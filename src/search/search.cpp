@@ -5,6 +5,7 @@
 #include "board/attack_tests.h"
 #include "board/evasions.h"
 #include "board/generate.h"
+#include "board/legal_moves.h"
 #include "board/make_move.h"
 #include "board/pseudo_legal.h"
 #include "board/quiet_checks.h"
@@ -328,16 +329,8 @@ static bool TryHashMove(Node& node) {
     if (move == NO_MOVE)
         return false;
     node.hashMove = NO_MOVE;
-    if (!IsPseudoLegal(move) || (node.ply.inCheck ? IsCastling(move) : !IsLegalMove(move)))
+    if (!IsPseudoLegal(move) || !(node.ply.inCheck ? AnswersCheck(move) : IsLegalMove(move)))
         return false;
-    if (node.ply.inCheck) {
-        const Colour us = SideToMove;
-        MakeMove(move, true);
-        const bool legal = !InCheck(us);
-        UnmakeMove();
-        if (!legal)
-            return false;
-    }
     node.hashMove = move;
     return TryMove(node, move, HASH_STAGE);
 }
