@@ -1,6 +1,6 @@
 // The bench: how fast the engine is, and a signature of what it searches.
 //
-//     tarquelin-bench [depth]         searches the positions to that depth (default 9): total
+//     tarquelin-bench [depth]         searches the positions to that depth (default 11): total
 //                                     nodes, milliseconds, nodes per second
 //     tarquelin-bench perft [depth]   counts move trees (default 6 plies): leaves per second
 //
@@ -27,7 +27,7 @@
 
 namespace {
 
-constexpr int DEFAULT_DEPTH = 9;
+constexpr int DEFAULT_DEPTH = 11;
 constexpr int DEFAULT_PERFT_DEPTH = 6;
 
 constexpr const char* Positions[] = {
@@ -42,41 +42,41 @@ constexpr const char* Positions[] = {
     "rnbqkb1r/ppp1pp1p/6p1/3n4/3P4/2N5/PP2PPPP/R1BQKBNR w KQkq - 0 1",
     "r1bqkb1r/pp1npppp/2p2n2/8/3PN3/8/PPP2PPP/R1BQKBNR w KQkq - 0 1",
     "rn1qkb1r/pbpp1ppp/1p2pn2/8/2PP4/2N2N2/PP2PPPP/R1BQKB1R w KQkq - 0 1",
-    // Middlegames.
-    "r1bq1rk1/pp2nppp/4n3/3ppP2/1b1P4/3BP3/PP2N1PP/R1BQNRK1 b - - 0 1",
-    "r2q1rk1/1b1nbppp/pp1ppn2/8/2PNP3/1PN1BP2/P2QB1PP/2RR2K1 b - - 0 1",
-    "r4rk1/1pp1qppp/p1np1n2/2b1p1B1/2B1P1b1/P1NP1N2/1PP1QPPP/R4RK1 w - - 0 1",
-    "2rq1rk1/pb1n1ppN/4p3/1pb5/3P1Pn1/P1N5/1PQ1B1PP/R1B2RK1 b - - 0 1",
-    "r1b2rk1/2q1bppp/p2ppn2/1p6/3BPP2/2N2B2/PPP1Q1PP/R4RK1 w - - 0 1",
-    "2r2rk1/1bqnbppp/pp2pn2/8/2PN4/1P2B1P1/P3QPBP/R1R1N1K1 w - - 0 1",
-    "3r1rk1/p3qppp/2bb4/2p5/3p4/1P2P3/PBQN1PPP/2R2RK1 w - - 0 1",
-    "r3r1k1/pp3pbp/1qp3p1/2B5/2BP2b1/Q1n2N2/P4PPP/3R1K1R b - - 0 1",
-    "r1bqr1k1/pp1n1pbp/2pp1np1/4p3/2PPP3/2N1BN1P/PPQ1BPP1/R3K2R w KQ - 0 1",
-    "1r3rk1/2qbppbp/p2p1np1/n1pP4/2P5/2N2NP1/PPQBPPBP/1R3RK1 w - - 0 1",
-    "r1b1k2r/ppppnppp/2n2q2/2b5/3NP3/2P1B3/PP3PPP/RN1QKB1R w KQkq - 0 1",
-    "4rrk1/pp1n3p/3q2pQ/2p1pb2/2PP4/2P3N1/P2B2PP/4RRK1 b - - 0 1",
-    // Tactics.
-    "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1",
-    "2rr3k/pp3pp1/1nnqbN1p/3pN3/2pP4/2P3Q1/PPB4P/R4RK1 w - - 0 1",
-    "1k1r4/pp1b1R2/3q2pp/4p3/2B5/4Q3/PPP2B2/2K5 b - - 0 1",
-    "r1b2rk1/pp1p1pp1/1b1p2B1/n1qQ2p1/8/5N2/P3RPPP/4R1K1 w - - 0 1",
-    "rnb2rk1/pp2b1pp/2p1p3/4Nq2/3Pp2Q/2N1B3/PPP2PPP/R3K2R w KQ - 0 1",
-    "5rk1/2p4p/2p4r/3P4/4p1b1/1Q2NqPp/PP3P1K/R4R2 b - - 0 1",
-    "r1bqr3/ppp1B1kp/1b4p1/n2B4/3PQ1P1/2P5/P4P2/RN4K1 w - - 0 1",
-    "1r2k1r1/pbppnp1p/1b3P2/8/Q7/B1PB1q2/P4PPP/3R2K1 w - - 0 1",
-    // Endings.
-    "8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - - 0 1",
-    "8/8/p1p5/1p5p/1P5p/8/PPP2K1p/4R1rk w - - 0 1",
-    "8/pp3k2/2p1qp2/2P5/5P2/1R2p1rp/PP2R3/4K2Q b - - 0 1",
-    "8/3k4/p3p3/1p2P3/1P1K1P2/P7/8/8 w - - 0 1",
-    "4k3/p4ppp/1p2p3/2b5/8/2B2N2/PP3PPP/4K3 w - - 0 1",
-    "8/5pk1/4p1p1/7P/5P2/r5K1/8/4R3 w - - 0 1",
-    "6k1/5pp1/p6p/1p1r4/1P1R4/P4P1P/6P1/6K1 w - - 0 1",
-    "8/1p2k1p1/p3p2p/P2pP2P/1P1P1KP1/8/8/8 w - - 0 1",
-    "3b4/5kp1/1p1p1p1p/pP1PpP1P/P1P1P3/3KN3/8/8 w - - 0 1",
-    "8/8/1p1k2p1/p1pn2p1/2N5/PP3P2/2K3P1/8 w - - 0 1",
-    "2q5/6k1/5p2/3p3p/3Q4/6P1/5P1P/6K1 w - - 0 1",
-    "8/8/4k3/3n1n2/5P2/2B2K2/8/8 b - - 0 1",
+    // Middlegames, from games of the engine against itself that began at random.
+    "r1bqk2r/ppp2p2/1n2pnpp/8/1Q2PB1P/2PB1N2/P1P2PP1/R3K2R b KQkq - 0 1",
+    "2rb1rk1/1p4pp/p4pb1/2n1p3/7B/1P2PP2/P3N1PP/K2R1B1R w - - 0 1",
+    "r1b2rk1/p2p1pp1/1p1Q2np/3Pp3/4B3/1R2B1P1/P1P1qP1P/R5K1 w - - 0 1",
+    "3r1rk1/2p2ppp/1qb2n2/3Np3/1p2P3/3P1B2/1PPQ2PP/2KRR3 b - - 0 1",
+    "r1bqk2r/pp3ppp/2n2n2/8/2QPp3/8/PB2PPPP/2KR1BNR b kq - 0 1",
+    "r4r1k/1p3p1p/p1p2n2/P2Pp1p1/4Q3/1PB1P3/2P2PP1/R3R1K1 b - - 0 1",
+    "2r2rk1/1p3ppp/1qPp1bb1/p7/2QNPp2/3P3P/PP3PB1/3R1RK1 w - - 0 1",
+    "5b1r/p5pp/bkn5/5pN1/2p2p2/1P3P2/1P2B1PP/3RKR2 b - - 0 1",
+    "N2qk2r/pp1bn2p/2n1p3/3p2N1/6Q1/8/P1RP1PPP/5RK1 b - - 0 1",
+    "3r1rk1/pp1bbp1p/2n1p3/1N1p2q1/3P1Np1/P3P1P1/1P1QP1BP/2KR1R2 w - - 0 1",
+    "1rb1k1nr/p1p2p1p/1p6/2p1P1B1/3p2P1/3P3P/PP3PB1/2R1K2R w K - 0 1",
+    "4rrk1/2p1n1p1/3Qpp2/4N3/p1PPpP1b/P3P3/1P5K/R1B2R2 b - - 0 1",
+    // Open fights, from such games too.
+    "4r1k1/ppQ2pp1/8/1P1P3p/3R3P/4Pq2/5n1K/4B3 w - - 0 1",
+    "2q1r1k1/Pp3ppp/8/5p2/1Q1P1P2/4BP2/1Pr1B2P/4R1K1 w - - 0 1",
+    "r3n1k1/ppp2r2/5qp1/7p/1P6/P2B1Q2/3P1PPP/R4RK1 w - - 0 1",
+    "4r1k1/3q3p/1ppBbp2/4n2P/4P1p1/1NQ5/PPP2PP1/3R2K1 w - - 0 1",
+    "3rkrb1/p3q2p/4Pnp1/5p2/P4P2/1PN1Q2P/2B3P1/3RR1K1 w - - 0 1",
+    "2rn1rk1/ppq4p/3p1pp1/8/P2PP3/1bBN1P2/6PP/2RQK2R w K - 0 1",
+    "1r1q1rk1/2p2pp1/B4n1p/1p3N2/2RP2n1/4PP2/PPQB3b/5R1K w - - 0 1",
+    "4r1k1/2p2ppp/r2q1n2/P3p3/1p1pP3/1P1P1P1P/2PQ1P2/R3R1K1 b - - 0 1",
+    // Endings, from such games too.
+    "3r4/p6p/2p1k1p1/2P5/p1K4P/2P5/1P3R2/8 w - - 0 1",
+    "8/2r5/1k3KP1/R2R4/4p3/4P3/2r5/8 w - - 0 1",
+    "8/2R1k3/3r4/8/8/5B2/5K2/8 b - - 0 1",
+    "8/2P3k1/5b2/3P4/4RP1q/5K2/8/8 b - - 0 1",
+    "2r5/7R/1p2k2p/1P6/3p4/5P2/1P3r1P/R6K w - - 0 1",
+    "8/R5k1/5p1p/4p3/1K4PP/8/6r1/8 b - - 0 1",
+    "8/5p2/5k2/4p1p1/2BbP1P1/7P/4KP2/8 w - - 0 1",
+    "8/8/4k3/8/4KP1p/7P/8/8 w - - 0 1",
+    "8/5NR1/8/5k2/8/r7/3K4/8 b - - 0 1",
+    "8/2R4P/3k4/4p3/4P1P1/1nBK4/7r/8 w - - 0 1",
+    "2R5/8/2p1r2k/1p1pPp2/5P1P/2P2K2/2P5/8 b - - 0 1",
+    "r1bR4/1p6/p4Q2/4P3/2k5/6P1/5PKP/1q6 b - - 0 1",
 };
 
 struct PerftPosition {
