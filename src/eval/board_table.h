@@ -6,12 +6,12 @@
 
 // By square as the man's own side counts them: a1 = 0 is its own left corner for White; for Black
 // flip the rank with `square ^ 56`.
-using SquareTable = std::array<int16_t, 64>;
-using BoardRow = std::array<int16_t, 8>;
+using SquareTable = std::array<int32_t, 64>;
+using BoardRow = std::array<int32_t, 8>;
 
 // One rank, a-file first. Eight arguments, so that a lost comma does not compile.
-consteval BoardRow Row(int16_t a, int16_t b, int16_t c, int16_t d, int16_t e, int16_t f, int16_t g,
-                       int16_t h) {
+consteval BoardRow Row(int32_t a, int32_t b, int32_t c, int32_t d, int32_t e, int32_t f, int32_t g,
+                       int32_t h) {
     return {a, b, c, d, e, f, g, h};
 }
 

@@ -157,8 +157,8 @@ constexpr SquareTable KingEnding = BoardTable(
 
 static void FillTables(Piece piece, const SquareTable& middlegame, const SquareTable& ending) {
     for (int sq = 0; sq < 64; sq++) {
-        PstA[piece][WHITE][sq] = PstA[piece][BLACK][sq ^ 56] = middlegame[sq];
-        PstB[piece][WHITE][sq] = PstB[piece][BLACK][sq ^ 56] = ending[sq];
+        PstA[piece][WHITE][sq] = PstA[piece][BLACK][sq ^ 56] = int16_t(middlegame[sq]);
+        PstB[piece][WHITE][sq] = PstB[piece][BLACK][sq ^ 56] = int16_t(ending[sq]);
     }
 }
 

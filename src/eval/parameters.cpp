@@ -1,0 +1,3 @@
+#include "eval/parameters.h"
+
+constinit EvalParameters Params = {};
