@@ -9,6 +9,7 @@
 #include "platform/input.h"
 #include "search/host.h"
 #include "search/interrupts.h"
+#include "search/limits.h"
 
 static bool InputWaiting() {
     return LineWaiting() || StandardInputWaiting() != 0;
@@ -32,11 +33,13 @@ static void AnnounceChosenMove(Move move, bool fromBook) {
         AnnounceMove(move, fromBook);
 }
 
-static void PrintBestVariation(bool forced, BoundType bound) {
-    if (UciMode)
-        PrintUciVariation(forced, bound);
+static void PrintBestVariations(BoundType bound, int line) {
+    if (!UciMode)
+        PrintThinking(false);
+    else if (MultiPV > 1)
+        PrintUciVariations(bound, line);
     else
-        PrintThinking(forced, bound);
+        PrintUciVariation(false, bound);
 }
 
 static void PrintRootMove() {
@@ -55,7 +58,7 @@ void InstallHostFunctions() {
     Host.handleInput = HandleSearchCommands;
     Host.announceDraw = AnnounceDrawsOfGame;
     Host.announceGameOver = AnnounceEndOfGame;
-    Host.printVariation = PrintBestVariation;
+    Host.printVariations = PrintBestVariations;
     Host.printCurrentMove = PrintRootMove;
     Host.printStatistics = PrintSearchStatistics;
     Host.announceMove = AnnounceChosenMove;

@@ -80,7 +80,7 @@ static int32_t PrintedScore(int32_t score) {
     return score > 0 ? score + PRINTED_MATE_OFFSET : score - PRINTED_MATE_OFFSET;
 }
 
-void PrintThinking(bool forced, BoundType) {
+void PrintThinking(bool forced) {
     if (!PostThinking || (!forced && NodeCount > 0 && NodeCount <= SILENT_NODES))
         return;
     std::printf("%d %d %d %" PRId64, IterationDepth + 1, PrintedScore(RootScores[0]), ElapsedTime(),
@@ -95,7 +95,7 @@ void AnnounceMove(Move move, bool fromBook) {
     if (PredictedMove != NO_MOVE)
         AnnounceDraws();
     if (!fromBook)
-        PrintThinking(true, BOUND_EXACT);
+        PrintThinking(true);
     // Without posting, nothing was printed that told it.
     PonderMove = ExpectedReply(move);
     if (ShouldResign())

@@ -17,7 +17,7 @@ void PrintVariationMoves(int index);
 
 // Prints the thinking line of the best root move when it is wanted: depth, score, hundredths of a
 // second, nodes and variation. Unless forced, searches just begun stay silent.
-void PrintThinking(bool forced, BoundType bound);
+void PrintThinking(bool forced);
 
 // Announces the engine's move, which has not been made yet: the last thinking line unless the move
 // comes from the book, "resign" when the rule says so, and the move.

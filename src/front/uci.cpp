@@ -24,7 +24,8 @@ namespace {
 
 // Nodes that must have passed since the last line of a variation.
 constexpr int64_t VARIATION_NODES = 30000;
-// Searches that have just begun print no statistics.
+// Searches that have just begun print neither several lines nor, somewhat longer, statistics.
+constexpr int64_t LINES_NODES = 50000;
 constexpr int64_t STATISTICS_NODES = 200000;
 
 // Node count at the last line; a lower count now means that a new search has begun.
@@ -134,6 +135,7 @@ static void PlayListedMoves(const CommandLine& line) {
 }
 
 void SetUpPosition(const CommandLine& line) {
+    BestMove = NO_MOVE;
     if (line.Arguments() >= 1 && KeywordMatches("startpos", line.tokens[1].text)) {
         NewGame();
     } else if (line.Arguments() >= 1 && KeywordMatches("fen", line.tokens[1].text)) {
@@ -144,10 +146,12 @@ void SetUpPosition(const CommandLine& line) {
         PlayListedMoves(line);
 }
 
-static void PrintScore(int32_t score) {
-    if (score > MATE_BOUND)
+// Prints a score, as a mate or in centipawns as `leader` is one. Every line of several takes after
+// the first, so that an interface does not compare moves with centipawns.
+static void PrintScore(int32_t score, int32_t leader) {
+    if (leader > MATE_BOUND)
         std::printf("mate %d ", (MATE + 1 - score) >> 1);
-    else if (score < -MATE_BOUND)
+    else if (leader < -MATE_BOUND)
         std::printf("mate -%d ", (score + MATE + 1) >> 1);
     else
         std::printf("cp %d ", score);
@@ -158,20 +162,25 @@ static int64_t NodesPerSecond() {
     return elapsed < 1 ? 0 : NodeCount * 100 / elapsed;
 }
 
-// Depth, score and figures of the best root move, up to the end of "tbhits". The time is in
+// Depth, score and figures of root move `index`, up to the end of "tbhits". The time is in
 // hundredths, not in the thousandths of the protocol: interfaces have long been used to it.
-static void PrintInfo(BoundType bound) {
+static void PrintInfo(int index, BoundType bound) {
     LastLineNodes = NodeCount;
     // The figures stand in this line; the next line of their own can wait.
     InfoCountdown = 100000 / PollReload;
-    std::printf("info depth %d seldepth %d score ", IterationDepth + 1, SelDepth);
-    PrintScore(RootScores[0]);
+    std::printf("depth %d seldepth %d score ", IterationDepth + 1, SelDepth);
+    PrintScore(RootScores[index], RootScores[0]);
     if (bound == BOUND_UPPER)
         std::printf("upperbound ");
     else if (bound == BOUND_LOWER)
         std::printf("lowerbound ");
     std::printf("nodes %" PRId64 " time %d hashfull %d nps %" PRId64 " tbhits %d", NodeCount,
                 ElapsedTime(), HashFull(), NodesPerSecond(), TablebaseHits);
+}
+
+static void PrintRootIndex() {
+    std::printf(" currmove %s currmovenumber %d", MoveText(MoveBeingSearched()).c_str(),
+                RootIndex + 1);
 }
 
 static bool TooSoon() {
@@ -183,19 +192,35 @@ static bool TooSoon() {
 void PrintUciVariation(bool forced, BoundType bound) {
     if (!forced && TooSoon())
         return;
-    PrintInfo(bound);
+    std::printf("info ");
+    PrintInfo(0, bound);
     std::printf(" pv");
     PrintVariationMoves(0);
     std::printf("\n");
     std::fflush(stdout);
 }
 
+void PrintUciVariations(BoundType bound, int line) {
+    if (NodeCount > 0 && NodeCount <= LINES_NODES)
+        return;
+    for (int i = 0; i < LineCount(); i++) {
+        std::printf("info multipv %d ", i + 1);
+        PrintInfo(i, i == line ? bound : BOUND_EXACT);
+        PrintRootIndex();
+        std::printf(" pv");
+        PrintVariationMoves(i);
+        std::printf("\n");
+    }
+    std::fflush(stdout);
+}
+
 void PrintUciCurrentMove() {
     if (TooSoon())
         return;
-    PrintInfo(BOUND_EXACT);
-    std::printf(" currmove %s currmovenumber %d\n", MoveText(RootMove(RootIndex)).c_str(),
-                RootIndex + 1);
+    std::printf("info ");
+    PrintInfo(0, BOUND_EXACT);
+    PrintRootIndex();
+    std::printf("\n");
     std::fflush(stdout);
 }
 

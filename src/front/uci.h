@@ -22,6 +22,10 @@ void PlayPonderedMove(const CommandLine& line);
 // last.
 void PrintUciVariation(bool forced, BoundType bound);
 
+// Prints a line for each of the best moves that the user wants, unless the search has just begun.
+// The bound is that of root move `line` and stands in its line only.
+void PrintUciVariations(BoundType bound, int line);
+
 // Prints which root move is being searched, under the same condition.
 void PrintUciCurrentMove();
 

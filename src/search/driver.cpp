@@ -45,13 +45,14 @@ constexpr int32_t LAZY_STEP = 10;
 
 } // namespace
 
-// The window of the lazy material exit around what the score and the material say.
-static void SetLazyWindow(int32_t score) {
+// The window of the lazy material exit around what the scores of the best moves and the material
+// say.
+static void SetLazyWindow() {
+    const auto [low, high] = std::minmax_element(RootScores, RootScores + LineCount());
     const int32_t material = Material[RootSide] - Material[ChangeSide(RootSide)];
-    const int32_t bias = std::clamp(score / 5, -150, 150);
     const int32_t margin = LAZY_MARGIN + LAZY_STEP * IterationDepth;
-    LazyLow = std::min(score, material) + bias - margin;
-    LazyHigh = std::max(score, material) + bias + margin;
+    LazyLow = std::min(*low, material) + std::clamp(*low / 5, -150, 150) - margin;
+    LazyHigh = std::max(*high, material) + std::clamp(*high / 5, -150, 150) + margin;
 }
 
 // Searches root move `i`, already made, in the window (low, high) from the root side's view.
@@ -62,104 +63,110 @@ static int32_t SearchRootChild(int i, int32_t low, int32_t high) {
                    true);
 }
 
-// Takes in that the best move's score has changed its side of the window.
-static void ReportFail(int32_t score, BoundType bound) {
-    RootUnsettled = true;
-    RootScores[0] = score;
+// Takes in that root move `i`, already made, has a score outside its window.
+static void ReportFail(int i, int32_t score, BoundType bound) {
+    const Move move = RootMove(i);
+    RootUnsettled = i == 0;
+    RootScores[i] = score;
     UnmakeMove();
-    SetLazyWindow(score);
-    Host.printVariation(false, bound);
-    MakeMove(RootMove(0), true);
+    SetLazyWindow();
+    Host.printVariations(bound, i);
+    MakeMove(move, true);
 }
 
-// The first move, in a window around the last score that opens in two steps on the side that
-// fails. Leaves the score in RootScores[0] unless the search was stopped before any was known.
-static void SearchFirstMove() {
-    const int32_t previous = RootScores[0];
+// One of the best moves, in a window around its last score that opens in two steps on the side
+// that fails. Leaves the score with the move unless the search was stopped before any was known.
+static void SearchLine(int i) {
+    const int32_t previous = RootScores[i];
     int32_t low = std::max(previous - ASPIRATION, -MATE);
     int32_t high = std::min(previous + ASPIRATION, MATE);
     int fails = 0;
     for (;;) {
-        const int32_t score = SearchRootChild(0, low, high);
+        const int32_t score = SearchRootChild(i, low, high);
         if (StopSearch)
             return;
         if (score >= high && high < MATE) {
             high = fails++ == 0 ? high + ASPIRATION_STEP : MATE;
-            ReportFail(score, BOUND_LOWER);
+            ReportFail(i, score, BOUND_LOWER);
         } else if (score <= low && low > -MATE) {
             low = fails++ == 0 ? low - ASPIRATION_STEP : -MATE;
-            ReportFail(score, BOUND_UPPER);
+            ReportFail(i, score, BOUND_UPPER);
         } else {
-            RootScores[0] = score;
+            RootScores[i] = score;
             return;
         }
     }
 }
 
-// Any other move must first beat the best in a null window; then its score is settled. True when
-// it has become the best.
-static bool SearchLaterMove(int i) {
-    const int32_t best = RootScores[0];
-    int32_t score = SearchRootChild(i, best, best + 1);
-    if (StopSearch || score <= best)
-        return false;
-    MoveToFront(i);
-    RootScores[0] = score;
-    RootUnsettled = true;
-    const int32_t confirmed = SearchRootChild(0, score, score + ASPIRATION);
+// Any other move must first beat the last of the best in a null window; then its score is settled.
+// Returns the place among the best that it has won, or its own.
+static int SearchChallenger(int i) {
+    const int last = LineCount() - 1;
+    const int32_t worst = RootScores[last];
+    int32_t score = SearchRootChild(i, worst, worst + 1);
+    if (StopSearch || score <= worst)
+        return i;
+    MoveEntry(i, last);
+    RootScores[last] = score;
+    int place = RaiseByScore(last);
+    RootUnsettled = place == 0;
+    const int32_t confirmed = SearchRootChild(place, score, score + ASPIRATION);
     if (StopSearch)
-        return true;
+        return place;
     if (confirmed > score && confirmed < score + ASPIRATION) {
-        RootScores[0] = confirmed;
-        return true;
+        RootScores[place] = confirmed;
+        return RaiseByScore(place);
     }
-    score = SearchRootChild(0, -MATE, MATE);
+    score = SearchRootChild(place, -MATE, MATE);
     if (StopSearch)
-        return true;
-    RootScores[0] = score;
-    if (score > best)
-        return true;
+        return place;
+    RootScores[place] = score;
+    if (score > worst)
+        return RaiseByScore(LowerByScore(place, last));
     // The open window took back what the null window had promised.
-    MoveFromFront(i);
-    return false;
+    MoveEntry(place, i);
+    return i;
 }
 
 // One root move. False when the search was stopped in it.
 static bool SearchRootMove(int i) {
+    const int lines = LineCount();
     RootIndex = i;
     if (i > 0 && NodeCount > CURRENT_MOVE_NODES)
         Host.printCurrentMove();
     const int64_t nodesBefore = NodeCount;
     MakeMove(RootMove(i), true);
-    bool improved = true;
-    if (i == 0)
-        SearchFirstMove();
+    int place = i;
+    if (i < lines)
+        SearchLine(i);
     else
-        improved = SearchLaterMove(i);
+        place = SearchChallenger(i);
     UnmakeMove();
     RootUnsettled = false;
     // The other entries keep their counts of the last iteration: what once cost much is looked at
     // early.
-    if (improved)
-        RootNodes[0] = NodeCount - nodesBefore;
-    else if (i == RootMoveCount - 1)
-        RootNodes[i] = NodeCount - nodesBefore;
+    if (place < lines || i == RootMoveCount - 1)
+        RootNodes[place] = NodeCount - nodesBefore;
     if (StopSearch)
         return false;
-    if (improved)
-        Host.printVariation(false, BOUND_EXACT);
+    if (i < lines)
+        RaiseByScore(i);
+    // While the best moves are gone through anew, some of their scores are the last iteration's.
+    if (place < lines && i >= lines - 1)
+        Host.printVariations(BOUND_EXACT, 0);
     return true;
 }
 
 // One iteration over all root moves. False when the search was stopped in it.
 static bool SearchIteration() {
     SelDepth = IterationDepth + 1;
-    SetLazyWindow(RootScores[0]);
+    SetLazyWindow();
+    const int lines = LineCount();
     for (int i = 0; i < RootMoveCount; i++) {
         if (!SearchRootMove(i))
             return false;
-        if (i == 0)
-            ReorderByNodes();
+        if (i == lines - 1)
+            ReorderByNodes(lines);
     }
     HashStore(ONE_PLY * IterationDepth + ROOT_CHECK_EXTRA, RootMove(0), RootScores[0], BOUND_EXACT,
               false, 0);
@@ -219,11 +226,10 @@ static void SetUpSearch(bool keepHistory) {
 static void ScoreRootMoves() {
     SearchPly = 1;
     PlyStates[1].inCheck = InCheck(SideToMove);
-    SetLazyWindow(Material[RootSide] - Material[ChangeSide(RootSide)]);
-    const int32_t score = Quiesce(-MATE, MATE);
+    std::fill_n(RootScores, RootMoveCount, Material[RootSide] - Material[ChangeSide(RootSide)]);
+    SetLazyWindow();
+    std::fill_n(RootScores, RootMoveCount, Quiesce(-MATE, MATE));
     SearchPly = 0;
-    for (int i = 0; i < RootMoveCount; i++)
-        RootScores[i] = score;
 }
 
 // The search proper, to `limitDepth`. Returns false when the game is over.

@@ -6,7 +6,7 @@ constinit SearchHost Host = {
     [] {},
     [] {},
     [] {},
-    [](bool, BoundType) {},
+    [](BoundType, int) {},
     [] {},
     [] {},
     [](Move, bool) {},

@@ -14,7 +14,8 @@ struct SearchHost {
     void (*handleInput)();      // acts on waiting lines; may set StopSearch
     void (*announceDraw)();     // before the root moves are generated
     void (*announceGameOver)(); // no legal root move: mate or stalemate
-    void (*printVariation)(bool forced, BoundType bound); // the best line so far
+    // The best lines so far; the bound is that of root move `line`.
+    void (*printVariations)(BoundType bound, int line);
     void (*printCurrentMove)(); // the root move at RootIndex is about to be searched
     void (*printStatistics)();  // periodic figures
     void (*announceMove)(Move move, bool fromBook); // the move to play, before it is made

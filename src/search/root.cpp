@@ -14,6 +14,10 @@ constinit int64_t RootNodes[MAX_ROOT_MOVES] = {};
 constinit int32_t RootIndex = 0;
 constinit int32_t RootGamePly = 0;
 
+int LineCount() {
+    return std::max(1, std::min(MultiPV, RootMoveCount));
+}
+
 // Keeps the moves that the search was restricted to, if any of them is legal.
 static void RestrictToSearchMoves() {
     int kept = 0;
@@ -54,9 +58,11 @@ static void RotateEntries(int first, int middle, int last) {
     std::rotate(RootNodes + first, RootNodes + middle, RootNodes + last);
 }
 
-// Moves entry `i` up to `place`; those between shift down one place.
-static void MoveEntry(int i, int place) {
-    RotateEntries(place, i, i + 1);
+void MoveEntry(int i, int place) {
+    if (place <= i)
+        RotateEntries(place, i, i + 1);
+    else
+        RotateEntries(i, i + 1, place + 1);
 }
 
 void SortRootMoves() {
@@ -68,18 +74,26 @@ void SortRootMoves() {
     }
 }
 
-void MoveToFront(int i) {
-    MoveEntry(i, 0);
+int RaiseByScore(int i) {
+    int place = i;
+    while (place > 0 && RootScores[place - 1] < RootScores[i])
+        place--;
+    MoveEntry(i, place);
+    return place;
 }
 
-void MoveFromFront(int i) {
-    RotateEntries(0, 1, i + 1);
+int LowerByScore(int i, int last) {
+    int place = i;
+    while (place < last && RootScores[place + 1] > RootScores[i])
+        place++;
+    MoveEntry(i, place);
+    return place;
 }
 
-void ReorderByNodes() {
-    for (int i = 2; i < RootMoveCount; i++) {
+void ReorderByNodes(int first) {
+    for (int i = first + 1; i < RootMoveCount; i++) {
         int place = i;
-        while (place > 1 && RootNodes[place - 1] < RootNodes[i])
+        while (place > first && RootNodes[place - 1] < RootNodes[i])
             place--;
         MoveEntry(i, place);
     }

@@ -16,6 +16,10 @@ inline Move RootMove(int i) {
     return MoveStack[i].move;
 }
 
+// How many of the best root moves get a score of their own and a line: what the user asked for, at
+// least one. They are the first entries.
+int LineCount();
+
 // Empties the move stack, generates the legal root moves in generator order with their order
 // scores, and lets the host announce draws and the end of the game. Returns false when the game
 // is over: no legal move is left.
@@ -24,11 +28,13 @@ bool PrepareRoot();
 // Brings the moves into the order of their scores, highest first; equal ones keep theirs.
 void SortRootMoves();
 
-// Moves entry `i` to the front; those before it shift down one place.
-void MoveToFront(int i);
+// Moves entry `i` to `place`; those between shift one place toward where it stood.
+void MoveEntry(int i, int place);
 
-// Takes that back: the first entry returns to place `i`, those before it shift up.
-void MoveFromFront(int i);
+// Moves entry `i` up past those with lower scores, or down to `last` at most past those with
+// higher ones. Both return its new place.
+int RaiseByScore(int i);
+int LowerByScore(int i, int last);
 
-// Reorders entries 1 and up by the nodes spent on them, most first.
-void ReorderByNodes();
+// Reorders entries `first` and up by the nodes spent on them, most first.
+void ReorderByNodes(int first);

@@ -1,5 +1,6 @@
 // The UCI dialect as an interface meets it: the real engine on real pipes.
 
+#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -118,6 +119,30 @@ TEST_F(Uci, SearchesOnlyTheMovesItIsTold) {
                     .starts_with("bestmove a2a3") ||
                 thinking.find("bestmove h2h4") != thinking.npos)
         << thinking;
+}
+
+TEST_F(Uci, ShowsAsManyLinesAsThereAreMoves) {
+    constexpr int LEGAL_MOVES = 2;
+    engine.Send("setoption name MultiPV value 3");
+    BestMove("startpos moves e2e4 e7e5 f2f4 d8h4", "go nodes 200000");
+    std::istringstream lines(thinking);
+    int expected = 1;
+    int shown = 0;
+    for (std::string line; std::getline(lines, line);) {
+        if (!line.starts_with("info multipv "))
+            continue;
+        EXPECT_TRUE(line.starts_with("info multipv " + std::to_string(expected) + " depth "))
+            << line;
+        EXPECT_NE(line.find(" currmovenumber "), line.npos) << line;
+        EXPECT_NE(line.find(" pv "), line.npos) << line;
+        expected = expected % LEGAL_MOVES + 1;
+        shown++;
+    }
+    EXPECT_GT(shown, 0) << thinking;
+    EXPECT_EQ(shown % LEGAL_MOVES, 0) << thinking;
+    // The last line of all is that of the best move.
+    EXPECT_NE(thinking.rfind("\ninfo depth "), thinking.npos) << thinking;
+    EXPECT_GT(thinking.rfind("\ninfo depth "), thinking.rfind("\ninfo multipv ")) << thinking;
 }
 
 TEST_F(Uci, WorksWithEveryTableSize) {

@@ -1,0 +1,120 @@
+// Several best moves, each with a score of its own.
+
+#include <algorithm>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "board/fen.h"
+#include "board/order_tables.h"
+#include "board/position.h"
+#include "search/driver.h"
+#include "search/driver_state.h"
+#include "search/hash_memory.h"
+#include "search/host.h"
+#include "search/limits.h"
+#include "search/root.h"
+#include "search/state.h"
+#include "support/engine_setup.h"
+
+namespace {
+
+constinit int Reports = 0;
+constinit int UnorderedReports = 0;
+
+class MultiPv : public testing::Test {
+protected:
+    void SetUp() override {
+        SetUpEngineTables();
+        AllocateHashTables();
+        Forget();
+        Reports = UnorderedReports = 0;
+        Host.printVariations = [](BoundType bound, int) {
+            Reports++;
+            if (bound == BOUND_EXACT &&
+                !std::is_sorted(RootScores, RootScores + LineCount(), std::greater<>()))
+                UnorderedReports++;
+        };
+    }
+    void TearDown() override {
+        Host.printVariations = [](BoundType, int) {};
+        Forget();
+        FreeHashTables();
+        SetStartPosition();
+    }
+    static void Forget() {
+        ClearAllHashTables();
+        ClearHistory();
+        ClearEvasionReplies();
+        ClearCaptureStats();
+        ClearPlyStates();
+        ResetDriverState();
+        ResetLimits();
+    }
+
+    struct Line {
+        Move move;
+        int32_t score;
+    };
+    // The best moves of a search from a clear memory.
+    static std::vector<Line> Best(const char* fen, int count, int depth) {
+        Forget();
+        LoadFen(fen);
+        MultiPV = count;
+        SearchFixedDepth(depth);
+        std::vector<Line> lines;
+        for (int i = 0; i < LineCount(); i++)
+            lines.push_back({RootMove(i), RootScores[i]});
+        return lines;
+    }
+    // The score of a move that is searched alone.
+    static int32_t ScoreAlone(const char* fen, Move move, int depth) {
+        Forget();
+        LoadFen(fen);
+        SearchMoves[0] = move;
+        SearchMoveCount = 1;
+        Analysing = true;
+        SearchFixedDepth(depth);
+        return RootScores[0];
+    }
+};
+
+// Some moves win something or lose it, so that the scores lie apart.
+constexpr const char* Positions[] = {
+    "3r2k1/5ppp/8/q2n4/8/2N5/5PPP/3RR1K1 w - - 0 1",
+    "r1bq1rk1/ppp2ppp/2n5/3pp3/1bP5/2N1PN2/PP1nBPPP/R1BQ1RK1 w - - 0 1",
+    "8/2k5/8/1P1p4/3Pp3/4K3/8/8 w - - 0 1",
+};
+
+TEST_F(MultiPv, TellsTheBestMovesInOrderWithTheScoresTheyHaveAlone) {
+    for (const char* const fen : Positions) {
+        SCOPED_TRACE(fen);
+        const std::vector<Line> lines = Best(fen, 4, 7);
+        ASSERT_EQ(lines.size(), 4U);
+        for (size_t i = 0; i < lines.size(); i++) {
+            for (size_t j = 0; j < i; j++) {
+                EXPECT_NE(lines[i].move, lines[j].move);
+                EXPECT_LE(lines[i].score, lines[j].score);
+            }
+            // What the table remembers from other moves may shift a score a little.
+            EXPECT_NEAR(lines[i].score, ScoreAlone(fen, lines[i].move, 7), 60) << i;
+        }
+    }
+    EXPECT_GT(Reports, 0);
+    EXPECT_EQ(UnorderedReports, 0);
+}
+
+TEST_F(MultiPv, NoMoveLeftOutIsBetter) {
+    for (const char* const fen : Positions) {
+        SCOPED_TRACE(fen);
+        const std::vector<Line> best = Best(fen, 3, 5);
+        const std::vector<Line> all = Best(fen, 300, 5);
+        ASSERT_EQ(int(all.size()), RootMoveCount);
+        ASSERT_GT(all.size(), best.size());
+        for (size_t i = 0; i < best.size(); i++)
+            EXPECT_NEAR(best[i].score, all[i].score, 60) << i;
+    }
+    EXPECT_EQ(UnorderedReports, 0);
+}
+
+} // namespace
