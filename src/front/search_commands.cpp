@@ -17,6 +17,7 @@
 #include "search/limits.h"
 #include "search/root.h"
 #include "search/state.h"
+#include "search/time_allotment.h"
 
 namespace {
 
@@ -140,6 +141,7 @@ static After AnswerPrediction(const std::string& line) {
         return EndSearch();
     }
     PonderingOnPrediction = GoPonder = false;
+    ReallotTime();
     return After::RETURN;
 }
 

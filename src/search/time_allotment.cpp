@@ -6,6 +6,7 @@
 #include "board/position.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
+#include "search/root.h"
 #include "search/state.h"
 
 namespace {
@@ -21,12 +22,12 @@ constexpr int64_t LEAST_ALLOTMENT = 5;
 
 } // namespace
 
-// Moves to make before the clock is set again; 0 for sudden death.
-static int MovesToControl() {
+// Moves to make from that game ply on before the clock is set again; 0 for sudden death.
+static int MovesToControl(int gamePly) {
     const int moves = MovesPerPeriod;
     if (moves <= 0 || MovesToGo)
         return std::clamp(moves, 0, MOVES_AHEAD);
-    const int move = Ply / 2 + 1;
+    const int move = gamePly / 2 + 1;
     const int64_t control = moves < move ? (int64_t{move - 1} / moves + 1) * moves : int64_t{moves};
     return int(std::min<int64_t>(control - move + 1, MOVES_AHEAD));
 }
@@ -62,20 +63,35 @@ static void ValueDrawByClock(int64_t time, int64_t usable, int movesToGo) {
         DrawScore = ClockDrawScore[std::clamp<int64_t>(10 * usable / safe, 0, 19)];
 }
 
-void AllotTime() {
-    const int64_t time = OwnTime == NO_CLOCK && PlayByBaseTime ? std::max(BaseTime, 1) : OwnTime;
-    DrawScore = 0;
-    UnderClock = !Analysing && time != NO_CLOCK && time != INFINITE_TIME;
-    if (FixedTime > 0 && !Analysing) {
-        UnderClock = true;
-        SetLimits(FixedTime, FixedTime);
-    } else if (!UnderClock) {
+static int64_t TimeLeft() {
+    return OwnTime == NO_CLOCK && PlayByBaseTime ? std::max(BaseTime, 1) : OwnTime;
+}
+
+// Time that can be used without the clock's running out on the way to the opponent.
+static int64_t UsableTime() {
+    return TimeLeft() * 95 / 100 - 1;
+}
+
+// Sets the limits of a search of the position at that game ply.
+static void SetTimeLimits(int gamePly) {
+    const int64_t time = TimeLeft();
+    UnderClock = !Analysing && (FixedTime > 0 || (time != NO_CLOCK && time != INFINITE_TIME));
+    if (!UnderClock)
         SetLimits(UNLIMITED_TIME, UNLIMITED_TIME);
-    } else {
-        const int64_t usable = time * 95 / 100 - 1;
-        const int movesToGo = MovesToControl();
-        DivideClock(usable, movesToGo);
-        ValueDrawByClock(time, usable, movesToGo);
-    }
+    else if (FixedTime > 0)
+        SetLimits(FixedTime, FixedTime);
+    else
+        DivideClock(UsableTime(), MovesToControl(gamePly));
     PollReload = TimeAllotted >= 301 ? 50000 : TimeAllotted >= 101 ? 20000 : 5000;
+}
+
+void AllotTime() {
+    SetTimeLimits(Ply);
+    DrawScore = 0;
+    if (UnderClock && FixedTime <= 0)
+        ValueDrawByClock(TimeLeft(), UsableTime(), MovesToControl(Ply));
+}
+
+void ReallotTime() {
+    SetTimeLimits(RootGamePly);
 }

@@ -83,6 +83,8 @@ protected:
 constexpr const char* Positions[] = {
     "3r2k1/5ppp/8/q2n4/8/2N5/5PPP/3RR1K1 w - - 0 1",
     "r1bq1rk1/ppp2ppp/2n5/3pp3/1bP5/2N1PN2/PP1nBPPP/R1BQ1RK1 w - - 0 1",
+    // The captures come first and all but the best of them lose.
+    "r5k1/1p3pp1/p1p1p2p/3q4/3P1Q2/2N1R2P/PP3PP1/6K1 w - - 0 1",
     "8/2k5/8/1P1p4/3Pp3/4K3/8/8 w - - 0 1",
 };
 

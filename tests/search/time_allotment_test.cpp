@@ -5,6 +5,7 @@
 #include "board/position.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
+#include "search/root.h"
 #include "search/state.h"
 
 namespace {
@@ -88,6 +89,27 @@ TEST_F(TimeAllotment, AFixedTimeWinsOverTheClock) {
     EXPECT_EQ(TimeAllotted, 250);
     EXPECT_EQ(TimeHardLimit, 250);
     EXPECT_EQ(PollReload, 20000);
+}
+
+TEST_F(TimeAllotment, APonderedMoveIsGivenTheTimeOfTheClockThatCameMeanwhile) {
+    OwnTime = 100; // before the control
+    OpponentTime = 1000;
+    MovesPerPeriod = 40;
+    Ply = 80;
+    RootGamePly = 80;
+    AllotTime();
+    const int drawScore = DrawScore;
+    ASSERT_GT(drawScore, 0);
+    const int meagre = TimeAllotted;
+    OwnTime = 30100;
+    Ply = 95; // the board stands somewhere in the tree
+    ReallotTime();
+    EXPECT_GT(TimeAllotted, 100 * meagre);
+    EXPECT_EQ(DrawScore, drawScore) << "scores already in the table count on it";
+    const int allotted = TimeAllotted;
+    Ply = 80;
+    AllotTime();
+    EXPECT_EQ(TimeAllotted, allotted);
 }
 
 struct DrawCase {
