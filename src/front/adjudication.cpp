@@ -12,7 +12,16 @@ namespace {
 constexpr int LONE_PIECE = 300;
 constexpr int FIFTY_MOVE_PLIES = 100;
 
+// What the board was found to show: the lines to print, in their order.
+constexpr int MAX_DRAWS = 4;
+constinit const char* FoundDraws[MAX_DRAWS] = {};
+constinit int FoundDrawCount = 0;
+
 } // namespace
+
+static void NoteDraw(const char* line) {
+    FoundDraws[FoundDrawCount++] = line;
+}
 
 // Result lines belong to the old protocol.
 static void PrintResult(const char* line) {
@@ -33,16 +42,16 @@ static bool HasPawns(Colour side) {
 // Two tests that do not know of each other. With bare kings both hold and the line is printed
 // twice; a lone pawn against a bare king passes the one that asks for the other side's pawns. Meant
 // so: what a GUI reads from us stays as it is, byte for byte.
-static void AnnounceInsufficientMaterial() {
+static void FindInsufficientMaterial() {
     constexpr const char* line = "1/2-1/2 {Draw by insufficient material}";
     if (PieceMaterial(BLACK) == 0) {
         if (PieceMaterial(WHITE) > LONE_PIECE)
             return;
         if (!HasPawns(WHITE))
-            PrintResult(line);
+            NoteDraw(line);
     }
     if (PieceMaterial(WHITE) == 0 && PieceMaterial(BLACK) <= LONE_PIECE && !HasPawns(BLACK))
-        PrintResult(line);
+        NoteDraw(line);
 }
 
 // Both moves from that ply on are reversible and castling was as free then as now.
@@ -65,12 +74,19 @@ static bool RepeatedTwice() {
     return false;
 }
 
-void AnnounceDraws() {
-    AnnounceInsufficientMaterial();
+void FindDraws() {
+    FoundDrawCount = 0;
+    FindInsufficientMaterial();
     if (RepeatedTwice())
-        PrintResult("1/2-1/2 {Draw by repetition}");
+        NoteDraw("1/2-1/2 {Draw by repetition}");
     if (FiftyCount >= FIFTY_MOVE_PLIES)
-        PrintResult("1/2-1/2 {Draw by the 50-moves rule}");
+        NoteDraw("1/2-1/2 {Draw by the 50-moves rule}");
+}
+
+void AnnounceDraws() {
+    for (int i = 0; i < FoundDrawCount; i++)
+        PrintResult(FoundDraws[i]);
+    FoundDrawCount = 0;
 }
 
 void AnnounceGameOver() {

@@ -46,6 +46,13 @@ void CleanTables(const CommandLine&) {
     ForgetLastScore();
 }
 
+// A person who asks for a move gets one, whatever the last search was told to wait for.
+static void PlayByClock() {
+    PlayByBaseTime = true;
+    if (OwnTime == INFINITE_TIME)
+        OwnTime = NO_CLOCK;
+}
+
 void PlayTypedMove(const CommandLine& line) {
     const Move move = MoveFromText(line.text);
     if (!IsLegal(move)) {
@@ -58,7 +65,7 @@ void PlayTypedMove(const CommandLine& line) {
         return;
     GoPonder = false;
     SearchMoveCount = 0;
-    PlayByBaseTime = true;
+    PlayByClock();
     TakeTurn();
 }
 
@@ -197,7 +204,7 @@ constexpr GoParameter GoParameters[] = {
     {"depth", [](int32_t n) { DepthLimit = n; }},
     {"nodes", [](int32_t n) { NodeLimit = n; }},
     // A move time that was given, however short, is not "no fixed time".
-    {"movetime", [](int32_t n) { FixedTime = n > 0 ? std::max(n / 10, 1) : 0; }},
+    {"movetime", [](int32_t n) { FixedTime = std::max(n / 10, 1); }},
 };
 
 } // namespace
@@ -234,7 +241,7 @@ static int ReadGoParameter(const CommandLine& line, int i) {
 void Go(const CommandLine& line) {
     ForceMode = GoPonder = false;
     SearchMoveCount = 0;
-    PlayByBaseTime = true;
+    PlayByClock();
     if (line.Arguments() > 0)
         ResetSearchLimits();
     for (int i = 1; i <= line.Arguments();)
@@ -324,7 +331,7 @@ void PlayDemo(const CommandLine&) {
     NewGame();
     GoPonder = false;
     SearchMoveCount = 0;
-    PlayByBaseTime = true;
+    PlayByClock();
     ResetInterrupts();
     while (ThinkAndMove()) {
         // A drawn game goes on, with searches too short to look at their input.

@@ -15,8 +15,9 @@ static bool InputWaiting() {
     return LineWaiting() || StandardInputWaiting() != 0;
 }
 
-// A predicted position has not arisen, so that nothing is announced of it.
+// A predicted position has not arisen yet, so that nothing is announced of it.
 static void AnnounceDrawsOfGame() {
+    FindDraws();
     if (!PonderingOnPrediction)
         AnnounceDraws();
 }
@@ -31,6 +32,12 @@ static void AnnounceChosenMove(Move move, bool fromBook) {
         AnnounceUciMove(move);
     else
         AnnounceMove(move, fromBook);
+}
+
+// A search that has pondered in vain so far has a variation to show all the same.
+static void KeepMove() {
+    if (UciMode && GoPonder)
+        PrintUciVariation(true, BOUND_EXACT);
 }
 
 static void PrintBestVariations(BoundType bound, int line) {
@@ -62,4 +69,5 @@ void InstallHostFunctions() {
     Host.printCurrentMove = PrintRootMove;
     Host.printStatistics = PrintSearchStatistics;
     Host.announceMove = AnnounceChosenMove;
+    Host.withholdMove = KeepMove;
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "front/adjudication.h"
 #include "front/clocks.h"
 #include "front/game.h"
 #include "front/input_lines.h"
@@ -142,6 +143,7 @@ static After AnswerPrediction(const std::string& line) {
     }
     PonderingOnPrediction = GoPonder = false;
     ReallotTime();
+    AnnounceDraws();
     return After::RETURN;
 }
 

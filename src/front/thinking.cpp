@@ -7,7 +7,6 @@
 #include "board/attack_tests.h"
 #include "board/make_move.h"
 #include "board/pseudo_legal.h"
-#include "front/adjudication.h"
 #include "front/game.h"
 #include "front/notation.h"
 #include "front/resign.h"
@@ -91,9 +90,6 @@ void PrintThinking(bool forced) {
 }
 
 void AnnounceMove(Move move, bool fromBook) {
-    // What a search of a predicted position has kept to itself.
-    if (PredictedMove != NO_MOVE)
-        AnnounceDraws();
     if (!fromBook)
         PrintThinking(true);
     // Without posting, nothing was printed that told it.

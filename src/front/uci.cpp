@@ -108,8 +108,9 @@ void SetOption(const CommandLine& line) {
         return;
     const std::string& name = line.tokens[2].text;
     const std::string& third = line.tokens[3].text;
-    const bool button = KeywordMatches("Clear", name) && KeywordMatches("Hash", third);
-    if (!button && (!KeywordMatches("value", third) || line.Arguments() < 4))
+    // The only button has two words for its name, and no value.
+    const bool button = KeywordMatches("Clear", name);
+    if (!KeywordMatches(button ? "Hash" : "value", third) || (!button && line.Arguments() < 4))
         return;
     const Token& value = line.tokens[button ? 3 : 4];
     for (const Option& option : Options) {

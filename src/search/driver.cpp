@@ -204,7 +204,7 @@ static void Deepen(int limitDepth) {
 // Sets the statistics and counters up for a new search.
 static void SetUpSearch(bool keepHistory) {
     AgeOrdering(keepHistory);
-    StopSearch = false;
+    StopSearch = LimitReached = false;
     InfoCountdown = 100000 / PollReload;
     HashAge = int16_t(uint16_t(HashAge) + 1);
     RootSide = SideToMove;
@@ -224,12 +224,10 @@ static void SetUpSearch(bool keepHistory) {
 
 // What the root moves are worth before the first iteration: the quiet score of the position.
 static void ScoreRootMoves() {
-    SearchPly = 1;
-    PlyStates[1].inCheck = InCheck(SideToMove);
+    PlyStates[0].inCheck = InCheck(SideToMove);
     std::fill_n(RootScores, RootMoveCount, Material[RootSide] - Material[ChangeSide(RootSide)]);
     SetLazyWindow();
     std::fill_n(RootScores, RootMoveCount, Quiesce(-MATE, MATE));
-    SearchPly = 0;
 }
 
 // The search proper, to `limitDepth`. Returns false when the game is over.
@@ -264,8 +262,10 @@ bool Think() {
     if (!SearchRoot(DepthLimit, keepHistory))
         return false;
     HoldUntilStopped();
-    if (!MoveWanted())
+    if (!MoveWanted()) {
+        Host.withholdMove();
         return false;
+    }
     RememberSearch();
     Host.announceMove(BestMove, false);
     MakeMove(BestMove, true);

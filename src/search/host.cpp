@@ -10,4 +10,5 @@ constinit SearchHost Host = {
     [] {},
     [] {},
     [](Move, bool) {},
+    [] {},
 };

@@ -19,5 +19,6 @@ struct SearchHost {
     void (*printCurrentMove)(); // the root move at RootIndex is about to be searched
     void (*printStatistics)();  // periodic figures
     void (*announceMove)(Move move, bool fromBook); // the move to play, before it is made
+    void (*withholdMove)(); // the search has ended and its move is not wanted, or not yet
 };
 extern SearchHost Host;

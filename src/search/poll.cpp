@@ -60,7 +60,7 @@ void Poll() {
             return;
     }
     if (NodeLimit > 0 && NodeCount >= NodeLimit) {
-        StopSearch = true;
+        StopSearch = LimitReached = true;
         return;
     }
     if (--InfoCountdown < 0) {
@@ -72,6 +72,9 @@ void Poll() {
 }
 
 void HoldUntilStopped() {
+    // A search that nobody has told to stop yet keeps its move, whatever has ended it.
+    if (LimitReached)
+        StopSearch = false;
     while (!StopSearch && (GoPonder || (OwnTime == INFINITE_TIME && !Analysing)) &&
            Host.waitForInput())
         Host.handleInput();

@@ -10,6 +10,7 @@ constinit int32_t IterationDepth = 0;
 constinit int64_t NodeCount = 0;
 constinit int32_t TablebaseHits = 0;
 constinit bool StopSearch = false;
+constinit bool LimitReached = false;
 constinit int32_t PollReload = 50000;
 constinit int32_t PollCountdown = 50000;
 constinit int32_t InfoCountdown = 2;

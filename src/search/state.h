@@ -26,7 +26,8 @@ extern int32_t SelDepth;  // deepest SearchPly of this iteration
 extern int32_t IterationDepth;
 extern int64_t NodeCount;
 extern int32_t TablebaseHits;
-extern bool StopSearch; // every node returns at once
+extern bool StopSearch;   // every node returns at once
+extern bool LimitReached; // the search has stopped by itself, at its node limit
 
 extern int32_t PollReload; // nodes between input polls
 extern int32_t PollCountdown;

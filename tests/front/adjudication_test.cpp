@@ -28,6 +28,7 @@ protected:
     }
     static std::string Draws() {
         testing::internal::CaptureStdout();
+        FindDraws();
         AnnounceDraws();
         return testing::internal::GetCapturedStdout();
     }
