@@ -15,11 +15,6 @@ static_assert(sizeof(MaterialEntry) == 10);
 constexpr int MATERIAL_CANNOT_WIN = 1;
 constexpr int MATERIAL_ENDING = 2;
 
-// Endings begin where the opponent has at most this many phase units ...
-constexpr int EndingPieces = 9;
-// ... or this many without a queen.
-constexpr int EndingPiecesNoQueen = 14;
-
 // One entry for every signature with at most two pieces of a kind a side.
 extern MaterialEntry MaterialTable[MATERIAL_INVALID];
 

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "eval/board_table.h"
+#include "eval/default_tables.h"
 
 // By file, a to h.
 using FileTable = std::array<int32_t, 8>;
@@ -55,7 +56,19 @@ struct EvalParameters {
 
     // Pieces.
 
-    // Where men stand well, from `piece_square_tables`.
+    // Where men stand well, on top of their plain values.
+    SquareTable PawnMiddlegame = DefaultPawnMiddlegame;
+    SquareTable PawnEnding = DefaultPawnEnding;
+    SquareTable KnightMiddlegame = DefaultKnightMiddlegame;
+    SquareTable KnightEnding = DefaultKnightEnding;
+    SquareTable BishopMiddlegame = DefaultBishopMiddlegame;
+    SquareTable BishopEnding = DefaultBishopEnding;
+    SquareTable RookMiddlegame = DefaultRookMiddlegame;
+    SquareTable RookEnding = DefaultRookEnding;
+    SquareTable QueenMiddlegame = DefaultQueenMiddlegame;
+    SquareTable QueenEnding = DefaultQueenEnding;
+    SquareTable KingMiddlegame = DefaultKingMiddlegame;
+    SquareTable KingEnding = DefaultKingEnding;
 };
 
 constexpr size_t EVAL_PARAMETER_COUNT = sizeof(EvalParameters) / sizeof(int32_t);

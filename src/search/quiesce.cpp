@@ -38,9 +38,10 @@ constexpr int BOXED_IN = 3;
 // Captures scored from here on lose nothing by exchange.
 constexpr int32_t SAFE_SCORE = 100000;
 
-// Input is polled in the main search alone, which comes round often enough: but for boards full of
-// queens, where captures alone could go on for hours. So many nodes overdue, the poll is made here.
-constexpr int32_t POLL_OVERDUE = 1000000;
+// Input is polled in the main search, which comes round often enough: a few thousand nodes late at
+// worst, but for boards full of queens, where captures alone could go on for hours. So many nodes
+// overdue, some milliseconds, the poll is made here.
+constexpr int32_t POLL_OVERDUE = 20000;
 
 // One node: what its steps share.
 struct Node {
