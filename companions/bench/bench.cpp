@@ -18,8 +18,7 @@
 #include "board/keys.h"
 #include "board/order_tables.h"
 #include "board/perft.h"
-#include "eval/material.h"
-#include "eval/piece_square_tables.h"
+#include "eval/derived_tables.h"
 #include "platform/clock.h"
 #include "search/driver.h"
 #include "search/hash_memory.h"
@@ -96,8 +95,7 @@ static void StartEngine() {
     StartClock();
     InitAttackTables();
     InitKeys();
-    InitPieceSquareTables();
-    InitMaterialTable();
+    InitDerivedTables();
     AllocateHashTables();
 }
 

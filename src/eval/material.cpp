@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "eval/imbalance.h"
+#include "eval/parameters.h"
+
 constinit MaterialEntry MaterialTable[MATERIAL_INVALID] = {};
 
 namespace {
@@ -16,23 +19,11 @@ constexpr int WINNING_BISHOP = 4;
 constexpr int FULL_SET = 12;
 constexpr int PHASE_RANGE = 256;
 
-// What one side has.
-struct MenOfSide {
-    int pawns;
-    int knights;
-    int bishops;
-    int rooks;
-    int queens;
-
-    int Units() const {
-        return 3 * (knights + bishops) + 5 * rooks + 9 * queens;
-    }
-    int PhaseShare() const {
-        return knights + bishops + 2 * rooks + 4 * queens;
-    }
-};
-
 } // namespace
+
+static int PhaseShare(const MenOfSide& men) {
+    return men.Minors() + 2 * men.rooks + 4 * men.queens;
+}
 
 static bool CannotWin(const MenOfSide& men) {
     if (men.pawns > 0 || men.rooks > 0 || men.queens > 0)
@@ -42,7 +33,7 @@ static bool CannotWin(const MenOfSide& men) {
 
 // Whether a king has little to fear from these men.
 static bool TooWeakToAttack(int units, int queens) {
-    return units <= EndingPieces || (queens == 0 && units <= EndingPiecesNoQueen);
+    return units <= Params.EndingPieces || (queens == 0 && units <= Params.EndingPiecesNoQueen);
 }
 
 // `phaseShare` of `full` men still there, as 256ths of what is gone, rounded to the nearest.
@@ -63,9 +54,10 @@ static MaterialEntry ComputeEntry(const MenOfSide& white, const MenOfSide& black
     MaterialEntry entry = {};
     entry.flags[WHITE] = Flags(white, black);
     entry.flags[BLACK] = Flags(black, white);
-    entry.currentPhase = Phase(white.PhaseShare() + black.PhaseShare(), 2 * FULL_SET);
-    entry.whitePhase = Phase(white.PhaseShare(), FULL_SET);
-    entry.blackPhase = Phase(black.PhaseShare(), FULL_SET);
+    entry.currentPhase = Phase(PhaseShare(white) + PhaseShare(black), 2 * FULL_SET);
+    entry.whitePhase = Phase(PhaseShare(white), FULL_SET);
+    entry.blackPhase = Phase(PhaseShare(black), FULL_SET);
+    entry.adjustment = MaterialImbalance(white, black);
     return entry;
 }
 

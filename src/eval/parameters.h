@@ -19,10 +19,43 @@ using RankTable = std::array<int32_t, 8>;
 // Every member is a 32-bit integer or a table of them. Centipawns where nothing else is said.
 struct EvalParameters {
     // ---- Material imbalance: zero until a file is read ------------------------------------------
-    std::array<int32_t, 8> ImbalanceByPawns = {};
+    // 16ths of a centipawn for every knight, bishop, rook and queen and for each pawn beyond the
+    // fifth of its own side and of the other; with fewer than five they count negatively.
+    std::array<int32_t, 4> PieceByOwnPawns = {};
+    std::array<int32_t, 4> PieceByOpponentPawns = {};
+    // Added to the weight of an attack on the king by one to six pieces.
     std::array<int32_t, 6> AttackerWeightChange = {};
-    std::array<int32_t, 12> ImbalanceOfMinors = {};
-    std::array<int32_t, 10> ImbalanceOfMajors = {};
+
+    // Minor pieces. Each counts for the side that its name speaks of; what is "up" and "for" is
+    // the difference between the sides, all kinds not named being equal. "Per pawn" means all pawns
+    // on the board beyond ten, which counts negatively below.
+    int32_t MinorUp = 0; // whatever the other pieces
+    int32_t SecondMinorUp = 0;
+    int32_t MinorForPawns = 0; // two or more
+    int32_t MinorForPawnsWithQueens = 0;
+    int32_t MinorForPawnsPerOwnPawn = 0;
+    int32_t TwoMinorsForRook = 0;
+    int32_t TwoMinorsForRookPerPawn = 0;
+    int32_t RookForMinor = 0;
+    int32_t RookForMinorPerPawn = 0;
+    int32_t RookForMinorAgainstPair = 0; // of bishops
+    int32_t BishopPairPerPawn = 0;
+    int32_t KnightPair = 0;
+
+    // Rooks and queens, in the same way.
+    int32_t RookPair = 0;
+    int32_t RookBesideQueen = 0; // for each
+    int32_t SecondQueen = 0;     // for each beyond the first
+    int32_t QueenForRooks = 0;
+    int32_t QueenForRooksPerMinor = 0; // of either side
+    int32_t QueenForRookAndMinor = 0;
+    int32_t QueenForMinors = 0;     // three
+    int32_t RookForPawns = 0;       // three or more
+    int32_t NoMajors = 0;           // while the opponent has some
+    int32_t LeaderPerPieceGone = 0; // for the side with more phase units
+
+    // Black's view, by [White has a queen][Black has one], then from 0 to 2 of each
+    // [white rooks][white bishops][white knights][black rooks][black bishops][black knights].
     std::array<int32_t, 2 * 2 * 3 * 3 * 3 * 27> ImbalanceTable = {};
 
     // ---- Scalars --------------------------------------------------------------------------------
@@ -72,5 +105,9 @@ struct EvalParameters {
 };
 
 constexpr size_t EVAL_PARAMETER_COUNT = sizeof(EvalParameters) / sizeof(int32_t);
+// The imbalance, with the change of the attackers' weight among it, comes first.
+constexpr size_t IMBALANCE_PARAMETER_COUNT =
+    (offsetof(EvalParameters, ImbalanceTable) + sizeof(EvalParameters::ImbalanceTable)) /
+    sizeof(int32_t);
 
 extern EvalParameters Params;

@@ -4,6 +4,7 @@
 #include "front/commands.h"
 #include "front/input_lines.h"
 #include "front/notation.h"
+#include "front/parameter_commands.h"
 #include "front/uci.h"
 #include "platform/input.h"
 
@@ -24,10 +25,10 @@ struct Command {
 // begins with "q" ends the process, and a lone "p" runs `pgneval` and then `post`.
 constexpr Command Commands[] = {
     {"pgneval", NO_ACTION, true},
-    {"writevalues", NO_ACTION, true},
+    {"writevalues", WriteValues, true},
     {"q", QuitProgram},
     {"clean", CleanTables},
-    {"reload", NO_ACTION},
+    {"reload", ReloadValues},
     {nullptr, PlayTypedMove},
     {"help", ShowHelpPages},
     {"new", StartNewGame},

@@ -5,8 +5,8 @@
 #include "board/keys.h"
 #include "board/order_tables.h"
 #include "book/book.h"
-#include "eval/material.h"
-#include "eval/piece_square_tables.h"
+#include "eval/derived_tables.h"
+#include "eval/values_file.h"
 #include "front/game.h"
 #include "front/host_functions.h"
 #include "front/interpreter.h"
@@ -30,8 +30,8 @@ int main() {
     PrintBanner();
     InitAttackTables();
     InitKeys(); // before the random sequence is seeded, so that every run has the same keys
-    InitPieceSquareTables();
-    InitMaterialTable();
+    LoadParameters();
+    InitDerivedTables();
     ClearHistory();
     ClearCaptureStats();
     SetDefaultSettings();

@@ -1,14 +1,19 @@
 #include "search/capture_gain.h"
 
+#include <algorithm>
+
 #include "board/piece_square.h"
 #include "board/position.h"
 #include "eval/evaluate.h"
 #include "eval/material.h"
+#include "eval/parameters.h"
 
 namespace {
 
-// A victim of a kind that the material table cannot count corrects the gain by this instead.
+// Where the material table cannot count, a piece corrects the gain by what one more minor piece is
+// worth, within a bound, and this.
 constexpr int32_t UNCOUNTED_VICTIM = 120;
+constexpr int32_t MINOR_UP_LIMIT = 10000;
 // The opponent keeps fewer units than this: the capture enters an ending.
 constexpr int32_t ENDING_UNITS = 6;
 constexpr int32_t ENDING_GAIN = 25;
@@ -25,10 +30,14 @@ static bool InTable(int index) {
     return index >= 0 && index < MATERIAL_INVALID;
 }
 
+static int32_t UncountedGain() {
+    return UNCOUNTED_VICTIM + std::clamp(Params.MinorUp, -MINOR_UP_LIMIT, MINOR_UP_LIMIT);
+}
+
 // How the imbalance changes when the victim goes.
 static int32_t ImbalanceGain(Piece victim, Colour us) {
     if (MaterialIndex == MATERIAL_INVALID)
-        return victim != EMPTY && victim != PAWN ? UNCOUNTED_VICTIM : 0;
+        return victim != EMPTY && victim != PAWN ? UncountedGain() : 0;
     const int without = MaterialIndex - MaterialWeight[victim][ChangeSide(us)];
     if (victim == EMPTY || !InTable(MaterialIndex) || !InTable(without))
         return 0;

@@ -8,7 +8,9 @@
 
 namespace {
 
-constexpr const char* Banner = "Tarquelin v1.40 [r2040/09.11.2013]\n";
+// There is no values file in a fresh directory.
+constexpr const char* Banner = "Tarquelin v1.40 [r2040/09.11.2013]\n"
+                               "Error loading values.txt\n";
 constexpr const char* NoBook = "Error opening \"Book.tqn\"!\n";
 
 constexpr const char* DefaultSummary = "Transposition size is 524288 entries (11534336 bytes)\n"

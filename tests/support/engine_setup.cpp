@@ -5,8 +5,7 @@
 #include "board/attacks.h"
 #include "board/keys.h"
 #include "board/position.h"
-#include "eval/material.h"
-#include "eval/piece_square_tables.h"
+#include "eval/derived_tables.h"
 #include "platform/runtime_rand.h"
 
 namespace {
@@ -33,7 +32,6 @@ void SetUpEngineTables() {
     // The keys are those of the sequence's first numbers, whoever has drawn from it before.
     SeedRand(1);
     InitKeys();
-    InitPieceSquareTables();
-    InitMaterialTable();
+    InitDerivedTables();
     SetStartPosition();
 }

@@ -1,0 +1,27 @@
+// What the men of both sides are worth beyond the sum of their values.
+#pragma once
+
+#include <cstdint>
+
+// The men that one side has, without its king.
+struct MenOfSide {
+    int pawns;
+    int knights;
+    int bishops;
+    int rooks;
+    int queens;
+
+    int Minors() const {
+        return knights + bishops;
+    }
+    int Pieces() const {
+        return Minors() + rooks + queens;
+    }
+    // Phase units.
+    int Units() const {
+        return 3 * Minors() + 5 * rooks + 9 * queens;
+    }
+};
+
+// Centipawns, positive when Black gains. Takes any number of men.
+int16_t MaterialImbalance(const MenOfSide& white, const MenOfSide& black);

@@ -1,0 +1,16 @@
+// The values file: the parameter set as a text that a user or a tuner can change.
+//
+// One decimal integer a line, without names, comments or a head, in the order of the members of
+// `EvalParameters`. White space of any kind separates the numbers when the file is read.
+#pragma once
+
+constexpr char VALUES_FILE[] = "values.txt";
+
+// Sets the imbalance to zero and replaces the parameters by the numbers of the file. What stands
+// behind the first text that is no number, and behind the last parameter, is not read; parameters
+// without a number keep their values. Numbers that are too large are cut to 32 bits. A file that
+// cannot be opened is reported. The tables that depend on the parameters are the caller's business.
+void LoadParameters(const char* path = VALUES_FILE);
+
+// Writes the file; false when it cannot be opened.
+bool WriteParameters(const char* path = VALUES_FILE);

@@ -1,0 +1,18 @@
+#include "front/parameter_commands.h"
+
+#include "eval/derived_tables.h"
+#include "eval/piece_square_tables.h"
+#include "eval/values_file.h"
+#include "search/hash_memory.h"
+
+void ReloadValues(const CommandLine&) {
+    LoadParameters();
+    InitDerivedTables();
+    RecomputePieceSquareSums();
+    // No score of the old parameters may come back.
+    ClearAllHashTables();
+}
+
+void WriteValues(const CommandLine&) {
+    WriteParameters();
+}

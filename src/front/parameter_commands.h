@@ -1,0 +1,10 @@
+// The commands that read and write the evaluation's parameters.
+#pragma once
+
+#include "front/command_line.h"
+
+// Reads the values file and makes everything that was computed from the old parameters anew.
+void ReloadValues(const CommandLine& line);
+
+// Writes the values file; nothing happens when that cannot be done.
+void WriteValues(const CommandLine& line);
