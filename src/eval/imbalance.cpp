@@ -108,9 +108,10 @@ static int64_t MajorTrades(const MenOfSide& own, const MenOfSide& opponent) {
     return sum;
 }
 
-// Who is ahead gains from every exchange.
+// Who is ahead, in pieces and in all, gains from every exchange of pieces.
 static int64_t Leadership(const MenOfSide& own, const MenOfSide& opponent) {
-    if (own.Units() <= opponent.Units())
+    const int unitsUp = own.Units() - opponent.Units();
+    if (unitsUp <= 0 || unitsUp + own.pawns - opponent.pawns <= 0)
         return 0;
     const int gone = std::max(PIECES_AT_START - own.Pieces() - opponent.Pieces(), 0);
     return int64_t{gone} * Params.LeaderPerPieceGone;

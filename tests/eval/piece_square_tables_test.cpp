@@ -1,12 +1,14 @@
 #include "eval/piece_square_tables.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 
 #include <gtest/gtest.h>
 
 #include "board/piece_square.h"
 #include "support/engine_setup.h"
+#include "support/scratch.h"
 
 namespace {
 
@@ -40,7 +42,10 @@ TEST(PieceSquareTables, EachSideCountsFromItsOwnEnd) {
 }
 
 TEST(PieceSquareTables, TheSumsOfAnyBoardFitTheirWidth) {
-    SetUpEngineTables();
+    const ScratchParameters parameters;
+    Params.QueenMiddlegame.fill(INT32_MAX);
+    Params.PawnEnding.fill(INT32_MIN);
+    InitPieceSquareTables();
     int largest = 0;
     for (const Piece piece : Men) {
         for (int sq = 0; sq < 64; sq++) {
@@ -48,5 +53,6 @@ TEST(PieceSquareTables, TheSumsOfAnyBoardFitTheirWidth) {
             largest = std::max(largest, std::abs(PstB[piece][WHITE][sq]));
         }
     }
+    EXPECT_GT(largest, 300);
     EXPECT_LE(64 * largest, INT16_MAX);
 }

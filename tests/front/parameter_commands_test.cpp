@@ -1,0 +1,100 @@
+#include "front/parameter_commands.h"
+
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "board/generate.h"
+#include "board/legal_moves.h"
+#include "board/make_move.h"
+#include "board/piece_square.h"
+#include "board/position.h"
+#include "eval/eval_cache.h"
+#include "eval/evaluate.h"
+#include "eval/values_file.h"
+#include "front/game.h"
+#include "search/hash_memory.h"
+#include "search/state.h"
+#include "support/recompute.h"
+#include "support/scratch.h"
+
+namespace {
+
+class Reload : public testing::Test {
+protected:
+    void SetUp() override {
+        AllocateHashTables();
+        SetStartPosition();
+    }
+    void TearDown() override {
+        FreeHashTables();
+        SetStartPosition();
+    }
+    ScratchDirectory directory;
+    ScratchParameters parameters;
+};
+
+void PlayRandomMoves(int count) {
+    std::mt19937 random(5);
+    for (int i = 0; i < count; i++) {
+        MoveStackTop = 0;
+        const int moves = GenerateLegalMoves();
+        ASSERT_GT(moves, 0);
+        PlayMove(MoveStack[random() % unsigned(moves)].move);
+    }
+    MoveStackTop = 0;
+}
+
+// A file with other tables and a lasting advantage for whoever has more minor pieces.
+void WriteOtherValues() {
+    const EvalParameters before = Params;
+    Params.KnightEnding.fill(-75);
+    Params.PawnMiddlegame[28] += 33;
+    Params.KingMiddlegame.fill(12);
+    Params.MinorUp = 50;
+    ASSERT_TRUE(WriteParameters());
+    Params = before;
+}
+
+} // namespace
+
+TEST_F(Reload, CountsTheSumsOfTheWholeGameAnew) {
+    PlayRandomMoves(60);
+    WriteOtherValues();
+    const uint64_t key = PosKey;
+    const int32_t quietPlies = FiftyCount;
+    ReloadValues({});
+    EXPECT_EQ(60, Ply);
+    EXPECT_EQ(key, PosKey);
+    EXPECT_EQ(quietPlies, FiftyCount);
+    EXPECT_EQ(-75, PstB[KNIGHT][WHITE][0]);
+    while (Ply > SetupPly) {
+        ASSERT_EQ("", FirstDifferenceFromRecomputation()) << Ply;
+        UnmakeMove();
+    }
+    EXPECT_EQ("", FirstDifferenceFromRecomputation());
+}
+
+TEST_F(Reload, LeavesNoScoreOfTheOldValues) {
+    SetUpFen("4k3/2n5/8/8/8/8/3PPP2/4K3 b - -");
+    const int32_t before = EvaluateCached();
+    HashStore(ONE_PLY, NO_MOVE, before, BOUND_EXACT, false, 0);
+    ASSERT_EQ(before, EvaluateCached());
+    WriteOtherValues();
+    ReloadValues({});
+    int32_t full = 0;
+    Evaluate(full, FULL_BOUND);
+    EXPECT_NE(before, full);
+    EXPECT_EQ(full, EvaluateCached());
+    EXPECT_FALSE(HashProbe().found);
+}
+
+TEST_F(Reload, WithoutAFileForgetsTheImbalanceOnly) {
+    Params.MinorUp = 50;
+    Params.OpenFileShelter = 17;
+    testing::internal::CaptureStdout();
+    ReloadValues({});
+    EXPECT_EQ("Error loading values.txt\n", testing::internal::GetCapturedStdout());
+    EXPECT_EQ(0, Params.MinorUp);
+    EXPECT_EQ(17, Params.OpenFileShelter);
+}

@@ -1,0 +1,36 @@
+// What a test may change freely: set back when it goes out of scope.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "eval/parameters.h"
+
+// An empty directory, current as long as this lives.
+class ScratchDirectory {
+public:
+    ScratchDirectory();
+    ~ScratchDirectory();
+    ScratchDirectory(const ScratchDirectory&) = delete;
+    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+
+private:
+    std::filesystem::path home;
+    std::filesystem::path directory;
+};
+
+// Keeps the evaluation's parameters, and puts them and the tables that depend on them back.
+class ScratchParameters {
+public:
+    ScratchParameters() = default;
+    ~ScratchParameters();
+    ScratchParameters(const ScratchParameters&) = delete;
+    ScratchParameters& operator=(const ScratchParameters&) = delete;
+
+private:
+    EvalParameters kept = Params;
+};
+
+// Bytes of a file; empty when there is none.
+std::string FileText(const std::string& path);
+void WriteFileText(const std::string& path, const std::string& text);
