@@ -52,7 +52,7 @@ struct EvalParameters {
     int32_t QueenForMinors = 0;     // three
     int32_t RookForPawns = 0;       // three or more
     int32_t NoMajors = 0;           // while the opponent has some
-    int32_t LeaderPerPieceGone = 0; // for who has more, pawns or not
+    int32_t LeaderPerPieceGone = 0; // for who is ahead in pieces and in all
 
     // Black's view, by [White has a queen][Black has one], then from 0 to 2 of each
     // [white rooks][white bishops][white knights][black rooks][black bishops][black knights].
