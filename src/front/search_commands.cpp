@@ -204,14 +204,26 @@ static After ActOn(const std::string& line) {
     return HasMoveShape(line) ? TakeTypedMove(line) : After::NEXT_LINE;
 }
 
+// Nothing can end a search that waits to be told, and nobody sees what it finds. (Output that still
+// has a reader may belong to someone who has sent all that he wanted to.)
+static bool Abandoned() {
+    return (GoPonder || Analysing || OwnTime == INFINITE_TIME) && std::ferror(stdout) != 0;
+}
+
+// At the end of input the predicted move cannot come any more, and an abandoned search would keep
+// the processor busy for ever. Other searches go on.
+static void ActOnEndOfInput() {
+    if (PonderingOnPrediction || Abandoned())
+        StopSearch = ExitRequested = true;
+}
+
 // Takes the next line if a whole one waits; reads once where none does.
 static bool TakeWaitingLine(std::string& line) {
     if (!LineWaiting()) {
         if (StandardInputWaiting() == 0)
             return false;
-        // At the end of input the predicted move cannot come any more. Other searches go on.
-        if (!ReadInput() && PonderingOnPrediction)
-            StopSearch = true;
+        if (!ReadInput())
+            ActOnEndOfInput();
     }
     return TakeLine(line);
 }

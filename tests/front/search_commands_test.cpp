@@ -110,6 +110,20 @@ TEST(SearchCommands, QuitEndsTheProcessAtOnce) {
     EXPECT_EQ(engine.WaitForExit(), 0);
 }
 
+TEST(SearchCommands, AnAbandonedEngineFinishesItsSearchAndSleeps) {
+    for (const char* const search : {"st 1\ngo", "uci\ngo infinite", "uci\ngo ponder", "analyze"}) {
+        SCOPED_TRACE(search);
+        EngineProcess engine(NoPondering);
+        engine.Settle();
+        engine.Send(search);
+        engine.Send(".\nisready");
+        engine.ReadUntil("readyok");
+        engine.Die();
+        EXPECT_TRUE(engine.FallsAsleep());
+        EXPECT_TRUE(engine.Running());
+    }
+}
+
 // An engine that has answered 1. e2e4 and ponders; nothing is sent before it has said on what.
 class PonderingEngine : public EngineProcess {
 public:

@@ -114,6 +114,52 @@ TEST_F(Uci, APonderHitAfterTheSearchHasEndedPlaysWhatItFound) {
     EXPECT_EQ(engine.Ask("position startpos\nponderhit"), "") << "another game has begun";
 }
 
+TEST_F(Uci, KeepsThePonderedMoveWhenItsOwnLimitHasEndedTheSearch) {
+    for (const char* const go : {"go ponder nodes 1000", "go ponder depth 3"}) {
+        for (const char* const answer : {"stop", "ponderhit"}) {
+            engine.Send(std::string("position startpos moves e2e4\n") + go);
+            EXPECT_EQ(engine.Settle().find("bestmove"), std::string::npos) << go;
+            engine.Send(answer);
+            // The variation comes before the move, and tells the reply to expect.
+            thinking = engine.ReadUntilPrefix("bestmove ");
+            EXPECT_NE(thinking.find(" pv "), thinking.npos) << thinking;
+            EXPECT_NE(thinking.find(" ponder "), thinking.npos) << thinking;
+        }
+    }
+    engine.Send("go infinite nodes 1000");
+    EXPECT_EQ(engine.Settle().find("bestmove"), std::string::npos);
+    engine.Send("stop");
+    engine.ReadUntilPrefix("bestmove ");
+}
+
+TEST_F(Uci, ALoneReplyIsTheMateThatItIs) {
+    BestMove("fen 7k/8/5QK1/8/8/8/8/8 b - - 0 1", "go depth 6");
+    EXPECT_NE(thinking.find(" score mate -1 "), thinking.npos) << thinking;
+}
+
+TEST_F(Uci, AnyMoveTimeEndsAndSoDoesAPlainGoAfterAnEndlessSearch) {
+    for (const char* const go : {"go movetime 0", "go movetime -5", "go movetime 1"})
+        EXPECT_TRUE(BestMove("startpos", go).starts_with("bestmove ")) << go;
+    engine.Send("level 0 0 0\ngo infinite\nstop");
+    engine.ReadUntilPrefix("bestmove ");
+    engine.Send("level 40 0:01 0\ngo");
+    engine.ReadUntilPrefix("bestmove ");
+}
+
+TEST_F(Uci, TheHashIsClearedByTheWholeNameOfItsButtonOnly) {
+    const auto nodes = [this] {
+        engine.Ask("position startpos"); // as before, its last move taken back
+        BestMove("startpos", "go depth 8");
+        const size_t at = thinking.rfind(" nodes ");
+        return std::stol(thinking.substr(at + 7));
+    };
+    nodes();
+    engine.Send("setoption name Clear value x");
+    const long remembered = nodes();
+    engine.Send("setoption name clear hash");
+    EXPECT_GT(nodes(), 2 * remembered);
+}
+
 TEST_F(Uci, SearchesOnlyTheMovesItIsTold) {
     EXPECT_TRUE(BestMove("startpos", "go depth 5 searchmoves a2a3 h2h4 zzzz")
                     .starts_with("bestmove a2a3") ||

@@ -36,7 +36,8 @@ EngineProcess::EngineProcess(const std::string& settings) {
 
 EngineProcess::~EngineProcess() {
     CloseInput();
-    close(fromEngine);
+    if (fromEngine >= 0)
+        close(fromEngine);
     if (process > 0) {
         kill(process, SIGKILL);
         waitpid(process, nullptr, 0);
@@ -79,6 +80,12 @@ void EngineProcess::SendBytes(const std::string& bytes) {
 
 void EngineProcess::Send(const std::string& line) {
     SendBytes(line + "\n");
+}
+
+void EngineProcess::Die() {
+    CloseInput();
+    close(fromEngine);
+    fromEngine = -1;
 }
 
 void EngineProcess::CloseInput() {

@@ -18,6 +18,8 @@ public:
     void SendBytes(const std::string& bytes);
     // Closes the engine's input.
     void CloseInput();
+    // Dies, as far as the engine can see: closes its input and stops reading its output.
+    void Die();
 
     // The next line without its line end; fails the test when none comes within the deadline.
     std::string ReadLine();
