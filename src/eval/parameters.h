@@ -71,21 +71,62 @@ struct EvalParameters {
     int32_t UncastledQueenPenalty = 12;
     int32_t NoQueenShelterScale = 128; // 256ths
 
-    // Pawns.
+    // Pawns. A candidate, whose neighbours can help it to become a passed pawn, is worth the base
+    // at home and up to the top as it advances.
+    int32_t CandidateMiddlegameBase = 5;
+    int32_t CandidateMiddlegameTop = 55;
+    int32_t CandidateEndingBase = 10;
+    int32_t CandidateEndingTop = 110;
 
     // Pawn endings.
-    int32_t PawnRaceBonus = 150;
+    int32_t PawnRaceBonus = 150;   // a passed pawn that the enemy king cannot stop
+    int32_t PasserGroupBonus = 48; // each further group of files, against a lone king
 
-    // Passed pawns.
+    // Passed pawns. All but the last two are worth so much one step before promotion and less
+    // further back, by `AdvanceScale`.
+    int32_t PasserProtectedMiddlegame = 10;
+    int32_t PasserProtectedEnding = 20;
+    int32_t PasserConnectedMiddlegame = 15; // beside another one
+    int32_t PasserConnectedEnding = 40;
+    int32_t PasserBlockedMiddlegame = 15; // by an enemy man
+    int32_t PasserBlockedEnding = 35;
+    int32_t PasserFreeStepMiddlegame = 10; // nobody stands or strikes there
+    int32_t PasserFreeStepEnding = 35;
+    int32_t PasserFreePathMiddlegame = 25; // all the way
+    int32_t PasserFreePathEnding = 80;
+    int32_t PasserGuardedStepMiddlegame = 4; // the enemy strikes there, and so do we
+    int32_t PasserGuardedStepEnding = 15;
+    int32_t RookBehindPasser = 25; // ending
+    int32_t EnemyRookBehindPasser = 20;
+    int32_t PasserEnemyKing = 16; // for each square that the king is away, ending
+    int32_t PasserOwnKing = 8;
+    int32_t UnstoppablePasser = 450;
+    int32_t UnstoppablePerMove = 20; // that it still needs to promote
 
     // Pieces.
 
     // Endings: 256ths that a drawish one leaves of the score.
 
     // ---- Tables ---------------------------------------------------------------------------------
-    // Pawns.
+    // Pawns. What a weakness costs, by file; "open" is a pawn with no other one before it.
+    FileTable DoubledMiddlegame = {10, 10, 10, 12, 12, 10, 10, 10};
+    FileTable DoubledEnding = {18, 18, 18, 20, 20, 18, 18, 18};
+    FileTable IsolatedMiddlegame = {8, 9, 10, 12, 12, 10, 9, 8};
+    FileTable IsolatedOpenMiddlegame = {18, 19, 20, 22, 22, 20, 19, 18};
+    FileTable IsolatedEnding = {18, 19, 20, 22, 22, 20, 19, 18};
+    FileTable BackwardMiddlegame = {6, 7, 8, 10, 10, 8, 7, 6};
+    FileTable BackwardOpenMiddlegame = {12, 14, 16, 18, 18, 16, 14, 12};
+    FileTable BackwardEnding = {8, 9, 10, 12, 12, 10, 9, 8};
+    // Beside or guarded by another pawn.
+    RankTable ConnectedMiddlegame = {0, 1, 4, 5, 9, 16, 24, 0};
+    RankTable SupportedEnding = {0, 0, 0, 0, 0, 16, 24, 0};
 
     // Passed pawns.
+    RankTable PasserMiddlegame = {0, 4, 8, 13, 24, 42, 60, 0};
+    RankTable PasserEnding = {0, 8, 12, 22, 42, 70, 100, 0};
+    RankTable AdvanceScale = {0, 0, 10, 41, 92, 164, 256, 0}; // 256ths
+    // For a rook's side against two minor pieces, by the number of files with a passed pawn.
+    std::array<int32_t, 9> PasserCountBonus = {0, 5, 10, 15, 20, 20, 20, 20, 20};
 
     // Pieces.
 
