@@ -103,7 +103,8 @@ template <Colour Us> static void AddPasser(int sq, Worth& worth) {
     AddCompany<Us>(sq, chances);
     AddPath<Us>(sq, chances);
     AddKings<Us>(sq, chances);
-    worth.Add(chances.middlegame * scale / FULL_SCALE, chances.ending * scale / FULL_SCALE);
+    worth.Add(LimitTerm(chances.middlegame) * scale / FULL_SCALE,
+              LimitTerm(chances.ending) * scale / FULL_SCALE);
 }
 
 template <Colour Us> static Worth WorthOfPassers() {
