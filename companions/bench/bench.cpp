@@ -19,6 +19,7 @@
 #include "board/order_tables.h"
 #include "board/perft.h"
 #include "eval/derived_tables.h"
+#include "eval/king_pawn_bitbase.h"
 #include "platform/clock.h"
 #include "search/driver.h"
 #include "search/hash_memory.h"
@@ -94,6 +95,7 @@ constexpr PerftPosition PerftPositions[] = {
 static void StartEngine() {
     StartClock();
     InitAttackTables();
+    InitKingPawnBitbase();
     InitKeys();
     InitDerivedTables();
     AllocateHashTables();

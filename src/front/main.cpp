@@ -6,6 +6,7 @@
 #include "board/order_tables.h"
 #include "book/book.h"
 #include "eval/derived_tables.h"
+#include "eval/king_pawn_bitbase.h"
 #include "eval/values_file.h"
 #include "front/game.h"
 #include "front/host_functions.h"
@@ -29,6 +30,7 @@ int main() {
     InstallHostFunctions();
     PrintBanner();
     InitAttackTables();
+    InitKingPawnBitbase();
     InitKeys(); // before the random sequence is seeded, so that every run has the same keys
     LoadParameters();
     InitDerivedTables();

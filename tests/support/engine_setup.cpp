@@ -6,6 +6,7 @@
 #include "board/keys.h"
 #include "board/position.h"
 #include "eval/derived_tables.h"
+#include "eval/king_pawn_bitbase.h"
 #include "platform/runtime_rand.h"
 
 namespace {
@@ -29,6 +30,7 @@ void SetUpEngineTables() {
         return;
     TablesAreSetUp = true;
     InitAttackTables();
+    InitKingPawnBitbase();
     // The keys are those of the sequence's first numbers, whoever has drawn from it before.
     SeedRand(1);
     InitKeys();

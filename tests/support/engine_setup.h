@@ -1,6 +1,6 @@
 // The start-up that every test of the engine's inside needs.
 #pragma once
 
-// Fills the tables that are fixed after start-up: attacks, keys, piece-square sums and material.
-// Done before the first test anyway; calling it again does nothing.
+// Fills the tables that are fixed after start-up: attacks, pawn endings, keys, piece-square
+// sums and material. Done before the first test anyway; calling it again does nothing.
 void SetUpEngineTables();
