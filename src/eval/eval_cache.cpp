@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "board/keys.h"
+#include "board/position.h"
 #include "eval/evaluate.h"
 
 constinit int32_t LazyLow = -LAZY_NONE;

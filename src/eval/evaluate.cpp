@@ -2,52 +2,101 @@
 
 #include <algorithm>
 
+#include "board/position.h"
+#include "eval/king_safety.h"
 #include "eval/material.h"
-
-constinit Colour RootSide = WHITE;
-constinit int32_t current_phase = 0;
-constinit int32_t white_phase = 0;
-constinit int32_t black_phase = 0;
-constinit int32_t optimism[2] = {};
-constinit int32_t MaterialScore = 0;
-constinit int32_t AuxScore = 0;
-constinit uint64_t EvalMasks[4] = {};
-constinit int32_t shelter_penalty[2] = {};
-constinit int32_t Danger[2] = {};
-constinit int32_t KingAttackScore[2] = {};
+#include "eval/passed_pawns.h"
+#include "eval/pawn_corrections.h"
+#include "eval/pawn_structure.h"
+#include "eval/pieces.h"
 
 namespace {
 
-constexpr int32_t AUX_START = 6300;
 // Scales and phases are 256ths.
 constexpr int32_t FULL_SCALE = 256;
 // The score fades by FADE_PER_PLY 256ths for every ply without progress beyond the first few.
 constexpr int32_t FADE_FREE_PLIES = 8;
 constexpr int32_t FADE_PER_PLY = 2;
+// With one pawn each, a smaller difference than this is a draw.
+constexpr int32_t PAWN_ENDING_MARGIN = 100;
+
+// The running sums, centipawns from Black's view.
+struct Sums {
+    int32_t balance = 0; // counts the same at all times
+    int32_t middlegame = 0;
+    int32_t ending = 0;
+    int32_t kingSafety[2] = {}; // of each side's king, still from Black's view
+    int32_t endingOnly[2] = {}; // of each side, from its own view
+
+    // A middlegame and an ending value mixed by the phase, truncated toward zero.
+    int32_t Blended() const {
+        return ((FULL_SCALE - current_phase) * middlegame + current_phase * ending) / FULL_SCALE;
+    }
+};
 
 } // namespace
 
-static void ResetFigures() {
-    optimism[WHITE] = optimism[BLACK] = 0;
-    std::fill(EvalMasks, EvalMasks + 4, 0);
-    Danger[WHITE] = Danger[BLACK] = 0;
-    shelter_penalty[WHITE] = shelter_penalty[BLACK] = 0;
-    KingAttackScore[WHITE] = KingAttackScore[BLACK] = 0;
-    AuxScore = AUX_START;
-}
-
-// Takes phase and imbalance from the material entry; the balance is Black's less White's.
+// Takes phase, endings and imbalance from the material entry; the balance is Black's less White's.
 static void EvaluateMaterial() {
     const MaterialEntry material = CurrentMaterial();
     current_phase = material.currentPhase;
     white_phase = material.whitePhase;
     black_phase = material.blackPhase;
+    EndingFlag[WHITE] = (material.flags[WHITE] & MATERIAL_ENDING) != 0;
+    EndingFlag[BLACK] = (material.flags[BLACK] & MATERIAL_ENDING) != 0;
     MaterialScore = Material[BLACK] - Material[WHITE] + material.adjustment;
 }
 
-// A middlegame and an ending value mixed by the phase, truncated toward zero.
-static int32_t Blend(int32_t middlegame, int32_t ending) {
-    return ((FULL_SCALE - current_phase) * middlegame + current_phase * ending) / FULL_SCALE;
+static void AddPawns(Sums& sums) {
+    PawnProbe(sums.middlegame, sums.ending);
+    EvalMasks[WHITE] |= PassedPawns[WHITE];
+    EvalMasks[BLACK] |= PassedPawns[BLACK];
+    sums.balance += PawnTradeCorrection() + PawnEndingCorrection();
+    if (PassedPawns[WHITE] | PassedPawns[BLACK])
+        EvaluatePassedPawns(sums.middlegame, sums.ending);
+}
+
+// A pawn each and little between them: there will be a new queen on both sides or none.
+static bool IsDrawnPawnEnding(const Sums& sums) {
+    return Material[WHITE] == PieceValue[PAWN] && Material[BLACK] == PieceValue[PAWN] &&
+           std::abs(sums.balance + sums.Blended()) <= PAWN_ENDING_MARGIN;
+}
+
+// How safe the king of the side is behind its pawns. A weak shelter makes the opponent hopeful.
+static void AddShelter(Colour side, Sums& sums) {
+    if (EndingFlag[side])
+        return;
+    const int32_t shelter = KingShelter(side);
+    sums.kingSafety[side] += side == BLACK ? shelter : -shelter;
+    if (shelter < 0)
+        optimism[ChangeSide(side)] -= shelter;
+}
+
+static void AddKingAttack(Colour attacker, Sums& sums) {
+    const Colour king = ChangeSide(attacker);
+    if (EndingFlag[king])
+        return;
+    const int32_t attack = KingAttack(attacker);
+    KingAttackScore[attacker] = attack;
+    sums.kingSafety[king] += attacker == BLACK ? attack : -attack;
+    optimism[attacker] += attack;
+}
+
+static void AddPieces(Sums& sums) {
+    const PieceTerms terms = EvaluatePieces();
+    sums.middlegame += terms.middlegame;
+    sums.ending += terms.ending;
+    sums.endingOnly[WHITE] += terms.endingOnly[WHITE];
+    sums.endingOnly[BLACK] += terms.endingOnly[BLACK];
+}
+
+// All sums as one. What a king has to fear depends on how much the other side still has.
+static int32_t Total(const Sums& sums) {
+    const int32_t black =
+        black_phase * sums.endingOnly[BLACK] + (FULL_SCALE - black_phase) * sums.kingSafety[WHITE];
+    const int32_t white =
+        white_phase * sums.endingOnly[WHITE] - (FULL_SCALE - white_phase) * sums.kingSafety[BLACK];
+    return sums.balance + sums.Blended() + black / FULL_SCALE - white / FULL_SCALE;
 }
 
 // `value` times `scale` 256ths, truncated toward zero. Wide, because the scale has no lower bound
@@ -60,27 +109,44 @@ static int32_t FiftyMoveScale() {
     return FULL_SCALE - FADE_PER_PLY * std::max(0, FiftyCount - FADE_FREE_PLIES);
 }
 
-// The right to move is worth more the more pieces there are to move: 9 to 5 centipawns.
-static int32_t Tempo() {
-    return 8 - ((current_phase - 1) >> 6);
+// The right to move is worth more the more pieces there are to move, 9 to 5 centipawns, and it
+// keeps an attack going.
+static int32_t MoveBonus() {
+    return 8 - ((current_phase - 1) >> 6) + (KingAttackScore[SideToMove] >> 3);
 }
 
 void Evaluate(int32_t& score, int32_t /*bound*/) {
     // 1. Nothing is left over from another position.
     ResetFigures();
 
-    // 2. Material and phase.
+    // 2. Material and phase, and where the men stand.
     EvaluateMaterial();
+    Sums sums;
+    sums.balance = MaterialScore;
+    sums.middlegame = PstSumA;
+    sums.ending = PstSumB;
 
-    // 3. Where the men stand, in the middlegame and in the ending.
-    int32_t total = MaterialScore + Blend(PstSumA, PstSumB);
+    // 3. Pawns: their structure, what they will be worth when pieces go, and those that are passed.
+    AddPawns(sums);
+    if (IsDrawnPawnEnding(sums)) {
+        score = 0;
+        return;
+    }
 
-    // 4. An advantage that makes no progress is worth less.
+    // 4. Shelters before pieces: an attack weighs more on a weak one.
+    AddShelter(BLACK, sums);
+    AddShelter(WHITE, sums);
+    AddPieces(sums);
+    AddKingAttack(BLACK, sums);
+    AddKingAttack(WHITE, sums);
+    int32_t total = Total(sums);
+
+    // 5. An advantage that makes no progress is worth less.
     const int32_t fade = FiftyMoveScale();
     total = Scale(total, fade);
     AuxScore = Scale(AuxScore, fade);
 
-    // 5. For the side to move, who has the move.
+    // 6. For the side to move, who has the move.
     const int32_t own = SideToMove == BLACK ? total : -total;
-    score = std::clamp(own + Tempo(), -EVAL_LIMIT, EVAL_LIMIT);
+    score = std::clamp(own + MoveBonus(), -EVAL_LIMIT, EVAL_LIMIT);
 }

@@ -103,7 +103,62 @@ struct EvalParameters {
     int32_t UnstoppablePasser = 450;
     int32_t UnstoppablePerMove = 20; // that it still needs to promote
 
-    // Pieces.
+    // Pieces. Mobility for each square beyond the usual number.
+    int32_t RookMobilityMiddlegame = 2;
+    int32_t RookMobilityEnding = 4;
+    int32_t QueenMobilityMiddlegame = 1;
+    int32_t QueenMobilityEnding = 2;
+    int32_t BishopMobilityMiddlegame = 3;
+    int32_t BishopMobilityEnding = 3;
+    int32_t KnightMobilityMiddlegame = 4;
+    int32_t KnightMobilityEnding = 4;
+    int32_t KnightOutpostMiddlegame = 8;
+    int32_t KnightOutpostEnding = 5;
+    int32_t GuardedKnightOutpostMiddlegame = 22;
+    int32_t GuardedKnightOutpostEnding = 12;
+    int32_t BishopOutpostMiddlegame = 10;
+    int32_t BishopOutpostEnding = 4;
+    int32_t BishopPairMiddlegame = 28;
+    int32_t BishopPairEnding = 44;
+    int32_t BishopOnBothWings = 8;   // the less its side has else
+    int32_t BadBishopMiddlegame = 3; // for each own pawn on its colour
+    int32_t BadBishopEnding = 5;
+    int32_t TrappedBishop = 80;
+    int32_t RookOpenMiddlegame = 20;
+    int32_t RookOpenEnding = 8;
+    int32_t RookHalfOpenMiddlegame = 9;
+    int32_t RookHalfOpenEnding = 6;
+    int32_t RookSeventhMiddlegame = 8;
+    int32_t RookSeventhEnding = 16;
+    int32_t ShutInRook = 40;
+    int32_t QueenSeventhMiddlegame = 2;
+    int32_t QueenSeventhEnding = 10;
+
+    // Threats: enemy pieces attacked by a pawn, rooks and queens by a minor piece, queens by a
+    // rook, and what nobody guards.
+    int32_t PawnThreatMiddlegame = 35;
+    int32_t PawnThreatEnding = 30;
+    int32_t MinorThreatMiddlegame = 22;
+    int32_t MinorThreatEnding = 22;
+    int32_t RookThreatMiddlegame = 20;
+    int32_t RookThreatEnding = 14;
+    int32_t LoosePieceMiddlegame = 14;
+    int32_t LoosePieceEnding = 16;
+    int32_t LoosePawnMiddlegame = 4;
+    int32_t LoosePawnEnding = 10;
+
+    // Attacks on a king, in units of danger.
+    int32_t KnightDanger = 8;
+    int32_t BishopDanger = 7;
+    int32_t RookDanger = 10;
+    int32_t QueenDanger = 14;
+    int32_t DangerPerSquare = 3; // of the king's surroundings that a piece attacks
+    int32_t DangerPerWeakSquare = 4;
+    int32_t KnightCheckDanger = 10;
+    int32_t BishopCheckDanger = 6;
+    int32_t RookCheckDanger = 12;
+    int32_t QueenCheckDanger = 14;
+    int32_t StormDanger = 3; // a pawn on the fifth rank; twice that on the sixth
 
     // Endings: 256ths that a drawish one leaves of the score.
 
@@ -128,8 +183,6 @@ struct EvalParameters {
     // For a rook's side against two minor pieces, by the number of files with a passed pawn.
     std::array<int32_t, 9> PasserCountBonus = {0, 5, 10, 15, 20, 20, 20, 20, 20};
 
-    // Pieces.
-
     // Where men stand well, on top of their plain values.
     SquareTable PawnMiddlegame = DefaultPawnMiddlegame;
     SquareTable PawnEnding = DefaultPawnEnding;
@@ -144,6 +197,9 @@ struct EvalParameters {
     SquareTable KingMiddlegame = DefaultKingMiddlegame;
     SquareTable KingEnding = DefaultKingEnding;
 };
+
+// No parameter lies further from 0: their sums over all men then stay far within 32 bits.
+constexpr int32_t PARAMETER_LIMIT = 100000;
 
 constexpr size_t EVAL_PARAMETER_COUNT = sizeof(EvalParameters) / sizeof(int32_t);
 // The imbalance, with the change of the attackers' weight among it, comes first.

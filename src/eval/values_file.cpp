@@ -18,16 +18,15 @@ using ParameterList = std::array<int32_t, EVAL_PARAMETER_COUNT>;
 
 // Digits up to the first other character, which stays unread; false when there are none.
 static bool ReadDigits(FILE* file, int64_t& value) {
-    constexpr int64_t tooLarge = int64_t{INT32_MAX} + 1;
     int c = std::getc(file);
     const bool found = std::isdigit(c) != 0;
     for (value = 0; std::isdigit(c) != 0; c = std::getc(file))
-        value = std::min(10 * value + (c - '0'), tooLarge);
+        value = std::min<int64_t>(10 * value + (c - '0'), PARAMETER_LIMIT);
     std::ungetc(c, file);
     return found;
 }
 
-// The next number of the file, read as `scanf` reads one but cut to what fits; false when something
+// The next number of the file, read as `scanf` reads one but cut to the limit; false when something
 // else comes.
 static bool ReadValue(FILE* file, int32_t& value) {
     int c = std::getc(file);
@@ -39,7 +38,7 @@ static bool ReadValue(FILE* file, int32_t& value) {
     int64_t size = 0;
     if (!ReadDigits(file, size))
         return false;
-    value = int32_t(std::min(negative ? -size : size, int64_t{INT32_MAX}));
+    value = int32_t(negative ? -size : size);
     return true;
 }
 

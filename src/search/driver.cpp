@@ -7,6 +7,7 @@
 #include "board/exchange.h"
 #include "board/make_move.h"
 #include "board/order_tables.h"
+#include "board/position.h"
 #include "eval/eval_cache.h"
 #include "eval/evaluate.h"
 #include "platform/clock.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "board/position.h"
 #include "eval/evaluate.h"
 #include "search/driver_state.h"
 #include "search/host.h"

@@ -8,6 +8,7 @@
 #include "board/generate.h"
 #include "board/legal_moves.h"
 #include "board/make_move.h"
+#include "board/position.h"
 #include "board/pseudo_legal.h"
 #include "board/quiet_checks.h"
 #include "eval/eval_cache.h"

@@ -1,5 +1,6 @@
 #include "search/state.h"
 
+#include "board/position.h"
 #include "eval/evaluate.h"
 #include "platform/clock.h"
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
+#include "eval/flipped_fen.h"
 #include "eval/position_walk.h"
 #include "support/engine_setup.h"
 
@@ -28,26 +29,6 @@ int32_t Score() {
     int32_t score = 0;
     Evaluate(score, FULL_BOUND);
     return score;
-}
-
-// The position as its opponent sees it: colours exchanged, the board upside down.
-std::string FlippedFen() {
-    std::string men, rights;
-    for (int rank = 0; rank < 8; rank++) {
-        for (int file = 0; file < 8; file++) {
-            const int sq = rank * 8 + file;
-            if (Board[sq] == EMPTY)
-                men += '1';
-            else
-                men += (ColourOn(sq) == WHITE ? ".knp?rbq" : ".KNP?RBQ")[Board[sq]];
-        }
-        men += rank < 7 ? "/" : "";
-    }
-    for (int right = 0; right < 4; right++) {
-        if (CastleRights >> right & 1)
-            rights += "kqKQ"[right];
-    }
-    return men + (SideToMove == WHITE ? " b " : " w ") + (rights.empty() ? "-" : rights) + " -";
 }
 
 int32_t FlippedScore() {
@@ -91,15 +72,19 @@ TEST_F(EvaluateTest, TheRightToMoveIsWorthLessWithFewerMen) {
              Case{"r2qkbn1/8/8/8/8/8/8/R2QK1N1", 7},   // 96
              Case{"rn2k1nr/8/8/8/8/8/8/RN2K1NR", 7},   // 128
              Case{"r3k1nr/8/8/8/8/8/8/RN2K1NR", 6},    // 139
-             Case{"2r1k1n1/8/8/8/8/8/8/2R1K1N1", 6},   // 192
-             Case{"4k1n1/8/8/8/8/8/8/2R1K1N1", 5},     // 213
-             Case{"4k3/8/8/8/8/8/8/4K3", 5},           // 256
+             // With few men, pawns keep the game open.
+             Case{"2r1k1n1/ppp2ppp/8/8/8/8/PPP2PPP/2R1K1N1", 6}, // 192
+             Case{"4k1n1/ppp2ppp/8/8/8/8/PPP2PPP/2R1K1N1", 5},   // 213
+             Case{"4k3/ppp2ppp/8/8/8/8/PPP2PPP/4K3", 5},         // 256
          }) {
         SCOPED_TRACE(c.men);
         LoadFen((std::string(c.men) + " w - -").c_str());
         const int32_t white = Score();
         SideToMove = BLACK;
-        EXPECT_EQ(2 * c.tempo, white + Score());
+        const int32_t black = Score();
+        // An attack goes on for who has the move.
+        const int32_t attacks = (KingAttackScore[WHITE] >> 3) + (KingAttackScore[BLACK] >> 3);
+        EXPECT_EQ(2 * c.tempo + attacks, white + black);
     }
 }
 
@@ -112,16 +97,17 @@ TEST_F(EvaluateTest, BothPieceSquareSumsCountByThePhaseAndAreTruncated) {
     };
     for (const Case& c : {
              Case{"rnbqkbnr/8/8/8/8/8/8/RNBQKBNR", -37, 1000, 9, -37}, // phase 0
-             Case{"4k3/8/8/8/8/8/8/4K3", 1000, 53, 5, 53},             // 256
-             // 21 and 235 parts: -7.2 and +7.2.
-             Case{"4k3/8/8/8/8/8/8/R3K3", -10, -7, 5, -507},
-             Case{"4k3/8/8/8/8/8/8/R3K3", 10, 7, 5, -493},
+             Case{"4k3/ppp2ppp/8/8/8/8/PPP2PPP/4K3", 1000, 53, 5, 53}, // 256
+             // 85 and 171 parts: -7.996 and +7.996.
+             Case{"rr2k3/8/8/8/8/8/8/RR2K3", -10, -7, 6, -7},
+             Case{"rr2k3/8/8/8/8/8/8/RR2K3", 10, 7, 6, 7},
          }) {
         SCOPED_TRACE(testing::Message() << c.men << " " << c.middlegame);
         LoadFen((std::string(c.men) + " b - -").c_str());
         PstSumA = c.middlegame;
         PstSumB = c.ending;
-        EXPECT_EQ(c.score, Score() - c.tempo);
+        const int32_t score = Score() - c.tempo;
+        EXPECT_EQ(c.score, score - (KingAttackScore[BLACK] >> 3));
     }
 }
 
@@ -141,10 +127,10 @@ TEST_F(EvaluateTest, ScoresFadeWithQuietPlies) {
              Case{100, -1000, -281, 1771},
          }) {
         SCOPED_TRACE(testing::Message() << c.quietPlies << " " << c.sum);
-        LoadFen("4k3/8/8/8/8/8/8/4K3 b - -");
-        PstSumB = c.sum;
+        LoadFen("rr2k3/8/8/8/8/8/8/RR2K3 b - -");
+        PstSumA = PstSumB = c.sum;
         FiftyCount = c.quietPlies;
-        EXPECT_EQ(c.faded + 5, Score());
+        EXPECT_EQ(c.faded + 6, Score());
         EXPECT_EQ(c.auxiliary, AuxScore);
     }
 }

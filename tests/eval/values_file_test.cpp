@@ -76,11 +76,11 @@ TEST_F(ValuesFile, TakesNumbersUpToTheFirstTextThatIsNone) {
              Case{"a sign apart from its number", "3\n- 8\n", {3}},
              Case{"a NUL", std::string("3\n\0\n8\n", 6), {3}},
              Case{"bytes beyond ASCII", "3\n\xff\xb2\n8\n", {3}},
-             Case{"the outermost numbers", "2147483647 -2147483648", {INT32_MAX, INT32_MIN}},
-             Case{"numbers just too large", "2147483648 -2147483649", {INT32_MAX, INT32_MIN}},
+             Case{"the outermost numbers", "100000 -100000", {PARAMETER_LIMIT, -PARAMETER_LIMIT}},
+             Case{"numbers just too large", "100001 -100001", {PARAMETER_LIMIT, -PARAMETER_LIMIT}},
              Case{"numbers much too large",
                   std::string(400, '9') + " -" + std::string(400, '9') + " 4",
-                  {INT32_MAX, INT32_MIN, 4}},
+                  {PARAMETER_LIMIT, -PARAMETER_LIMIT, 4}},
          }) {
         SCOPED_TRACE(c.name);
         WriteFileText("values.txt", c.text);
@@ -108,13 +108,13 @@ TEST_F(ValuesFile, MayBeOfAnyLength) {
 
 TEST_F(ValuesFile, ReadsWhatItWrote) {
     List list = Distinct();
-    list.front() = INT32_MIN;
-    list.back() = INT32_MAX;
+    list.front() = -PARAMETER_LIMIT;
+    list.back() = PARAMETER_LIMIT;
     WriteFileText("Values.TXT", "an older file that is longer\n" + Lines(EVAL_PARAMETER_COUNT));
     Use(list);
     EXPECT_TRUE(WriteParameters());
-    EXPECT_TRUE(FileText("Values.TXT").starts_with("-2147483648\n-699\n"));
-    EXPECT_TRUE(FileText("Values.TXT").ends_with("\n2147483647\n"));
+    EXPECT_TRUE(FileText("Values.TXT").starts_with("-100000\n-699\n"));
+    EXPECT_TRUE(FileText("Values.TXT").ends_with("\n100000\n"));
     Use({});
     LoadParameters();
     EXPECT_EQ(list, Current());
