@@ -2,6 +2,7 @@
 
 #include "front/command_line.h"
 #include "front/commands.h"
+#include "front/evaluation_report.h"
 #include "front/input_lines.h"
 #include "front/notation.h"
 #include "front/parameter_commands.h"
@@ -62,7 +63,7 @@ constexpr Command Commands[] = {
     {"otime", SetOpponentTime},
     {"easy", PonderOff},
     {"hard", PonderOn},
-    {"evl", NO_ACTION},
+    {"evl", ShowEvaluation},
     {"undo", UndoMove},
     {"fritz", EnterPartnerMode, true},
     {"xboard", EnterXboard},

@@ -75,6 +75,34 @@ constexpr Exchange Exchanges[] = {
     {"no book", "bkm", "No book loaded...\n"},
     {"tablebases", "egtbstat",
      "UseEGTB = TRUE\ntb_path = c:\\tablebases\\\nEGTB files not found\n"},
+    {"a static evaluation with its figures", "evl",
+     "Heuristic = 9\n"
+     "PassedVector[BLACK] = 00000000 PassedVector[WHITE] = 00000000\n"
+     "current_phase = 0, black_phase = 0, white_phase = 0\n"
+     "optimism[BLACK] = 12, optimism[WHITE] = 12\n"
+     "Material[WHITE] = 3900 Material[BLACK] = 3900 EvaluateMaterial() = 0\n"
+     "ENDING(WHITE) = 0 ENDING(BLACK) = 0\n"
+     "black_defects_k = 0 black_defects_q = 0 white_defects_k = 0 white_defects_q = 0\n"
+     "shelter_penalty[BLACK] = 3 shelter_penalty[WHITE] = 3\n"
+     "Danger[BLACK] = 0 Danger[WHITE] = 0\n"
+     "Attacks[ChangeSide(SideToMove)] = 5\n"
+     "Attacks[SideToMove] = 5\n"
+     "Shelter[BLACK] = 24 Shelter[WHITE] = 24\n"
+     "Dng = 29\n"},
+    {"a passed pawn and a king in the open", "loadfen r2qr1k1/6pp/8/8/4K3/8/P5P1/R2QR3 b - -\nevl",
+     "Heuristic = 215\n"
+     "PassedVector[BLACK] = 00000000 PassedVector[WHITE] = 10000000\n"
+     "current_phase = 85, black_phase = 85, white_phase = 85\n"
+     "optimism[BLACK] = 177, optimism[WHITE] = 12\n"
+     "Material[WHITE] = 2100 Material[BLACK] = 2100 EvaluateMaterial() = 0\n"
+     "ENDING(WHITE) = 0 ENDING(BLACK) = 0\n"
+     "black_defects_k = 3 black_defects_q = 10 white_defects_k = 6 white_defects_q = 7\n"
+     "shelter_penalty[BLACK] = 3 shelter_penalty[WHITE] = 31\n"
+     "Danger[BLACK] = 78 Danger[WHITE] = 0\n"
+     "Attacks[ChangeSide(SideToMove)] = 760\n"
+     "Attacks[SideToMove] = 5\n"
+     "Shelter[BLACK] = 24 Shelter[WHITE] = 180\n"
+     "Dng = 940\n"},
     {"perft without a depth, or with none to speak of", "perft\nperft 0\nperft -3", ""},
 };
 
