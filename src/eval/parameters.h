@@ -161,6 +161,11 @@ struct EvalParameters {
     int32_t StormDanger = 3; // a pawn on the fifth rank; twice that on the sixth
 
     // Endings: 256ths that a drawish one leaves of the score.
+    int32_t OppositeBishopsScale = 128;
+    int32_t WrongRookPawnScale = 128;
+    int32_t RookEndingScale = 128;
+    int32_t NoPawnScale = 128;
+    int32_t QueenRookPawnScale = 128;
 
     // ---- Tables ---------------------------------------------------------------------------------
     // Pawns. What a weakness costs, by file; "open" is a pawn with no other one before it.
