@@ -134,6 +134,8 @@ TEST_F(PawnStructure, IsTakenFromHandThenFromTheTableAndElseComputed) {
     Pawns.middlegame = 77;
     LoadFen(samePawns);
     EXPECT_EQ(77, Probe().middlegame);
+    ClearPawnHash();
+    EXPECT_EQ(computed.middlegame, Probe().middlegame);
 
     // Two records share the only slot: the later one always takes it.
     LoadFen(others);
@@ -201,6 +203,16 @@ TEST_F(PawnStructure, KnowsPassedPawnsCandidatesAndWeakPawns) {
                   {"", ""},
                   {"", ""},
                   {"", ""}},
+             Case{"attacked and not guarded",
+                  "4k3/8/3p4/1PP5/8/8/8/4K3",
+                  {"b", ""},
+                  {"", ""},
+                  {"", "d"}},
+             Case{"attacked and guarded",
+                  "4k3/8/3p4/2P5/1P6/8/8/4K3",
+                  {"b", ""},
+                  {"c", ""},
+                  {"", "d"}},
              Case{"a doubled passed pawn", "4k3/8/8/P7/8/P7/8/4K3", {"a", ""}, {"", ""}, {"a", ""}},
              Case{
                  "blocked by an enemy pawn", "4k3/8/p7/P7/8/8/8/4K3", {"", ""}, {"", ""}, {"", ""}},
@@ -274,6 +286,7 @@ TEST_F(PawnStructure, CountsWhatIsMissingFromTheShields) {
              Case{"a pawn gone", "4k3/ppp2ppp/8/8/8/8/PP3P1P/4K3", 3, 2, 0, 0},
              Case{"a wing gone", "4k3/ppp2ppp/8/8/8/8/PPP5/4K3", 8, 0, 0, 0},
              Case{"all gone, open to both", "4k3/8/8/8/8/8/8/4K3", 11, 11, 11, 11},
+             Case{"one behind the other", "4k3/p1pp1ppp/p7/8/6P1/8/PPP2PPP/4K3", 0, 0, 0, 3},
              Case{"stormed", "4k3/ppp2p2/8/8/6pp/8/PPP2PPP/4K3", 2, 0, 4, 0},
              Case{"the storm stopped", "4k3/ppp2pp1/8/8/8/7p/PPP2PPP/4K3", 0, 0, 2, 0},
              Case{"behind the king no shield", "4k3/ppp2ppp/8/8/8/8/PPP2PP1/4K2P", 3, 0, 0, 0},
