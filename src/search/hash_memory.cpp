@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "eval/eval_cache.h"
+#include "platform/large_memory.h"
 
 constinit int32_t TranspositionCount = DEFAULT_TRANSPOSITION_ENTRIES;
 constinit int32_t PawnHashCount = DEFAULT_PAWN_ENTRIES;
@@ -21,19 +22,19 @@ constinit void* EvalCacheMemory = nullptr;
 
 static void FreeTranspositionTable() {
     SetTranspositionMemory(nullptr, 0);
-    std::free(TranspositionMemory);
+    FreeLargeMemory(TranspositionMemory);
     TranspositionMemory = nullptr;
 }
 
 static void FreePawnHash() {
     SetPawnHashMemory(nullptr, 0);
-    std::free(PawnHashMemory);
+    FreeLargeMemory(PawnHashMemory);
     PawnHashMemory = nullptr;
 }
 
 static void FreeEvalCache() {
     SetEvalCacheMemory(nullptr, 0);
-    std::free(EvalCacheMemory);
+    FreeLargeMemory(EvalCacheMemory);
     EvalCacheMemory = nullptr;
 }
 
@@ -48,7 +49,7 @@ void FreeHashTables() {
 static void* AllocateEntries(int32_t count, int entryBytes, int spareEntries) {
     void* memory = nullptr;
     if (count >= 0)
-        memory = std::calloc(size_t(count) + size_t(spareEntries), size_t(entryBytes));
+        memory = AllocateLargeMemory((size_t(count) + size_t(spareEntries)) * size_t(entryBytes));
     if (memory == nullptr) {
         std::puts("An error occured while memory allocation!");
         std::fflush(stdout);
