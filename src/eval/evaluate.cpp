@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "board/position.h"
+#include "eval/drawish_endings.h"
+#include "eval/endings.h"
 #include "eval/king_safety.h"
 #include "eval/material.h"
 #include "eval/passed_pawns.h"
@@ -17,6 +19,8 @@ constexpr int32_t FULL_SCALE = 256;
 // The score fades by FADE_PER_PLY 256ths for every ply without progress beyond the first few.
 constexpr int32_t FADE_FREE_PLIES = 8;
 constexpr int32_t FADE_PER_PLY = 2;
+// With fewer units than this on a side, the ending may be one whose outcome is known.
+constexpr int32_t ENDING_UNITS = 9;
 // With one pawn each, a smaller difference than this is a draw.
 constexpr int32_t PAWN_ENDING_MARGIN = 100;
 
@@ -119,7 +123,11 @@ void Evaluate(int32_t& score, int32_t /*bound*/) {
     // 1. Nothing is left over from another position.
     ResetFigures();
 
-    // 2. Material and phase, and where the men stand.
+    // 2. Endings whose outcome is known; then material and phase, and where the men stand.
+    MaterialScore = Material[BLACK] - Material[WHITE];
+    if ((PhaseUnits[BLACK] < ENDING_UNITS || PhaseUnits[WHITE] < ENDING_UNITS) &&
+        EvaluateEnding(score))
+        return;
     EvaluateMaterial();
     Sums sums;
     sums.balance = MaterialScore;
@@ -141,12 +149,15 @@ void Evaluate(int32_t& score, int32_t /*bound*/) {
     AddKingAttack(WHITE, sums);
     int32_t total = Total(sums);
 
-    // 5. An advantage that makes no progress is worth less.
+    // 5. Endings that are harder to win than they look.
+    total = CapUnwinnable(Scale(total, DrawishScale(total)));
+
+    // 6. An advantage that makes no progress is worth less.
     const int32_t fade = FiftyMoveScale();
     total = Scale(total, fade);
     AuxScore = Scale(AuxScore, fade);
 
-    // 6. For the side to move, who has the move.
+    // 7. For the side to move, who has the move.
     const int32_t own = SideToMove == BLACK ? total : -total;
     score = std::clamp(own + MoveBonus(), -EVAL_LIMIT, EVAL_LIMIT);
 }
