@@ -115,9 +115,8 @@ template <Colour Us> static bool RookEnding() {
     if (!theirs)
         return LonePawnHeld<Us>(ours);
     const Bitboard pawns = ours | theirs;
-    const int theirKing = KingSquare[Them];
     const Bitboard side = pawns & QUEEN_SIDE ? QUEEN_SIDE : ~QUEEN_SIDE;
-    return OnOneSide(pawns) && (side & SquareBit(theirKing)) && RelativeRank(Them, theirKing) <= 2;
+    return OnOneSide(pawns) && (side & SquareBit(KingSquare[Them]));
 }
 
 // Without a pawn a minor piece more does not win, nor a rook for a minor piece; the exception is

@@ -220,7 +220,6 @@ template <Colour Us> static Verdict Judge() {
     constexpr Colour Them = ChangeSide(Us);
     if (Material[Them] == 0)
         return AgainstBareKing<Us>();
-    // So few men have a signature of their own, too, even where a board was set up at random.
     if (MenCount > MOST_MEN)
         return UNKNOWN;
     if (PieceCount[PAWN][WHITE] + PieceCount[PAWN][BLACK] == 0)

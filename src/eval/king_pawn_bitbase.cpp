@@ -62,7 +62,7 @@ static Bitboard WinsByPush(int pawn, int bareKing) {
     if (step == bareKing)
         return 0;
     Bitboard wins = Wins[PawnIndex(step)].blackToMove[bareKing];
-    if (RankOf(pawn) == SECOND_RANK && step + 8 != bareKing)
+    if (RankOf(pawn) == SECOND_RANK)
         wins |= Wins[PawnIndex(step + 8)].blackToMove[bareKing] & ~SquareBit(step);
     return wins;
 }

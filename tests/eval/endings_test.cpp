@@ -100,6 +100,8 @@ TEST_F(Endings, AreJudgedAsTheBooksDo) {
              Case{"pawn and king together", "6K1/8/8/8/8/3pk3/8/R7 w - -", NEARLY_DRAWN},
              Case{"pawn about to promote", "6K1/8/8/8/8/8/3pk3/R7 b - -", NEARLY_DRAWN},
              // Queen against pawn.
+             Case{"rook's pawn and their king far", "8/8/5k2/8/8/8/p7/4K2Q w - -", WIN},
+             Case{"rook's pawn and their king coming", "8/8/8/8/8/2k5/p7/4K2Q w - -", OPEN},
              Case{"central pawn", "6K1/8/8/8/8/8/3pk3/Q7 w - -", WIN},
              Case{"knight's pawn", "6K1/8/8/8/8/8/1pk5/7Q w - -", WIN},
              Case{"rook's pawn", "6K1/8/8/8/8/8/pk6/7Q w - -", NEARLY_DRAWN},
@@ -115,6 +117,7 @@ TEST_F(Endings, AreJudgedAsTheBooksDo) {
              Case{"bishop watches the path", "8/8/6k1/4b3/8/4KP2/4B3/8 w - -", NEARLY_DRAWN},
              Case{"king far away", "8/5b2/8/3P4/3K4/3B4/8/7k w - -", OPEN},
              // Too many men.
+             Case{"three pieces each", "3rknb1/8/8/8/8/8/8/2RBKN2 w - -", OPEN},
              Case{"middlegame", "r1bqk2r/pppp1ppp/2n2n2/4p3/2B1P3/5N2/PPPP1PPP/RNBQK2R w - -",
                   OPEN},
              Case{"pawn ending", "8/5pk1/6p1/8/8/6P1/5PKP/8 w - -", OPEN},
