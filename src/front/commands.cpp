@@ -43,6 +43,7 @@ void CleanTables(const CommandLine&) {
     ClearPlyStates();
     ClearHistory();
     ClearEvasionReplies();
+    ClearCaptureStats();
     ForgetLastScore();
 }
 

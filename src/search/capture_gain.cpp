@@ -50,12 +50,17 @@ static bool IsPassed(Colour owner, int sq) {
     return !(PassedMask[owner][sq] & PieceBB[PAWN][ChangeSide(owner)]);
 }
 
+// Where the man that is taken stands: beside the pawn that takes it en passant, else on its square.
+static int VictimSquare(Move move) {
+    return IsEnPassant(move) ? (From(move) & 56) | (To(move) & 7) : To(move);
+}
+
 static int32_t PassedPawnGain(Move move, Piece victim, Colour us) {
     const Colour them = ChangeSide(us);
     int32_t gain = 0;
     if (MovingPiece(move) == PAWN && IsPassed(us, From(move)))
         gain += PasserGain[RelativeRank(us, From(move))];
-    const int taken = IsEnPassant(move) ? (From(move) & 56) | (To(move) & 7) : To(move);
+    const int taken = VictimSquare(move);
     if (victim == PAWN && IsPassed(them, taken))
         gain += PasserGain[RelativeRank(them, taken)];
     return gain;
@@ -67,17 +72,22 @@ static int32_t Blend(int32_t middlegame, int32_t ending) {
     return ((256 - phase) * middlegame + phase * ending) / 256;
 }
 
-int32_t SquareGain(Move move) {
+// What the move changes in a table: the man's new square less its old one, and the square that the
+// victim loses.
+static int32_t SquareChange(const int16_t (&table)[PIECE_CODES][2][64], Move move, Piece victim) {
     const Colour us = SideToMove;
     const Piece before = MovingPiece(move);
     const Piece after = Promotion(move) != EMPTY ? Promotion(move) : before;
-    return Blend(PstA[after][us][To(move)] - PstA[before][us][From(move)],
-                 PstB[after][us][To(move)] - PstB[before][us][From(move)]);
+    return table[after][us][To(move)] - table[before][us][From(move)] +
+           table[victim][ChangeSide(us)][VictimSquare(move)];
 }
 
-static int32_t VictimSquareGain(Move move, Piece victim, Colour us) {
-    const Colour them = ChangeSide(us);
-    return Blend(PstA[victim][them][To(move)], PstB[victim][them][To(move)]);
+static int32_t SquareGain(Move move, Piece victim) {
+    return Blend(SquareChange(PstA, move, victim), SquareChange(PstB, move, victim));
+}
+
+int32_t SquareGain(Move move) {
+    return SquareGain(move, EMPTY);
 }
 
 int32_t CaptureGain(Move move) {
@@ -95,13 +105,13 @@ int32_t CaptureGain(Move move) {
         gain += PROMOTION_GAIN;
     else
         gain += PassedPawnGain(move, victim, us);
-    gain += SquareGain(move) + VictimSquareGain(move, victim, us);
+    gain += SquareGain(move, victim);
     if (arrives == QUEEN)
         gain += victim == PAWN ? QUEEN_TAKES_PAWN : QUEEN_MOVES;
     return gain;
 }
 
-bool CaptureIsHopeless(Move move, int32_t alpha, int32_t standPat) {
+bool CaptureIsHopeless(Move move, int32_t alpha, int32_t standPat, int32_t attack) {
     if (Promotion(move) != EMPTY && Promotion(move) != QUEEN)
         return true;
     const Colour them = ChangeSide(SideToMove);
@@ -115,5 +125,5 @@ bool CaptureIsHopeless(Move move, int32_t alpha, int32_t standPat) {
         return false;
     if (PhaseUnits[them] < 10)
         return standPat < -498;
-    return missing >= 183 || optimism[SideToMove] < 26;
+    return missing >= 183 || attack < 26;
 }

@@ -8,9 +8,9 @@
 int32_t CaptureGain(Move move);
 
 // Whether a capture or promotion that gives no check cannot lift the score to alpha any more, at a
-// null-window node of the horizon whose static evaluation for the side to move is `standPat`.
-// Underpromotions never can. The figures of that evaluation must still be in place.
-bool CaptureIsHopeless(Move move, int32_t alpha, int32_t standPat);
+// null-window node of the horizon whose static evaluation for the side to move is `standPat` and
+// saw an attack of that worth, centipawns, on the enemy king. Underpromotions never can.
+bool CaptureIsHopeless(Move move, int32_t alpha, int32_t standPat, int32_t attack);
 
 // The change of the blended piece-square sum, in centipawns for the side to move, that a move
 // brings by its own man.

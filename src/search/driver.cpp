@@ -33,7 +33,7 @@ constexpr int32_t ASPIRATION_STEP = 120;
 constexpr int32_t ROOT_EXTRA = 30;
 constexpr int32_t ROOT_CHECK_EXTRA = 90;
 constexpr int LAST_ITERATION = 99;
-// From this iteration on, each begins with a look at the clock.
+// After this iteration and each later one comes a look at the clock.
 constexpr int POLLED_ITERATION = 4;
 // Nodes before the root move being searched is worth a line.
 constexpr int64_t CURRENT_MOVE_NODES = 200000;
@@ -81,16 +81,19 @@ static void SearchLine(int i) {
     const int32_t previous = RootScores[i];
     int32_t low = std::max(previous - ASPIRATION, -MATE);
     int32_t high = std::min(previous + ASPIRATION, MATE);
-    int fails = 0;
+    bool failedHigh = false;
+    bool failedLow = false;
     for (;;) {
         const int32_t score = SearchRootChild(i, low, high);
         if (StopSearch)
             return;
         if (score >= high && high < MATE) {
-            high = fails++ == 0 ? high + ASPIRATION_STEP : MATE;
+            high = failedHigh ? MATE : high + ASPIRATION_STEP;
+            failedHigh = true;
             ReportFail(i, score, BOUND_LOWER);
         } else if (score <= low && low > -MATE) {
-            low = fails++ == 0 ? low - ASPIRATION_STEP : -MATE;
+            low = failedLow ? -MATE : low - ASPIRATION_STEP;
+            failedLow = true;
             ReportFail(i, score, BOUND_UPPER);
         } else {
             RootScores[i] = score;
@@ -191,10 +194,10 @@ static bool MateInsideHorizon() {
 static void Deepen(int limitDepth) {
     SearchPly = 1;
     for (IterationDepth = 1; IterationDepth <= LAST_ITERATION; IterationDepth++) {
-        if (IterationDepth >= POLLED_ITERATION)
-            PollCountdown = -1;
         if (!SearchIteration() || MateInsideHorizon() || IterationDepth + 1 >= limitDepth)
             break;
+        if (IterationDepth >= POLLED_ITERATION)
+            PollCountdown = -1;
         if (IterationDepth == POLLED_ITERATION - 1)
             LookForEasyMove();
     }
@@ -229,6 +232,8 @@ static void ScoreRootMoves() {
     std::fill_n(RootScores, RootMoveCount, Material[RootSide] - Material[ChangeSide(RootSide)]);
     SetLazyWindow();
     std::fill_n(RootScores, RootMoveCount, Quiesce(-MATE, MATE));
+    // It was no node of the search: nobody below has tried checks before him.
+    PlyStates[0].flags = 0;
 }
 
 // The search proper, to `limitDepth`. Returns false when the game is over.
@@ -245,10 +250,15 @@ static bool SearchRoot(int limitDepth, bool keepHistory) {
     return true;
 }
 
-static void RememberSearch() {
+// For the time test of the next search.
+static void RememberScore() {
     LastScore = RootScores[0];
     LastScoreSide = RootSide;
     SearchesSinceBook++;
+}
+
+// For the resignation rule.
+static void RecordSearch() {
     if (RecentSearchCount == SEARCH_RECORDS)
         std::copy(RecentSearches + 1, RecentSearches + SEARCH_RECORDS, RecentSearches);
     else
@@ -263,11 +273,12 @@ bool Think() {
     if (!SearchRoot(DepthLimit, keepHistory))
         return false;
     HoldUntilStopped();
+    RememberScore();
     if (!MoveWanted()) {
         Host.withholdMove();
         return false;
     }
-    RememberSearch();
+    RecordSearch();
     Host.announceMove(BestMove, false);
     MakeMove(BestMove, true);
     return true;

@@ -55,6 +55,7 @@ struct Node {
     Move hashMove;
     uint16_t hintBits;
     int32_t standPat;
+    int32_t attack; // on the enemy king, as the evaluation of this node left it
     bool checksAllowed;
 };
 
@@ -105,12 +106,16 @@ static bool EnemyKingBoxedIn() {
     return CountBits(flights) < BOXED_IN;
 }
 
+// Quiet checks near enough to the horizon where the score comes near the window or the window is
+// open; further down only against a king that is boxed in, and every second time.
 static bool AllowChecks(Node& node) {
-    if ((node.hintBits & HINT_NO_CHECKS) || node.qdepth < QDEPTH_CHECKS)
+    if (node.hintBits & HINT_NO_CHECKS)
         return false;
-    const int plies = std::min(node.qdepth / ONE_PLY + 2, 3);
-    if (node.standPat + CheckMargin[plies] > node.alpha || node.alpha + 1 < node.beta)
-        return true;
+    if (node.qdepth >= QDEPTH_CHECKS) {
+        const int plies = std::min(node.qdepth / ONE_PLY + 2, 3);
+        if (node.standPat + CheckMargin[plies] > node.alpha || node.alpha + 1 < node.beta)
+            return true;
+    }
     if (!EnemyKingBoxedIn())
         return false;
     if (SearchPly >= 2 && (PlyStates[SearchPly - 2].flags & CHECKS_TRIED))
@@ -197,7 +202,7 @@ static bool IsLeftOut(Node& node, Move move) {
         return true;
     node.ply.givesCheck = GivesCheck(move);
     return !node.ply.inCheck && !node.ply.givesCheck && node.alpha + 1 >= node.beta &&
-           CaptureIsHopeless(move, node.alpha, node.standPat);
+           CaptureIsHopeless(move, node.alpha, node.standPat, node.attack);
 }
 
 // Evasions, or captures with promotions: best order score first. True when the node is decided.
@@ -283,6 +288,7 @@ static bool TryQuietChecks(Node& node) {
 // Stands pat unless in check; true when that fails high.
 static bool StandPat(Node& node) {
     node.standPat = EvaluateCached();
+    node.attack = optimism[SideToMove];
     if (node.standPat <= node.best)
         return false;
     node.best = node.standPat;
@@ -303,7 +309,7 @@ static bool TryStages(Node& node) {
 
 static int32_t QuiesceNode(int32_t alpha, int32_t beta, int32_t qdepth) {
     PlyState& ply = PlyStates[SearchPly];
-    Node node = {alpha, beta, qdepth, ply, 0, NO_MOVE, NO_MOVE, 0, 0, false};
+    Node node = {alpha, beta, qdepth, ply, 0, NO_MOVE, NO_MOVE, 0, 0, 0, false};
 
     // 1. Count the node.
     ply.bestMove = NO_MOVE;

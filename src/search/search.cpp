@@ -218,7 +218,8 @@ static bool IsHopeless(const Node& node, Move move, Stage stage) {
     if (node.alpha <= -MATE_BOUND || node.mateThreat)
         return false;
     if (!IsQuiet(move))
-        return node.depth < 2 * ONE_PLY && CaptureIsHopeless(move, node.alpha, node.staticEval);
+        return node.depth < 2 * ONE_PLY &&
+               CaptureIsHopeless(move, node.alpha, node.staticEval, node.attack);
     if (node.futile)
         return true;
     return node.depth < 2 * ONE_PLY &&

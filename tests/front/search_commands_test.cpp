@@ -215,8 +215,9 @@ TEST(Pondering, APredictedMateIsNotAnnouncedBeforeItIsPlayed) {
 
 TEST(Pondering, StopsAtTheEndOfInput) {
     PonderingEngine engine;
-    engine.Send("?\nsd 90");
-    engine.Send(engine.Other() + "\n?");
+    // A short clock, but no end to the pondering.
+    engine.Send("?\nsd 90\nlevel 40 0:01 0");
+    engine.Send(engine.Other());
     engine.ReadUntilPrefix("Hint: ");
     engine.CloseInput();
     EXPECT_TRUE(engine.FallsAsleep());
