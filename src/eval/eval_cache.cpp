@@ -6,6 +6,7 @@
 #include "board/keys.h"
 #include "board/position.h"
 #include "eval/evaluate.h"
+#include "eval/personality.h"
 
 constinit int32_t LazyLow = -LAZY_NONE;
 constinit int32_t LazyHigh = LAZY_NONE;
@@ -144,6 +145,12 @@ int32_t EvaluateCached() {
             return entry.score[SideToMove];
     }
     return EvaluateInto(entry, key);
+}
+
+void SetRootSide(Colour side) {
+    if (side != RootSide && AggressivityWeight != CowardiceWeight)
+        ClearEvalCache();
+    RootSide = side;
 }
 
 void ClearEvalCache() {

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "board/types.h"
+
 constexpr int32_t EVAL_CACHE_ENTRIES = 524288;
 constexpr int EVAL_CACHE_ENTRY_BYTES = 52;
 constexpr int EVAL_CACHE_SPARE_ENTRIES = 2;
@@ -25,6 +27,10 @@ int32_t EvaluateCached();
 
 // Begins to fetch the position's slot from memory, so that a later evaluation need not wait.
 void PrefetchEvaluation();
+
+// Sets RootSide. When the personality weighs the two kings differently, what is remembered is of no
+// use to the other side.
+void SetRootSide(Colour side);
 
 // Empties every slot.
 void ClearEvalCache();

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "board/position.h"
+#include "eval/eval_cache.h"
 #include "eval/evaluate.h"
 #include "eval/king_safety.h"
 #include "eval/material.h"
@@ -25,7 +26,7 @@ static void ProbePawns() {
 }
 
 void ShowEvaluation(const CommandLine&) {
-    RootSide = SideToMove;
+    SetRootSide(SideToMove);
     int32_t score = 0;
     Evaluate(score, FULL_BOUND);
     ProbePawns();

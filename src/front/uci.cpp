@@ -8,6 +8,7 @@
 #include "board/make_move.h"
 #include "book/book.h"
 #include "book/book_settings.h"
+#include "eval/eval_cache.h"
 #include "eval/personality.h"
 #include "front/game.h"
 #include "front/notation.h"
@@ -75,8 +76,17 @@ struct Option {
 // that are announced are advice to the interface.
 constexpr Option Options[] = {
     {"Tropism", [](const OptionValue& value) { SetTropism(value.Number()); }},
-    {"Aggressivity", [](const OptionValue& value) { SetAggressivity(value.Number()); }},
-    {"Defensivity", [](const OptionValue& value) { SetCowardice(value.Number()); }},
+    // Scores of the old personality must not come back.
+    {"Aggressivity",
+     [](const OptionValue& value) {
+         SetAggressivity(value.Number());
+         ClearEvalCache();
+     }},
+    {"Defensivity",
+     [](const OptionValue& value) {
+         SetCowardice(value.Number());
+         ClearEvalCache();
+     }},
     {"MultiPV", [](const OptionValue& value) { MultiPV = value.Number(); }},
     {"Hash", [](const OptionValue& value) { ResizeHash(value.Number()); }},
     {"PawnHash", [](const OptionValue& value) { ResizePawnHash(value.Number()); }},

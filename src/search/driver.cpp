@@ -211,7 +211,7 @@ static void SetUpSearch(bool keepHistory) {
     StopSearch = LimitReached = false;
     InfoCountdown = 100000 / PollReload;
     HashAge = int16_t(uint16_t(HashAge) + 1);
-    RootSide = SideToMove;
+    SetRootSide(SideToMove);
     PollCountdown = PollReload;
     NodeCount = 0;
     TablebaseHits = 0;

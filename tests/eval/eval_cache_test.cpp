@@ -6,6 +6,7 @@
 
 #include "board/fen.h"
 #include "eval/evaluate.h"
+#include "eval/personality.h"
 #include "eval/position_walk.h"
 #include "support/engine_setup.h"
 
@@ -80,6 +81,18 @@ TEST_F(EvalCacheTest, RemembersAPositionUntilItIsCleared) {
     EXPECT_EQ(fresh, EvaluateCached());
     ClearEvalCache();
     EXPECT_EQ(faded, EvaluateCached());
+}
+
+TEST_F(EvalCacheTest, ForgetsWhatThePersonalityOfTheOtherRootSideHasWeighed) {
+    SetCowardice(300);
+    SetAggressivity(0);
+    LoadFen("r2q1rk1/ppp2ppp/8/8/8/8/P1P4P/R2QKR2 w - -");
+    for (const Colour side : {WHITE, BLACK, WHITE}) {
+        SetRootSide(side);
+        EXPECT_EQ(FullScore(), EvaluateCached()) << side;
+    }
+    SetCowardice(100);
+    SetAggressivity(100);
 }
 
 TEST_F(EvalCacheTest, OtherCastlingRightsAreAnotherPosition) {

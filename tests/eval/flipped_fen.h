@@ -25,3 +25,20 @@ inline std::string FlippedFen() {
     }
     return men + (SideToMove == WHITE ? " b " : " w ") + (rights.empty() ? "-" : rights) + " -";
 }
+
+// FEN of the current position with the files exchanged, a with h and so on, for terms that must not
+// prefer a wing; without castling rights.
+inline std::string MirroredFen() {
+    std::string men;
+    for (int rank = 7; rank >= 0; rank--) {
+        for (int file = 7; file >= 0; file--) {
+            const int sq = rank * 8 + file;
+            if (Board[sq] == EMPTY)
+                men += '1';
+            else
+                men += (ColourOn(sq) == WHITE ? ".KNP?RBQ" : ".knp?rbq")[Board[sq]];
+        }
+        men += rank > 0 ? "/" : "";
+    }
+    return men + (SideToMove == WHITE ? " w - -" : " b - -");
+}
