@@ -82,8 +82,8 @@ static uint64_t KeyOf(const CacheEntry& entry) {
     return uint64_t{entry.keyHigh} << 32 | entry.keyLow;
 }
 
-static uint64_t EvalKey() {
-    return PosKey ^ CastleKeys[CastleRights];
+static uint64_t EvalKey(uint64_t placement) {
+    return placement ^ CastleKeys[CastleRights];
 }
 
 static CacheEntry& SlotOf(uint64_t key) {
@@ -123,9 +123,9 @@ static int32_t EvaluateInto(CacheEntry& entry, uint64_t key) {
     return score;
 }
 
-void PrefetchEvaluation() {
+void PrefetchEvaluation(uint64_t placement) {
     if (EntryCount > 0)
-        __builtin_prefetch(&SlotOf(EvalKey()));
+        __builtin_prefetch(&SlotOf(EvalKey(placement)));
 }
 
 int32_t EvaluateCached() {
@@ -137,7 +137,7 @@ int32_t EvaluateCached() {
         Evaluate(score, FULL_BOUND);
         return score;
     }
-    const uint64_t key = EvalKey();
+    const uint64_t key = EvalKey(PosKey);
     CacheEntry& entry = SlotOf(key);
     if (KeyOf(entry) == key) {
         ReadFigures(entry);

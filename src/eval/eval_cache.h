@@ -25,8 +25,8 @@ int32_t LazyMaterialScore();
 // phases. A cached score keeps the fading by quiet plies that it was computed with.
 int32_t EvaluateCached();
 
-// Begins to fetch the position's slot from memory, so that a later evaluation need not wait.
-void PrefetchEvaluation();
+// Begins to fetch from memory the slot of the position with that placement.
+void PrefetchEvaluation(uint64_t placement);
 
 // Sets RootSide. When the personality weighs the two kings differently, what is remembered is of no
 // use to the other side.

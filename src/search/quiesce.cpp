@@ -15,6 +15,7 @@
 #include "eval/evaluate.h"
 #include "search/capture_gain.h"
 #include "search/draws.h"
+#include "search/fetch_ahead.h"
 #include "search/ordering.h"
 #include "search/poll.h"
 #include "search/state.h"
@@ -127,8 +128,6 @@ static bool AllowChecks(Node& node) {
 // Makes the move, searches it at `qdepth` and takes it back; the ply's givesCheck must be set.
 static int32_t SearchMove(const Node& node, Move move, int32_t qdepth) {
     MakeMove(move, true);
-    PrefetchHash();
-    PrefetchEvaluation();
     PlyStates[SearchPly + 1].inCheck = node.ply.givesCheck;
     SearchPly++;
     const int32_t score = -QuiesceNode(-node.beta, -node.alpha, qdepth);
@@ -200,6 +199,7 @@ static bool IsLeftOut(Node& node, Move move) {
         return true;
     if (!node.ply.inCheck && !IsLegalMove(move))
         return true;
+    FetchAhead(move);
     node.ply.givesCheck = GivesCheck(move);
     return !node.ply.inCheck && !node.ply.givesCheck && node.alpha + 1 >= node.beta &&
            CaptureIsHopeless(move, node.alpha, node.standPat, node.attack);

@@ -16,6 +16,7 @@
 #include "search/capture_threat.h"
 #include "search/draws.h"
 #include "search/extensions.h"
+#include "search/fetch_ahead.h"
 #include "search/ordering.h"
 #include "search/poll.h"
 #include "search/pruning_margins.h"
@@ -300,6 +301,7 @@ static bool TakeScore(Node& node, Move move, int32_t score, Stage stage) {
 
 // Tries one legal move. True when it decides the node or the search was stopped.
 static bool TryMove(Node& node, Move move, Stage stage) {
+    FetchAhead(move);
     node.moves++;
     const bool quiet = IsQuiet(move);
     const bool check = GivesCheck(move);
@@ -315,8 +317,6 @@ static bool TryMove(Node& node, Move move, Stage stage) {
         node.quiets++;
     }
     MakeMove(move, true);
-    PrefetchHash();
-    PrefetchEvaluation();
     SearchPly++;
     PlyStates[SearchPly].inCheck = check;
     const int32_t score = SearchMade(node, node.depth - ONE_PLY + extension, extension > 0, quiet);

@@ -67,8 +67,8 @@ static inline bool Holds(const uint8_t* slot, uint64_t key) {
 
 // The first of the two slots of a position; the second lies behind it, at the last index in the
 // spare entries.
-static inline uint8_t* BucketOf(uint64_t key) {
-    const uint64_t k = key ^ (SIDE_TERM * SideToMove);
+static inline uint8_t* BucketOf(uint64_t key, Colour sideToMove) {
+    const uint64_t k = key ^ (SIDE_TERM * sideToMove);
     const uint32_t index = EntryCount == MASKED_ENTRIES ? uint32_t(k) & (MASKED_ENTRIES - 1)
                                                         : uint32_t(k) % uint32_t(EntryCount);
     return Table + size_t{index} * TRANSPOSITION_ENTRY_BYTES;
@@ -90,16 +90,16 @@ uint64_t HashKey() {
     return EnPassantIsOpen(last) ? key ^ EpKeys[FileOf(To(last))] : key;
 }
 
-void PrefetchHash() {
+void PrefetchHash(uint64_t placement) {
     if (EntryCount > 0)
-        __builtin_prefetch(BucketOf(PosKey ^ CastleKeys[CastleRights]));
+        __builtin_prefetch(BucketOf(placement ^ CastleKeys[CastleRights], ChangeSide(SideToMove)));
 }
 
 HashHit HashProbe() {
     if (EntryCount <= 0)
         return {};
     const uint64_t key = HashKey();
-    uint8_t* slot = BucketOf(key);
+    uint8_t* slot = BucketOf(key, SideToMove);
     for (int i = 0; i < 2; i++, slot += TRANSPOSITION_ENTRY_BYTES) {
         const uint32_t flags = FlagsOf(slot);
         if (flags == 0)
@@ -129,7 +129,7 @@ static inline uint8_t* WorthLess(uint8_t* first, uint8_t* second) {
 // takes part of the result in any case: its hint bits are merged with `hintBits`, its age is
 // refreshed.
 static uint8_t* SlotToFill(uint64_t key, int32_t depth, uint16_t& hintBits) {
-    uint8_t* const first = BucketOf(key);
+    uint8_t* const first = BucketOf(key, SideToMove);
     uint8_t* const second = first + TRANSPOSITION_ENTRY_BYTES;
     for (uint8_t* slot : {first, second}) {
         if (FlagsOf(slot) == 0)

@@ -34,10 +34,10 @@ extern int32_t HashFilledCount;
 // file where a pawn stands ready to take.
 uint64_t HashKey();
 
-// Begins to fetch the position's slot from memory. Right after a move was made, what the node does
-// before its probe hides part of the wait: 3 to 5 per cent of all nodes a second. The en-passant
-// file is left out: where it counts, the wrong slot is fetched and nothing else happens.
-void PrefetchHash();
+// Begins to fetch from memory the slot of the position with that placement and the other side to
+// move, as it will be after a move. Lost castling rights and the en-passant file are left out:
+// where they count, the wrong slot is fetched and nothing else happens.
+void PrefetchHash(uint64_t placement);
 
 // Looks the current position up; a hit refreshes the entry's age.
 HashHit HashProbe();
