@@ -85,23 +85,23 @@ struct EvalParameters {
     // Passed pawns. All but the last two are worth so much one step before promotion and less
     // further back, by `AdvanceScale`.
     int32_t PasserProtectedMiddlegame = 10;
-    int32_t PasserProtectedEnding = 20;
-    int32_t PasserConnectedMiddlegame = 15; // beside another one
-    int32_t PasserConnectedEnding = 40;
-    int32_t PasserBlockedMiddlegame = 15; // by an enemy man
-    int32_t PasserBlockedEnding = 35;
-    int32_t PasserFreeStepMiddlegame = 10; // nobody stands or strikes there
-    int32_t PasserFreeStepEnding = 35;
-    int32_t PasserFreePathMiddlegame = 25; // all the way
-    int32_t PasserFreePathEnding = 80;
-    int32_t PasserGuardedStepMiddlegame = 4; // the enemy strikes there, and so do we
-    int32_t PasserGuardedStepEnding = 15;
-    int32_t RookBehindPasser = 25; // ending
-    int32_t EnemyRookBehindPasser = 20;
-    int32_t PasserEnemyKing = 16; // for each square that the king is away, ending
-    int32_t PasserOwnKing = 8;
+    int32_t PasserProtectedEnding = 10;
+    int32_t PasserConnectedMiddlegame = 24; // beside another one
+    int32_t PasserConnectedEnding = 20;
+    int32_t PasserBlockedMiddlegame = 20; // by an enemy man
+    int32_t PasserBlockedEnding = 27;
+    int32_t PasserFreeStepMiddlegame = 5; // nobody stands or strikes there
+    int32_t PasserFreeStepEnding = 59;
+    int32_t PasserFreePathMiddlegame = 22; // all the way
+    int32_t PasserFreePathEnding = 85;
+    int32_t PasserGuardedStepMiddlegame = 6; // the enemy strikes there, and so do we
+    int32_t PasserGuardedStepEnding = 24;
+    int32_t RookBehindPasser = 34; // ending
+    int32_t EnemyRookBehindPasser = 22;
+    int32_t PasserEnemyKing = 22; // for each square that the king is away, ending
+    int32_t PasserOwnKing = 14;
     int32_t UnstoppablePasser = 450;
-    int32_t UnstoppablePerMove = 20; // that it still needs to promote
+    int32_t UnstoppablePerMove = 21; // that it still needs to promote
 
     // Pieces. Mobility for each square beyond the usual number.
     int32_t RookMobilityMiddlegame = 2;
@@ -111,54 +111,54 @@ struct EvalParameters {
     int32_t BishopMobilityMiddlegame = 3;
     int32_t BishopMobilityEnding = 3;
     int32_t KnightMobilityMiddlegame = 4;
-    int32_t KnightMobilityEnding = 4;
-    int32_t KnightOutpostMiddlegame = 8;
-    int32_t KnightOutpostEnding = 5;
-    int32_t GuardedKnightOutpostMiddlegame = 22;
-    int32_t GuardedKnightOutpostEnding = 12;
-    int32_t BishopOutpostMiddlegame = 10;
-    int32_t BishopOutpostEnding = 4;
-    int32_t BishopPairMiddlegame = 28;
+    int32_t KnightMobilityEnding = 2;
+    int32_t KnightOutpostMiddlegame = 4;
+    int32_t KnightOutpostEnding = 4;
+    int32_t GuardedKnightOutpostMiddlegame = 34;
+    int32_t GuardedKnightOutpostEnding = 6;
+    int32_t BishopOutpostMiddlegame = 16;
+    int32_t BishopOutpostEnding = 2;
+    int32_t BishopPairMiddlegame = 49;
     int32_t BishopPairEnding = 44;
-    int32_t BishopOnBothWings = 8;   // the less its side has else
-    int32_t BadBishopMiddlegame = 3; // for each own pawn on its colour
-    int32_t BadBishopEnding = 5;
-    int32_t TrappedBishop = 80;
-    int32_t RookOpenMiddlegame = 20;
-    int32_t RookOpenEnding = 8;
-    int32_t RookHalfOpenMiddlegame = 9;
-    int32_t RookHalfOpenEnding = 6;
-    int32_t RookSeventhMiddlegame = 8;
+    int32_t BishopOnBothWings = 10;  // the less its side has else
+    int32_t BadBishopMiddlegame = 6; // for each own pawn on its colour
+    int32_t BadBishopEnding = 8;
+    int32_t TrappedBishop = 110;
+    int32_t RookOpenMiddlegame = 28;
+    int32_t RookOpenEnding = 9;
+    int32_t RookHalfOpenMiddlegame = 14;
+    int32_t RookHalfOpenEnding = 9;
+    int32_t RookSeventhMiddlegame = 4;
     int32_t RookSeventhEnding = 16;
-    int32_t ShutInRook = 40;
-    int32_t QueenSeventhMiddlegame = 2;
-    int32_t QueenSeventhEnding = 10;
+    int32_t ShutInRook = 70;
+    int32_t QueenSeventhMiddlegame = 1;
+    int32_t QueenSeventhEnding = 11;
 
     // Threats: enemy pieces attacked by a pawn, rooks and queens by a minor piece, queens by a
     // rook, and what nobody guards.
-    int32_t PawnThreatMiddlegame = 35;
-    int32_t PawnThreatEnding = 30;
-    int32_t MinorThreatMiddlegame = 22;
-    int32_t MinorThreatEnding = 22;
-    int32_t RookThreatMiddlegame = 20;
-    int32_t RookThreatEnding = 14;
-    int32_t LoosePieceMiddlegame = 14;
-    int32_t LoosePieceEnding = 16;
-    int32_t LoosePawnMiddlegame = 4;
-    int32_t LoosePawnEnding = 10;
+    int32_t PawnThreatMiddlegame = 44;
+    int32_t PawnThreatEnding = 36;
+    int32_t MinorThreatMiddlegame = 37;
+    int32_t MinorThreatEnding = 23;
+    int32_t RookThreatMiddlegame = 35;
+    int32_t RookThreatEnding = 23;
+    int32_t LoosePieceMiddlegame = 17;
+    int32_t LoosePieceEnding = 18;
+    int32_t LoosePawnMiddlegame = 7;
+    int32_t LoosePawnEnding = 16;
 
     // Attacks on a king, in units of danger.
-    int32_t KnightDanger = 8;
-    int32_t BishopDanger = 7;
-    int32_t RookDanger = 10;
-    int32_t QueenDanger = 14;
-    int32_t DangerPerSquare = 3; // of the king's surroundings that a piece attacks
+    int32_t KnightDanger = 6;
+    int32_t BishopDanger = 10;
+    int32_t RookDanger = 9;
+    int32_t QueenDanger = 13;
+    int32_t DangerPerSquare = 4; // of the king's surroundings that a piece attacks
     int32_t DangerPerWeakSquare = 4;
-    int32_t KnightCheckDanger = 10;
-    int32_t BishopCheckDanger = 6;
+    int32_t KnightCheckDanger = 16;
+    int32_t BishopCheckDanger = 9;
     int32_t RookCheckDanger = 12;
-    int32_t QueenCheckDanger = 14;
-    int32_t StormDanger = 3; // a pawn on the fifth rank; twice that on the sixth
+    int32_t QueenCheckDanger = 23;
+    int32_t StormDanger = 2; // a pawn on the fifth rank; twice that on the sixth
 
     // Endings: 256ths that a drawish one leaves of the score.
     int32_t OppositeBishopsScale = 128;
@@ -182,9 +182,9 @@ struct EvalParameters {
     RankTable SupportedEnding = {0, 0, 0, 0, 0, 16, 24, 0};
 
     // Passed pawns.
-    RankTable PasserMiddlegame = {0, 4, 8, 13, 24, 42, 60, 0};
-    RankTable PasserEnding = {0, 8, 12, 22, 42, 70, 100, 0};
-    RankTable AdvanceScale = {0, 0, 10, 41, 92, 164, 256, 0}; // 256ths
+    RankTable PasserMiddlegame = {0, 4, 6, 8, 22, 40, 105, 0};
+    RankTable PasserEnding = {0, 14, 16, 18, 33, 57, 120, 0};
+    RankTable AdvanceScale = {0, 0, 10, 54, 74, 246, 320, 0}; // 256ths
     // For a rook's side against two minor pieces, by the number of files with a passed pawn.
     std::array<int32_t, 9> PasserCountBonus = {0, 5, 10, 15, 20, 20, 20, 20, 20};
 
