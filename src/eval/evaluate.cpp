@@ -56,8 +56,7 @@ static void AddPawns(Sums& sums) {
     EvalMasks[WHITE] |= PassedPawns[WHITE];
     EvalMasks[BLACK] |= PassedPawns[BLACK];
     sums.balance += PawnTradeCorrection() + PawnEndingCorrection();
-    if (PassedPawns[WHITE] | PassedPawns[BLACK])
-        EvaluatePassedPawns(sums.middlegame, sums.ending);
+    EvaluatePassedPawns(sums.middlegame, sums.ending);
 }
 
 // A pawn each and little between them: there will be a new queen on both sides or none.

@@ -5,10 +5,10 @@
 #include "board/position.h"
 #include "eval/figures.h"
 #include "eval/parameters.h"
+#include "eval/square_colours.h"
 
 namespace {
 
-constexpr Bitboard DARK_SQUARES = 0xaa55aa55aa55aa55;
 constexpr Bitboard QUEEN_WING = FileBB(0) | FileBB(1) | FileBB(2);
 constexpr Bitboard KING_WING = FileBB(5) | FileBB(6) | FileBB(7);
 
@@ -108,7 +108,7 @@ template <Colour Us> static void EvaluateBishops(Side& us, const Side& them) {
         NoteAttacks<Us>(us, them, attacks, Params.BishopDanger);
         const int n = CountBits(attacks & empty) - BISHOP_CENTRING;
         us.Add(n * Params.BishopMobilityMiddlegame, n * Params.BishopMobilityEnding);
-        const Bitboard sameColour = DARK_SQUARES & SquareBit(sq) ? DARK_SQUARES : ~DARK_SQUARES;
+        const Bitboard sameColour = LIGHT_SQUARES & SquareBit(sq) ? LIGHT_SQUARES : ~LIGHT_SQUARES;
         const int blocked = CountBits(PieceBB[PAWN][Us] & sameColour);
         us.Add(-blocked * Params.BadBishopMiddlegame, -blocked * Params.BadBishopEnding);
         if (IsOutpost<Us>(sq) && (us.pawnAttacks & SquareBit(sq)))
@@ -116,7 +116,7 @@ template <Colour Us> static void EvaluateBishops(Side& us, const Side& them) {
         if (IsTrappedBishop<Us>(sq))
             us.Add(-Params.TrappedBishop, -Params.TrappedBishop);
     }
-    if ((bishops & DARK_SQUARES) && (bishops & ~DARK_SQUARES))
+    if ((bishops & LIGHT_SQUARES) && (bishops & ~LIGHT_SQUARES))
         us.Add(Params.BishopPairMiddlegame, Params.BishopPairEnding);
     // From afar it stops pawns on one wing and helps those on the other.
     const Bitboard pawns = PieceBB[PAWN][WHITE] | PieceBB[PAWN][BLACK];
