@@ -1,0 +1,23 @@
+// Numbers in files: little-endian on every platform.
+#pragma once
+
+#include <cstdint>
+
+inline uint16_t LoadLittle16(const unsigned char* bytes) {
+    return uint16_t(bytes[0] | bytes[1] << 8);
+}
+
+inline uint32_t LoadLittle32(const unsigned char* bytes) {
+    return uint32_t(bytes[0]) | uint32_t(bytes[1]) << 8 | uint32_t(bytes[2]) << 16 |
+           uint32_t(bytes[3]) << 24;
+}
+
+inline void StoreLittle16(unsigned char* bytes, uint16_t value) {
+    bytes[0] = uint8_t(value);
+    bytes[1] = uint8_t(value >> 8);
+}
+
+inline void StoreLittle32(unsigned char* bytes, uint32_t value) {
+    for (int i = 0; i < 4; i++)
+        bytes[i] = uint8_t(value >> (8 * i));
+}
