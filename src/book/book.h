@@ -1,15 +1,42 @@
-// The opening book's file: opening it and what is known of it.
+// The opening book: the one file that is open, and how a position is found in it.
 //
-// Integers are little-endian. Offset 0: the text "~Tarquelin openings book" without a terminator;
-// 24: version, 0 or 1; 28: not read; 32: N, the number of index records; 36: N records of 12 bytes.
+// Nothing of it is kept in memory, so that a book may be far larger: a position costs a seek and a
+// read of one record for each halving of the index, and one read of its node.
 #pragma once
 
 #include <cstdint>
+
+#include "book/book_format.h"
 
 extern bool BookOpen;
 extern bool BookIsVersion0;     // its moves carry no statistics
 extern int32_t BookRecordBound; // N + 3: the header counts as three records
 
+struct BookMove {
+    uint8_t from;
+    uint8_t to;
+    uint16_t statistics; // the weight in a version-0 book
+
+    bool Killed() const {
+        return statistics == (BookIsVersion0 ? BOOK_NEVER_PLAYED : BOOK_KILLED);
+    }
+};
+
+// The moves that the book has in one position, as many as the file really holds.
+struct BookNode {
+    uint64_t offset; // of the first move in the file
+    int count;
+    BookMove moves[BOOK_MAX_MOVES];
+};
+
 // Opens the book and closes the one before; prints how many nodes it has, or why it cannot be
 // used. A version-0 book switches book learning and book weights off for good.
 void OpenBook(const char* path);
+
+// Reads the moves of the position on the board. False when it is not in the book, or where the
+// book is damaged.
+bool FindPosition(BookNode& node);
+
+// Writes the statistics of the node's moves `first` to `last` back into a version-1 book, in one
+// piece. Where the book cannot be written it stays as it is.
+void WriteStatistics(const BookNode& node, int first, int last);

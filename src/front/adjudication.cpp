@@ -4,6 +4,7 @@
 
 #include "board/attack_tests.h"
 #include "board/position.h"
+#include "book/book_learning.h"
 #include "front/game.h"
 
 namespace {
@@ -16,6 +17,7 @@ constexpr int FIFTY_MOVE_PLIES = 100;
 constexpr int MAX_DRAWS = 4;
 constinit const char* FoundDraws[MAX_DRAWS] = {};
 constinit int FoundDrawCount = 0;
+constinit bool DrawToLearn = false;
 
 } // namespace
 
@@ -76,6 +78,7 @@ static bool RepeatedTwice() {
 
 void FindDraws() {
     FoundDrawCount = 0;
+    DrawToLearn = false;
     FindInsufficientMaterial();
     if (RepeatedTwice())
         NoteDraw("1/2-1/2 {Draw by repetition}");
@@ -86,10 +89,20 @@ void FindDraws() {
 void AnnounceDraws() {
     for (int i = 0; i < FoundDrawCount; i++)
         PrintResult(FoundDraws[i]);
+    DrawToLearn |= FoundDrawCount > 0;
     FoundDrawCount = 0;
 }
 
+void LearnAnnouncedDraw() {
+    if (DrawToLearn)
+        LearnBook(BOOK_DRAWN);
+    DrawToLearn = false;
+}
+
+// What the book has brought the engine into is told by its scores long before a mate. Meant so:
+// counting mates as losses would change what existing books have learned to mean.
 void AnnounceGameOver() {
+    LearnBook(BOOK_DRAWN);
     if (!InCheck(SideToMove))
         PrintResult("1/2-1/2 {Stalemate}");
     else if (SideToMove == BLACK)

@@ -9,5 +9,10 @@ void FindDraws();
 // plays on if asked.
 void AnnounceDraws();
 
-// Announces that the side to move has no legal move: mate or stalemate.
+// Lets a draw that was announced teach the opening book, once. The position on the board must be
+// the game's: in the middle of a search it has to wait.
+void LearnAnnouncedDraw();
+
+// Announces that the side to move has no legal move, mate or stalemate, and lets the opening book
+// learn a draw from it, from a mate as well.
 void AnnounceGameOver();

@@ -9,6 +9,10 @@
 #include "board/order_tables.h"
 #include "board/perft.h"
 #include "book/book.h"
+#include "book/book_choice.h"
+#include "book/book_keys.h"
+#include "book/book_learning.h"
+#include "book/book_settings.h"
 #include "front/analysis.h"
 #include "front/clocks.h"
 #include "front/edit_board.h"
@@ -86,7 +90,17 @@ void PostOff(const CommandLine&) {
     PostThinking = false;
 }
 
+// A game that nothing was learned from counts as a draw for the engine's moves.
+static void LearnUnfinishedGame() {
+    if (!UseBookLearning || !BookOpen || BookLearned || Ply <= SetupPly || SideToMove == EngineSide)
+        return;
+    TakeBack(1);
+    LearnBook(BOOK_DRAWN);
+}
+
 void ResetGame(const CommandLine&) {
+    LearnUnfinishedGame();
+    BeginLearningAnew();
     ClearHistory();
     ClearPlyStates();
     ForgetLastScore();
@@ -347,7 +361,11 @@ void PlayDemo(const CommandLine&) {
 }
 
 void ShowBookMoves(const CommandLine&) {
-    if (!BookOpen)
+    const auto key = uint32_t(KeysOfPosition().a);
+    std::printf("Current nhash1 = %d, nhash2 = %d\n", int(key & 0xffff), int(key >> 16));
+    if (BookOpen)
+        ListBookMoves();
+    else
         PrintLine("No book loaded...");
 }
 

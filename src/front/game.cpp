@@ -3,6 +3,8 @@
 #include "board/fen.h"
 #include "board/make_move.h"
 #include "board/order_tables.h"
+#include "book/book_learning.h"
+#include "book/position_learning.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
 #include "search/state.h"
@@ -26,6 +28,11 @@ void NewGame() {
     EngineSide = BLACK;
     GoPonder = false;
     ResetGameLimits();
+}
+
+void BeginLearningAnew() {
+    BookLearned = false;
+    ForgetNotedPositions();
 }
 
 void SetUpFen(const char* fen) {

@@ -24,6 +24,9 @@ extern bool PostThinking;
 // other end, what earlier searches learned for move ordering is forgotten.
 void NewGame();
 
+// What one game taught is done with: the next may teach again.
+void BeginLearningAnew();
+
 // Sets the position of a FEN up, for another game than the one before.
 void SetUpFen(const char* fen);
 

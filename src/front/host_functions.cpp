@@ -18,8 +18,10 @@ static bool InputWaiting() {
 // A predicted position has not arisen yet, so that nothing is announced of it.
 static void AnnounceDrawsOfGame() {
     FindDraws();
-    if (!PonderingOnPrediction)
-        AnnounceDraws();
+    if (PonderingOnPrediction)
+        return;
+    AnnounceDraws();
+    LearnAnnouncedDraw();
 }
 
 static void AnnounceEndOfGame() {
@@ -28,6 +30,8 @@ static void AnnounceEndOfGame() {
 }
 
 static void AnnounceChosenMove(Move move, bool fromBook) {
+    // A prediction that came true while it was searched.
+    LearnAnnouncedDraw();
     if (UciMode)
         AnnounceUciMove(move);
     else

@@ -5,6 +5,8 @@
 #include "board/keys.h"
 #include "board/order_tables.h"
 #include "book/book.h"
+#include "book/book_settings.h"
+#include "book/learning_file.h"
 #include "eval/derived_tables.h"
 #include "eval/king_pawn_bitbase.h"
 #include "eval/values_file.h"
@@ -45,6 +47,8 @@ int main() {
     PrintSettings();
     PostThinking = true;
     LastScore = -1;
+    if (PositionLearning || UseLearningData)
+        OpenLearningFile("Learn.tq1");
     if (UseEgtb)
         PrintTablebaseCount();
     NewGame();

@@ -34,7 +34,10 @@ constinit int64_t LastLineNodes = 0;
 
 } // namespace
 
-void EnterUci(const CommandLine&) {
+void EnterUci(const CommandLine& line) {
+    // The line "ucinewgame" is answered in the same way, as its beginning is this keyword.
+    if (BeginsWithKeyword("ucinewgame", line.text))
+        BeginLearningAnew();
     std::puts("id name Tarquelin 1.40");
     std::puts("id author Ivor T. Penhallow");
     std::puts("option name Hash type spin min 0 max 1024 default 10");

@@ -12,6 +12,16 @@ FILE* OpenFile(const char* path, const char* mode) {
     return std::fopen(path, mode);
 }
 
+bool SeekFile(FILE* file, uint64_t offset) {
+    return offset <= INT64_MAX && _fseeki64(file, int64_t(offset), SEEK_SET) == 0;
+}
+
+uint64_t SeekEnd(FILE* file) {
+    if (_fseeki64(file, 0, SEEK_END) != 0)
+        return 0;
+    return uint64_t(std::max<int64_t>(_ftelli64(file), 0));
+}
+
 #else
 
 namespace fs = std::filesystem;
@@ -69,6 +79,16 @@ FILE* OpenFile(const char* path, const char* mode) {
             return std::fopen(resolved.c_str(), mode);
     }
     return fs::is_directory(path, error) ? nullptr : std::fopen(path, mode);
+}
+
+bool SeekFile(FILE* file, uint64_t offset) {
+    return offset <= INT64_MAX && fseeko(file, off_t(offset), SEEK_SET) == 0;
+}
+
+uint64_t SeekEnd(FILE* file) {
+    if (fseeko(file, 0, SEEK_END) != 0)
+        return 0;
+    return uint64_t(std::max<off_t>(ftello(file), 0));
 }
 
 #endif

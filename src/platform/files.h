@@ -1,6 +1,7 @@
 // Opening files by the names that settings and commands give, which keep Windows manners.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 
 // Opens a file as `fopen` does, or returns null. The literal name is tried first. Where that does
@@ -8,3 +9,9 @@
 // ignored, so that ".\book.tqn" finds "Book.tqn"; a name with a drive letter exists only where
 // drives exist. A file to be created takes the literal name. Directories are refused.
 FILE* OpenFile(const char* path, const char* mode);
+
+// Goes to the byte at `offset` of the file, also beyond two gigabytes. False when that fails.
+bool SeekFile(FILE* file, uint64_t offset);
+
+// Goes to the end of the file and returns how long it is, 0 on failure.
+uint64_t SeekEnd(FILE* file);

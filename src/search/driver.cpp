@@ -8,6 +8,10 @@
 #include "board/make_move.h"
 #include "board/order_tables.h"
 #include "board/position.h"
+#include "book/book.h"
+#include "book/book_choice.h"
+#include "book/book_learning.h"
+#include "book/book_settings.h"
 #include "eval/eval_cache.h"
 #include "eval/evaluate.h"
 #include "platform/clock.h"
@@ -236,10 +240,28 @@ static void ScoreRootMoves() {
     PlyStates[0].flags = 0;
 }
 
-// The search proper, to `limitDepth`. Returns false when the game is over.
-static bool SearchRoot(int limitDepth, bool keepHistory) {
+// Takes a move out of the book, when it may be asked and has one.
+static bool TakeBookMove() {
+    if (!BookOpen || !OwnBook || SearchMoveCount > 0 || Analysing || OwnTime == INFINITE_TIME)
+        return false;
+    const Move move = ChooseBookMove();
+    if (move == NO_MOVE)
+        return false;
+    SetOnlyRootMove(move);
+    BestMove = move;
+    BestMoveFromBook = true;
+    SearchesSinceBook = 0;
+    return true;
+}
+
+// The search proper, to `limitDepth`, where the book has nothing. Returns false when the game is
+// over.
+static bool SearchRoot(int limitDepth, bool keepHistory, bool useBook) {
     SetUpSearch(keepHistory);
     BestMove = NO_MOVE;
+    BestMoveFromBook = false;
+    if (useBook && TakeBookMove())
+        return true;
     if (!PrepareRoot())
         return false;
     SortRootMoves();
@@ -254,23 +276,24 @@ static bool SearchRoot(int limitDepth, bool keepHistory) {
 static void RememberScore() {
     LastScore = RootScores[0];
     LastScoreSide = RootSide;
-    SearchesSinceBook++;
+    if (!BestMoveFromBook)
+        SearchesSinceBook++;
 }
 
-// For the resignation rule.
+// For the resignation rule and for learning.
 static void RecordSearch() {
     if (RecentSearchCount == SEARCH_RECORDS)
         std::copy(RecentSearches + 1, RecentSearches + SEARCH_RECORDS, RecentSearches);
     else
         RecentSearchCount++;
-    RecentSearches[RecentSearchCount - 1] = {RootScores[0], PosKey};
+    RecentSearches[RecentSearchCount - 1] = {RootScores[0], PosKey, BestMoveFromBook};
 }
 
 bool Think() {
     SearchStart = ClockCentiseconds();
     AllotTime();
     const bool keepHistory = !ForgetInShortSearches || TimeAllotted >= SHORT_SEARCH;
-    if (!SearchRoot(DepthLimit, keepHistory))
+    if (!SearchRoot(DepthLimit, keepHistory, true))
         return false;
     HoldUntilStopped();
     RememberScore();
@@ -279,8 +302,11 @@ bool Think() {
         return false;
     }
     RecordSearch();
-    Host.announceMove(BestMove, false);
+    Host.announceMove(BestMove, BestMoveFromBook);
+    if (!BestMoveFromBook)
+        LearnBookFromScore(RootScores[0]);
     MakeMove(BestMove, true);
+    LearnFromSearches({RecentSearches, size_t(RecentSearchCount)}, IterationDepth);
     return true;
 }
 
@@ -289,5 +315,5 @@ Move SearchFixedDepth(int maxDepth) {
     UnderClock = false;
     DrawScore = 0;
     PollReload = 50000;
-    return SearchRoot(maxDepth, true) ? BestMove : NO_MOVE;
+    return SearchRoot(maxDepth, true, false) ? BestMove : NO_MOVE;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "board/position.h"
+#include "book/position_learning.h"
 
 // The latest finished search's score and the side it was made for; a new game clears them.
 extern int32_t LastScore;
@@ -10,12 +11,9 @@ extern Colour LastScoreSide;
 extern int32_t SearchesSinceBook;
 // The engine's own latest choice; NO_MOVE when the game was over.
 extern Move BestMove;
+extern bool BestMoveFromBook; // it was not searched for
 
-// What the resignation rule looks back on: the engine's latest searches, newest last.
-struct SearchRecord {
-    int32_t score;
-    uint64_t posKey; // the position searched
-};
+// The engine's latest moves, newest last: what the resignation rule and learning look back on.
 constexpr int SEARCH_RECORDS = 10;
 extern SearchRecord RecentSearches[SEARCH_RECORDS];
 extern int32_t RecentSearchCount;

@@ -50,6 +50,16 @@ bool PrepareRoot() {
     return true;
 }
 
+void SetOnlyRootMove(Move move) {
+    MoveStack[0] = {move, 0};
+    MoveStackTop = RootMoveCount = 1;
+    RootGamePly = Ply;
+    RootIndex = 0;
+    RootScores[0] = 0;
+    RootNodes[0] = 0;
+    RootGivesCheck[0] = GivesCheck(move);
+}
+
 // Turns the entries [first, last) round so that `middle` comes first, in all parallel lists.
 static void RotateEntries(int first, int middle, int last) {
     std::rotate(MoveStack + first, MoveStack + middle, MoveStack + last);

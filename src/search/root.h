@@ -25,6 +25,9 @@ int LineCount();
 // is over: no legal move is left.
 bool PrepareRoot();
 
+// Makes the move the only root move, as if it had been searched with score 0.
+void SetOnlyRootMove(Move move);
+
 // Brings the moves into the order of their scores, highest first; equal ones keep theirs.
 void SortRootMoves();
 

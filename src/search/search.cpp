@@ -10,6 +10,8 @@
 #include "board/position.h"
 #include "board/pseudo_legal.h"
 #include "board/quiet_checks.h"
+#include "book/book_settings.h"
+#include "book/position_learning.h"
 #include "eval/eval_cache.h"
 #include "eval/evaluate.h"
 #include "search/capture_gain.h"
@@ -44,6 +46,8 @@ constexpr int32_t LAST_PLY_MARGIN = 60;
 // Least depth at which quiet moves are reduced, and at which a hash move is looked for.
 constexpr int32_t REDUCTION_DEPTH = 2 * ONE_PLY;
 constexpr int32_t DEEPENING_DEPTH = 4 * ONE_PLY;
+// Above this depth positions that the engine has learned are remembered.
+constexpr int32_t LEARNED_DEPTH = 6 * ONE_PLY;
 
 // One node: what its steps share.
 struct Node {
@@ -123,6 +127,11 @@ static bool CutByHash(Node& node) {
     node.best = hit.bound == BOUND_EXACT ? MateFromHash(hit.score) : hit.score;
     node.ply.bestMove = hit.move;
     return true;
+}
+
+// Shallower nodes are not worth a look into the file of learned positions.
+static bool WorthRemembering(const Node& node) {
+    return UseLearningData && node.depth > LEARNED_DEPTH && SideToMove == RootSide;
 }
 
 // Searches the position reached by the move just made; `SearchPly` is already its ply.
@@ -455,27 +464,31 @@ int32_t Search(int32_t alpha, int32_t beta, int32_t depth, bool nullAllowed) {
     if (CutByHash(node))
         return node.best;
 
-    // 5. How it looks without a search.
+    // 5. What an earlier game has taught about it.
+    if (WorthRemembering(node) && LearnedEvaluation(node.depth, node.best))
+        return node.best;
+
+    // 6. How it looks without a search.
     if (!node.ply.inCheck) {
         node.staticEval = EvaluateCached();
         node.attack = optimism[SideToMove];
         node.slice = node.alpha <= node.staticEval + 100 ? 1 : 0;
     }
 
-    // 6. A side that stands above beta even after passing needs no move.
+    // 7. A side that stands above beta even after passing needs no move.
     if (CutByNullMove(node))
         return StopSearch ? 0 : node.best;
 
-    // 7. A first move, where the table has none.
+    // 8. A first move, where the table has none.
     DeepenInternally(node);
     if (StopSearch)
         return 0;
 
-    // 8. The moves, stage by stage.
+    // 9. The moves, stage by stage.
     node.futile = QuietMovesAreFutile(node);
     if (TryStages(node))
         return StopSearch ? 0 : node.best;
 
-    // 9. No move, or none that failed high.
+    // 10. No move, or none that failed high.
     return node.moves == 0 ? NoMoveValue(node) : FinishNode(node);
 }

@@ -1,0 +1,19 @@
+// How the results of the engine's games change the opening book.
+#pragma once
+
+#include <cstdint>
+
+// What a game teaches about the moves of the side that is to move.
+enum BookResult { BOOK_LOST, BOOK_WON, BOOK_DRAWN };
+
+// Set when this game has taught the book; cleared for a new one by whoever begins it.
+extern bool BookLearned;
+
+// Credits the result to the book moves that the side to move has played in this game, the latest
+// first, and leaves the position as it was. Nothing happens when book learning is off, no book is
+// open or this game has taught it already.
+void LearnBook(BookResult result);
+
+// Learns from the score of a search of the position on the board, in centipawns, when it shows
+// that the game is as good as decided.
+void LearnBookFromScore(int32_t score);

@@ -1,0 +1,156 @@
+#include "book/learning_file.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <unordered_set>
+#include <vector>
+
+#include "platform/bytes.h"
+#include "platform/files.h"
+
+namespace {
+
+constexpr char Title[] = "Tarquelin learning file";
+constexpr uint32_t HEADS_OFFSET = sizeof Title - 1;
+constexpr uint32_t BUCKETS = 65536;
+constexpr uint32_t ENTRIES_OFFSET = HEADS_OFFSET + 4 * BUCKETS;
+static_assert(ENTRIES_OFFSET == 262167);
+constexpr uint32_t ENTRY_SIZE = 24;
+constexpr uint32_t NEXT_OFFSET = 20; // of the link in an entry
+constexpr uint32_t FIELDS_SIZE = NEXT_OFFSET;
+
+struct Entry {
+    LearnedPosition position;
+    LearningKeys keys;
+    uint32_t next;
+};
+
+constinit FILE* LearningFile = nullptr;
+
+} // namespace
+
+LearningKeys LearningKeysOf(uint64_t posKey) {
+    return {uint32_t(posKey), uint32_t(posKey >> 16)};
+}
+
+static uint32_t HeadOffset(LearningKeys keys) {
+    return HEADS_OFFSET + 4 * (keys.key1 % BUCKETS);
+}
+
+static void CreateFile(const char* path) {
+    FILE* const file = OpenFile(path, "wb");
+    if (file == nullptr)
+        return;
+    const std::vector<char> heads(4 * BUCKETS);
+    std::fwrite(Title, HEADS_OFFSET, 1, file);
+    std::fwrite(heads.data(), heads.size(), 1, file);
+    std::fclose(file);
+}
+
+void OpenLearningFile(const char* path) {
+    CloseLearningFile();
+    if (FILE* const file = OpenFile(path, "rb"))
+        std::fclose(file);
+    else
+        CreateFile(path);
+    LearningFile = OpenFile(path, "rb+");
+    if (LearningFile == nullptr)
+        LearningFile = OpenFile(path, "rb");
+    // Unbuffered: what is written is in the file at once, in one piece for each entry and link.
+    if (LearningFile != nullptr)
+        std::setvbuf(LearningFile, nullptr, _IONBF, 0);
+}
+
+void CloseLearningFile() {
+    if (LearningFile != nullptr)
+        std::fclose(LearningFile);
+    LearningFile = nullptr;
+}
+
+// A link of a bucket; 0 where the file ends before it.
+static uint32_t ReadLink(uint32_t offset) {
+    unsigned char bytes[4];
+    if (!SeekFile(LearningFile, offset) || std::fread(bytes, sizeof bytes, 1, LearningFile) != 1)
+        return 0;
+    return LoadLittle32(bytes);
+}
+
+// False where no entry can be: in the head of the file and beyond its end.
+static bool ReadEntry(uint32_t offset, Entry& entry) {
+    unsigned char bytes[ENTRY_SIZE];
+    if (offset < ENTRIES_OFFSET || !SeekFile(LearningFile, offset) ||
+        std::fread(bytes, sizeof bytes, 1, LearningFile) != 1)
+        return false;
+    entry.position = {int32_t(LoadLittle32(bytes)), int32_t(LoadLittle32(bytes + 4)),
+                      LoadLittle32(bytes + 8)};
+    entry.keys = {LoadLittle32(bytes + 12), LoadLittle32(bytes + 16)};
+    entry.next = LoadLittle32(bytes + NEXT_OFFSET);
+    return true;
+}
+
+uint32_t LookUpLearned(LearningKeys keys, LearnedPosition& found) {
+    if (LearningFile == nullptr)
+        return 0;
+    uint32_t offset = ReadLink(HeadOffset(keys));
+    if (offset == 0)
+        return 0;
+    // No bucket holds more entries than the file: whoever has read that many goes round in a
+    // circle.
+    uint64_t left = SeekEnd(LearningFile) / ENTRY_SIZE;
+    for (Entry entry; left > 0 && ReadEntry(offset, entry); left--) {
+        if (entry.keys.key1 == keys.key1 && entry.keys.key2 == keys.key2) {
+            found = entry.position;
+            return offset;
+        }
+        offset = entry.next;
+    }
+    return 0;
+}
+
+// Where the link to the bucket's next entry belongs.
+static uint32_t EndOfBucket(LearningKeys keys) {
+    std::unordered_set<uint32_t> passed;
+    uint32_t link = HeadOffset(keys);
+    uint32_t offset = ReadLink(link);
+    for (Entry entry; ReadEntry(offset, entry) && passed.insert(offset).second;) {
+        link = offset + NEXT_OFFSET;
+        offset = entry.next;
+    }
+    return link;
+}
+
+static void StoreFields(unsigned char* bytes, LearningKeys keys, const LearnedPosition& position) {
+    StoreLittle32(bytes, uint32_t(position.depth));
+    StoreLittle32(bytes + 4, uint32_t(position.evaluation));
+    StoreLittle32(bytes + 8, position.move);
+    StoreLittle32(bytes + 12, keys.key1);
+    StoreLittle32(bytes + 16, keys.key2);
+}
+
+static bool Write(uint64_t offset, const unsigned char* bytes, size_t size) {
+    return SeekFile(LearningFile, offset) && std::fwrite(bytes, size, 1, LearningFile) == 1;
+}
+
+// The entry is written before the link to it, so that whenever the process is killed or the disk is
+// full, every link leads to a whole entry.
+void AddLearned(LearningKeys keys, const LearnedPosition& position) {
+    if (LearningFile == nullptr)
+        return;
+    const uint64_t end = std::max(SeekEnd(LearningFile), uint64_t{ENTRIES_OFFSET});
+    if (end > UINT32_MAX - ENTRY_SIZE)
+        return;
+    unsigned char entry[ENTRY_SIZE] = {};
+    StoreFields(entry, keys, position);
+    unsigned char link[4];
+    StoreLittle32(link, uint32_t(end));
+    if (Write(end, entry, sizeof entry))
+        Write(EndOfBucket(keys), link, sizeof link);
+}
+
+void RefreshLearned(uint32_t offset, LearningKeys keys, const LearnedPosition& position) {
+    if (LearningFile == nullptr)
+        return;
+    unsigned char fields[FIELDS_SIZE];
+    StoreFields(fields, keys, position);
+    Write(offset, fields, sizeof fields);
+}

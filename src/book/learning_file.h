@@ -1,0 +1,41 @@
+// The file of learned positions, kept from game to game.
+//
+// Integers are 32 bits, little-endian. Offset 0: the text "Tarquelin learning file" without a
+// terminator; 23: 65536 bucket heads, each the offset of the bucket's first entry or 0; 262167: the
+// entries, 24 bytes each, in the order they were added: depth in 1/60 ply, evaluation in centipawns
+// from the side to move, move, key 1, key 2, offset of the bucket's next entry or 0. A position's
+// bucket is the low 16 bits of its key 1.
+#pragma once
+
+#include <cstdint>
+
+#include "board/types.h"
+
+struct LearningKeys {
+    uint32_t key1; // bits 0 to 31 of the position's key
+    uint32_t key2; // bits 16 to 47
+};
+
+struct LearnedPosition {
+    int32_t depth;      // 1/60 ply
+    int32_t evaluation; // centipawns, from the side to move
+    Move move;
+};
+
+LearningKeys LearningKeysOf(uint64_t posKey);
+
+// Opens the file, making an empty one where there is none. Its text is not checked. Where it cannot
+// be made, or only be read, learning goes on without.
+void OpenLearningFile(const char* path);
+void CloseLearningFile();
+
+// The offset of the position's entry, and what it says; 0 when it is not in the file, or out of
+// reach behind damaged links.
+uint32_t LookUpLearned(LearningKeys keys, LearnedPosition& found);
+
+// Appends an entry and links it to the end of its bucket. A damaged link, and one that leads round
+// in a circle, counts as the end and is mended by this.
+void AddLearned(LearningKeys keys, const LearnedPosition& position);
+
+// Overwrites the entry at the offset, which LookUpLearned has given.
+void RefreshLearned(uint32_t offset, LearningKeys keys, const LearnedPosition& position);
