@@ -1,0 +1,20 @@
+// The files of a directory of plain tables: their names, reading them, putting new ones in.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "tablebase/classes.h"
+
+// "kqk.nbw" with the first-named side (WHITE) to move, "kqk.nbb" with the other.
+std::string TableFileName(int classNumber, Colour side);
+
+// All bytes of a file; false when it cannot be read.
+bool ReadTableFile(const std::filesystem::path& path, std::vector<uint8_t>& bytes);
+
+// Puts a file in place in one step, so that no half-written one ever has its name. What went wrong,
+// or an empty text.
+std::string WriteTableFile(const std::filesystem::path& path, std::span<const uint8_t> bytes);
