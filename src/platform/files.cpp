@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -51,9 +52,8 @@ static fs::path FindEntry(const fs::path& directory, const std::string& name) {
     return directory / (found.empty() ? name : found);
 }
 
-// The file that a name with Windows manners means, component by component.
-static fs::path Resolve(const std::string& path) {
-    fs::path found = path.starts_with('\\') || path.starts_with('/') ? fs::path("/") : fs::path();
+// The file that a name with Windows manners means, component by component, from the directory on.
+static fs::path Resolve(fs::path found, const std::string& path) {
     size_t begin = 0;
     while (begin < path.size()) {
         const size_t end = std::min(path.find_first_of("\\/", begin), path.size());
@@ -65,20 +65,41 @@ static fs::path Resolve(const std::string& path) {
     return found;
 }
 
-// A drive letter names something only where there are drives.
 static bool HasDrive(const std::string& path) {
     return path.size() > 1 && path[1] == ':';
 }
 
-// The literal name where it exists or nothing else does, so that a new file gets it as well.
+// The directory that stands for the drive; empty when there is none and so no such drive.
+static std::string DriveDirectory(char letter) {
+    const char upper = letter >= 'a' && letter <= 'z' ? char(letter - 'a' + 'A') : letter;
+    const char* const directory = std::getenv((std::string("TARQUELIN_DRIVE_") + upper).c_str());
+    return directory == nullptr ? "" : directory;
+}
+
+static fs::path ResolveWithoutDrive(const std::string& path) {
+    const bool fromRoot = path.starts_with('\\') || path.starts_with('/');
+    return Resolve(fromRoot ? "/" : "", path);
+}
+
+// The literal name where it exists. Else one on a drive is looked for in the drive's directory,
+// where new files are created as well; another one that nothing is found for is created as it
+// stands.
+static fs::path FileFor(const char* path) {
+    std::error_code error;
+    if (fs::exists(path, error))
+        return path;
+    if (HasDrive(path)) {
+        const std::string directory = DriveDirectory(path[0]);
+        return directory.empty() ? fs::path(path) : Resolve(directory, path + 2);
+    }
+    const fs::path resolved = ResolveWithoutDrive(path);
+    return fs::is_regular_file(resolved, error) ? resolved : fs::path(path);
+}
+
 FILE* OpenFile(const char* path, const char* mode) {
     std::error_code error;
-    if (!fs::exists(path, error) && !HasDrive(path)) {
-        const fs::path resolved = Resolve(path);
-        if (fs::is_regular_file(resolved, error))
-            return std::fopen(resolved.c_str(), mode);
-    }
-    return fs::is_directory(path, error) ? nullptr : std::fopen(path, mode);
+    const fs::path file = FileFor(path);
+    return fs::is_directory(file, error) ? nullptr : std::fopen(file.c_str(), mode);
 }
 
 bool SeekFile(FILE* file, uint64_t offset) {

@@ -7,7 +7,9 @@
 // Opens a file as `fopen` does, or returns null. The literal name is tried first. Where that does
 // not exist and names are case-sensitive, a backslash separates directories and letter case is
 // ignored, so that ".\book.tqn" finds "Book.tqn"; a name with a drive letter exists only where
-// drives exist. A file to be created takes the literal name. Directories are refused.
+// drives exist. There, the variable TARQUELIN_DRIVE_C of the environment makes a drive: it names
+// the directory that stands for "c:\" (and so on for every letter). A file to be created takes the
+// literal name, or its place on such a drive. Directories are refused.
 FILE* OpenFile(const char* path, const char* mode);
 
 // Goes to the byte at `offset` of the file, also beyond two gigabytes. False when that fails.
