@@ -1,5 +1,6 @@
 #include "front/interpreter.h"
 
+#include "front/batch_commands.h"
 #include "front/command_line.h"
 #include "front/commands.h"
 #include "front/evaluation_report.h"
@@ -25,7 +26,7 @@ struct Command {
 // the order is part of the protocol: "stop" is taken by `st`, "ucinewgame" by `uci`, a line that
 // begins with "q" ends the process, and a lone "p" runs `pgneval` and then `post`.
 constexpr Command Commands[] = {
-    {"pgneval", NO_ACTION, true},
+    {"pgneval", EvaluatePgnFile, true},
     {"writevalues", WriteValues, true},
     {"q", QuitProgram},
     {"clean", CleanTables},
@@ -39,7 +40,7 @@ constexpr Command Commands[] = {
     {"moves", ShowMoves},
     {"edit", EnterEdit},
     {"loadfen", LoadPosition},
-    {"epdevl", NO_ACTION},
+    {"epdevl", EvaluateEpdFile},
     {"nopost", PostOff},
     {"perft", RunPerft},
     {"sd", SetDepth},

@@ -1,0 +1,14 @@
+#include "tools/static_score.h"
+
+#include "board/position.h"
+#include "eval/evaluate.h"
+
+int32_t StaticScore() {
+    // What the evaluation cache holds belongs to the other root side and stays good for it.
+    const Colour searched = RootSide;
+    RootSide = SideToMove;
+    int32_t score = 0;
+    Evaluate(score, FULL_BOUND);
+    RootSide = searched;
+    return score;
+}
