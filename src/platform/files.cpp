@@ -71,8 +71,10 @@ static bool HasDrive(const std::string& path) {
 
 // The directory that stands for the drive; empty when there is none and so no such drive.
 static std::string DriveDirectory(char letter) {
-    const char upper = letter >= 'a' && letter <= 'z' ? char(letter - 'a' + 'A') : letter;
-    const char* const directory = std::getenv((std::string("TARQUELIN_DRIVE_") + upper).c_str());
+    char variable[] = "TARQUELIN_DRIVE_C";
+    variable[sizeof variable - 2] =
+        letter >= 'a' && letter <= 'z' ? char(letter - 'a' + 'A') : letter;
+    const char* const directory = std::getenv(variable);
     return directory == nullptr ? "" : directory;
 }
 
