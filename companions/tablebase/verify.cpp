@@ -1,0 +1,56 @@
+#include <cstdio>
+#include <vector>
+
+#include "commands.h"
+#include "published.h"
+#include "sha256.h"
+#include "table_file.h"
+#include "table_summary.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Tally {
+    int right;     // equal to the published table
+    int plausible; // none is known, and nothing is wrong at first sight
+    int wrong;
+};
+
+bool IsPublishedTable(const fs::path& path, int number, Colour side) {
+    std::vector<uint8_t> bytes;
+    return ReadTableFile(path, bytes) && Sha256(bytes) == PublishedSha256(number, side);
+}
+
+void VerifyTable(const fs::path& path, int number, Colour side, Tally& tally) {
+    const std::string name = path.filename().string();
+    if (IsPublished(number) && IsPublishedTable(path, number, side)) {
+        tally.right++;
+    } else if (!IsPublished(number) && SummariseTable(path, number, side).Plausible()) {
+        std::printf("%s: no checksum is known, its size and values can be right\n", name.c_str());
+        tally.plausible++;
+    } else {
+        std::printf("%s: WRONG\n", name.c_str());
+        tally.wrong++;
+    }
+    std::fflush(stdout);
+}
+
+} // namespace
+
+int VerifyTables(CommandWords words) {
+    if (words.size() != 1)
+        return WRONG_USAGE;
+    Tally tally = {};
+    for (int number = 1; number <= TABLEBASE_CLASSES; number++) {
+        for (const Colour side : {WHITE, BLACK}) {
+            const fs::path path = fs::path(words[0]) / TableFileName(number, side);
+            std::error_code error;
+            if (fs::exists(path, error))
+                VerifyTable(path, number, side, tally);
+        }
+    }
+    std::printf("%d of %d tables of up to four men are right, %d wrong; %d others\n", tally.right,
+                2 * LAST_FOUR_MEN_CLASS, tally.wrong, tally.plausible);
+    return tally.wrong == 0 && tally.right + tally.plausible > 0 ? 0 : 1;
+}
