@@ -1,0 +1,117 @@
+#include <algorithm>
+#include <cinttypes>
+#include <cstdarg>
+#include <cstdio>
+#include <utility>
+
+#include "board/position.h"
+#include "book_walk.h"
+#include "commands.h"
+#include "coordinates.h"
+
+namespace {
+
+constexpr uint64_t MOST_FAULTS_TOLD = 20;
+
+constinit uint64_t FaultCount = 0;
+
+} // namespace
+
+[[gnu::format(printf, 1, 2)]] static void Fault(const char* format, ...) {
+    if (FaultCount++ >= MOST_FAULTS_TOLD)
+        return;
+    std::va_list values;
+    va_start(values, format);
+    std::vprintf(format, values);
+    va_end(values);
+}
+
+static void CheckOrder(const BookImage& book) {
+    for (uint32_t i = 1; i < book.Positions(); i++) {
+        const BookKeys before = book.Record(i - 1).keys;
+        const BookKeys keys = book.Record(i).keys;
+        if (keys == before)
+            Fault("record %u: has the keys of the one before\n", i);
+        else if (keys < before)
+            Fault("record %u: its keys are less than those before\n", i);
+    }
+}
+
+static void CheckMoves(const std::vector<ImageMove>& moves, uint32_t record) {
+    for (auto move = moves.begin(); move != moves.end(); move++) {
+        if (move->from > 63 || move->to > 63 || move->from == move->to)
+            Fault("record %u: no move from square %d to %d\n", record, move->from, move->to);
+        const auto same = std::find_if(moves.begin(), move, [&](const ImageMove& other) {
+            return other.from == move->from && other.to == move->to;
+        });
+        if (same != move)
+            Fault("record %u: has a move twice\n", record);
+    }
+}
+
+// Where nodes share bytes, learning in one position would change the other.
+static void CheckNodes(const BookImage& book) {
+    std::vector<std::pair<size_t, size_t>> places; // begin and end
+    std::vector<ImageMove> moves;
+    for (uint32_t i = 0; i < book.Positions(); i++) {
+        const uint32_t offset = book.Record(i).nodeOffset;
+        if (!book.ReadNode(offset, moves)) {
+            Fault("record %u: its moves at %u are not whole in the file\n", i, offset);
+            continue;
+        }
+        CheckMoves(moves, i);
+        places.push_back({offset, offset + book.NodeSize(moves.size())});
+    }
+    std::ranges::sort(places);
+    for (size_t i = 1; i < places.size(); i++) {
+        if (places[i].first < places[i - 1].second)
+            Fault("two nodes share the byte at %zu\n", places[i].first);
+    }
+}
+
+// The keys know nothing of castling rights and of pawns just moved: a move that is legal after
+// another way to the position is none of the book's faults.
+static bool LegalAfterSomeWay(const ImageMove& move) {
+    if (LegalMoveBetween(move.from, move.to) != NO_MOVE)
+        return true;
+    if (move.from > 63 || move.to > 63)
+        return false;
+    CastleRights = ALL_CASTLE_RIGHTS;
+    DropImpossibleCastleRights();
+    if (LegalMoveBetween(move.from, move.to) != NO_MOVE)
+        return true;
+    const int passed = RankOf(move.from) * 8 + FileOf(move.to);
+    return Board[move.from] == PAWN && RelativeRank(SideToMove, move.from) == 4 &&
+           RelativeRank(SideToMove, move.to) == 5 && Board[move.to] == EMPTY &&
+           (PieceBB[PAWN][ChangeSide(SideToMove)] & SquareBit(passed)) != 0;
+}
+
+static uint32_t CheckReachable(const BookImage& book) {
+    uint32_t reached = 0;
+    for (BookWalk walk(book); walk.Next(); reached++) {
+        for (const ImageMove& move : walk.Moves()) {
+            if (!LegalAfterSomeWay(move))
+                Fault("record %u: %s is not legal after \"%s\"\n", walk.Record(),
+                      SquaresText(move.from, move.to).c_str(), walk.Path().c_str());
+        }
+    }
+    return reached;
+}
+
+static int Check(const Files& files) {
+    BookImage book;
+    if (files.size() != 1)
+        return BadUsage(CheckCommand, "Needs one book");
+    if (!book.Read(files[0]))
+        return 1;
+    CheckOrder(book);
+    CheckNodes(book);
+    const uint32_t reached = CheckReachable(book);
+    std::printf("%s: %u positions, %u of them not reached from the starting position, %" PRIu64
+                " faults\n",
+                files[0], book.Positions(), book.Positions() - reached, FaultCount);
+    return FaultCount == 0 ? 0 : 1;
+}
+
+const Command CheckCommand = {
+    "check", "BOOK", "Looks for damage; fails when there is any", {}, Check};

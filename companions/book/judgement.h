@@ -1,0 +1,34 @@
+// What becomes of the moves that were counted: which of them enter the book, with what statistics,
+// and which are never to be played.
+#pragma once
+
+#include <vector>
+
+#include "book_writer.h"
+#include "move_table.h"
+#include "searched_positions.h"
+
+struct JudgementRules {
+    // Moves and positions that no source has games or lines of need none: they are there because
+    // they were searched, or stand in another book.
+    int minGames = 1;         // of a move
+    int minPositionGames = 1; // of all moves of a position
+    int minScore = 0;         // percent of the points
+    bool dropBad = false;     // what is too bad is left out, not killed
+    int mostPoints = 254;     // that a byte of the statistics may hold, 1..254
+    // Of moves that lead to searched positions:
+    int priorPoints = 40;     // half-points that a score counts like, 0..254
+    int worstScore = -100;    // a move that leaves less is too bad, in centipawns
+    int badScore = -40;       // and so is one that leaves less than this
+    int worstLoss = 60;       // and so much less than the best
+    bool keepUnknown = false; // moves to positions that nobody has searched are kept
+};
+
+// The moves for the book, ascending by position; in each the moves to be played come first, those
+// with the most points before the others. The table is empty afterwards.
+std::vector<BookEntry> JudgeMoves(MoveTable& table, const SearchedPositions& searched,
+                                  const JudgementRules& rules);
+
+// The statistics word for so many half-points, scaled down until neither byte holds more than
+// `most`; what is counted stays above 0.
+uint16_t StatisticsWord(uint64_t won, uint64_t lost, int most);
