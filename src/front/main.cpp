@@ -19,7 +19,17 @@
 #include "platform/signals.h"
 #include "search/driver_state.h"
 #include "search/hash_memory.h"
+#include "tablebase/block_cache.h"
 #include "tablebase/registry.h"
+
+static void InitTablebases() {
+    if (!UseEgtb)
+        return;
+    LargestTablebase = RegisterTablebases(EgtbPath);
+    PrintTablebaseCount();
+    if (LargestTablebase != 0)
+        AllocateTablebaseCache(EgtbCacheBytes);
+}
 
 static void PrintBanner() {
     std::puts("Tarquelin v1.40 [r2040/09.11.2013]");
@@ -49,8 +59,7 @@ int main() {
     LastScore = -1;
     if (PositionLearning || UseLearningData)
         OpenLearningFile("Learn.tq1");
-    if (UseEgtb)
-        PrintTablebaseCount();
+    InitTablebases();
     NewGame();
     RunCommandLoop();
 }

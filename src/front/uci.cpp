@@ -19,6 +19,7 @@
 #include "search/root.h"
 #include "search/state.h"
 #include "search/transposition.h"
+#include "tablebase/block_cache.h"
 #include "tablebase/registry.h"
 
 namespace {
@@ -96,7 +97,7 @@ constexpr Option Options[] = {
     {"NalimovCache",
      [](const OptionValue& value) {
          if (UseEgtb)
-             EgtbCacheBytes = int32_t(uint32_t(value.Number()) * 1048576);
+             ResizeEgtbCache(value.Number());
      }},
     {"Clear", [](const OptionValue&) { ClearHash(); }},
     {"OwnBook",
@@ -108,8 +109,11 @@ constexpr Option Options[] = {
      }},
     {"NalimovPath",
      [](const OptionValue& value) {
-         if (UseEgtb)
-             SetEgtbPath(value.rest.c_str());
+         if (!UseEgtb)
+             return;
+         SetEgtbPath(value.rest.c_str());
+         LargestTablebase = RegisterTablebases(EgtbPath);
+         AllocateTablebaseCache(EgtbCacheBytes);
      }},
     {"OpeningsBook", [](const OptionValue& value) { OpenBook(value.rest.c_str()); }},
 };

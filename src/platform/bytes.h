@@ -12,6 +12,10 @@ inline uint32_t LoadLittle32(const unsigned char* bytes) {
            uint32_t(bytes[3]) << 24;
 }
 
+inline uint64_t LoadLittle64(const unsigned char* bytes) {
+    return uint64_t{LoadLittle32(bytes)} | uint64_t{LoadLittle32(bytes + 4)} << 32;
+}
+
 inline void StoreLittle16(unsigned char* bytes, uint16_t value) {
     bytes[0] = uint8_t(value);
     bytes[1] = uint8_t(value >> 8);
@@ -20,4 +24,9 @@ inline void StoreLittle16(unsigned char* bytes, uint16_t value) {
 inline void StoreLittle32(unsigned char* bytes, uint32_t value) {
     for (int i = 0; i < 4; i++)
         bytes[i] = uint8_t(value >> (8 * i));
+}
+
+inline void StoreLittle64(unsigned char* bytes, uint64_t value) {
+    StoreLittle32(bytes, uint32_t(value));
+    StoreLittle32(bytes + 4, uint32_t(value >> 32));
 }

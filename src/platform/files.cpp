@@ -1,16 +1,21 @@
 #include "platform/files.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <system_error>
+
+#include "platform/drives.h"
 
 #ifdef _WIN32
 
 // Opening a directory fails here by itself, and names need no help.
 FILE* OpenFile(const char* path, const char* mode) {
     return std::fopen(path, mode);
+}
+
+std::string FindPath(const std::string& name) {
+    return name;
 }
 
 bool SeekFile(FILE* file, uint64_t offset) {
@@ -65,19 +70,6 @@ static fs::path Resolve(fs::path found, const std::string& path) {
     return found;
 }
 
-static bool HasDrive(const std::string& path) {
-    return path.size() > 1 && path[1] == ':';
-}
-
-// The directory that stands for the drive; empty when there is none and so no such drive.
-static std::string DriveDirectory(char letter) {
-    char variable[] = "TARQUELIN_DRIVE_C";
-    variable[sizeof variable - 2] =
-        letter >= 'a' && letter <= 'z' ? char(letter - 'a' + 'A') : letter;
-    const char* const directory = std::getenv(variable);
-    return directory == nullptr ? "" : directory;
-}
-
 static fs::path ResolveWithoutDrive(const std::string& path) {
     const bool fromRoot = path.starts_with('\\') || path.starts_with('/');
     return Resolve(fromRoot ? "/" : "", path);
@@ -90,7 +82,7 @@ static fs::path FileFor(const char* path) {
     std::error_code error;
     if (fs::exists(path, error))
         return path;
-    if (HasDrive(path)) {
+    if (HasDriveLetter(path)) {
         const std::string directory = DriveDirectory(path[0]);
         return directory.empty() ? fs::path(path) : Resolve(directory, path + 2);
     }
@@ -102,6 +94,19 @@ FILE* OpenFile(const char* path, const char* mode) {
     std::error_code error;
     const fs::path file = FileFor(path);
     return fs::is_directory(file, error) ? nullptr : std::fopen(file.c_str(), mode);
+}
+
+// The same for a directory, which is never created.
+std::string FindPath(const std::string& name) {
+    std::error_code error;
+    if (name.empty() || fs::exists(name, error))
+        return name;
+    if (HasDriveLetter(name)) {
+        const std::string directory = DriveDirectory(name[0]);
+        return directory.empty() ? name : Resolve(directory, name.substr(2)).string();
+    }
+    const fs::path resolved = ResolveWithoutDrive(name);
+    return resolved.empty() ? "." : resolved.string();
 }
 
 bool SeekFile(FILE* file, uint64_t offset) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <string>
 
 // Opens a file as `fopen` does, or returns null. The literal name is tried first. Where that does
 // not exist and names are case-sensitive, a backslash separates directories and letter case is
@@ -11,6 +12,9 @@
 // the directory that stands for "c:\" (and so on for every letter). A file to be created takes the
 // literal name, or its place on such a drive. Directories are refused.
 FILE* OpenFile(const char* path, const char* mode);
+
+// The path of the file or directory that such a name means; the name itself where there is none.
+std::string FindPath(const std::string& name);
 
 // Goes to the byte at `offset` of the file, also beyond two gigabytes. False when that fails.
 bool SeekFile(FILE* file, uint64_t offset);

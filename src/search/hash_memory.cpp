@@ -6,6 +6,8 @@
 
 #include "eval/eval_cache.h"
 #include "platform/large_memory.h"
+#include "tablebase/block_cache.h"
+#include "tablebase/registry.h"
 
 constinit int32_t TranspositionCount = DEFAULT_TRANSPOSITION_ENTRIES;
 constinit int32_t PawnHashCount = DEFAULT_PAWN_ENTRIES;
@@ -42,6 +44,7 @@ void FreeHashTables() {
     FreeTranspositionTable();
     FreePawnHash();
     FreeEvalCache();
+    FreeTablebaseCache();
 }
 
 // Zero-filled memory for `count` entries and the spare ones; ends the process when there is none.
@@ -102,6 +105,11 @@ void ResizeHash(int32_t megabytes) {
 void ResizePawnHash(int32_t megabytes) {
     PawnHashCount = EntriesInMegabytes(megabytes, PAWN_ENTRY_BYTES);
     AllocatePawnHash();
+}
+
+void ResizeEgtbCache(int32_t megabytes) {
+    EgtbCacheBytes = int32_t(uint32_t(megabytes) * MEGABYTE);
+    AllocateTablebaseCache(EgtbCacheBytes);
 }
 
 void ClearAllHashTables() {

@@ -26,9 +26,13 @@ void AllocateHashTables();
 void ResizeHash(int32_t megabytes);
 void ResizePawnHash(int32_t megabytes);
 
+// Replaces the cache of tablebase blocks by one of that many megabytes, with the same arithmetic.
+// When memory is short tablebases are switched off.
+void ResizeEgtbCache(int32_t megabytes);
+
 // Empties all three tables and sets the generation stamp back.
 void ClearAllHashTables();
 
-// Gives the memory of all three tables back, before the process ends. Until tables are allocated
-// again, nothing is stored.
+// Gives the memory of all three tables and of the tablebase cache back, before the process ends.
+// Until tables are allocated again, nothing is stored.
 void FreeHashTables();

@@ -25,6 +25,8 @@
 #include "search/quiesce.h"
 #include "search/state.h"
 #include "search/transposition.h"
+#include "tablebase/probe.h"
+#include "tablebase/registry.h"
 
 namespace {
 
@@ -46,6 +48,10 @@ constexpr int32_t LAST_PLY_MARGIN = 60;
 // Least depth at which quiet moves are reduced, and at which a hash move is looked for.
 constexpr int32_t REDUCTION_DEPTH = 2 * ONE_PLY;
 constexpr int32_t DEEPENING_DEPTH = 4 * ONE_PLY;
+// From this depth on tablebases are always probed.
+constexpr int32_t PROBE_DEPTH = 4 * ONE_PLY;
+// Tablebase scores this far from 0 are counted in plies from the root, like other mates.
+constexpr int32_t TABLEBASE_MATE = 32401;
 // Above this depth positions that the engine has learned are remembered.
 constexpr int32_t LEARNED_DEPTH = 6 * ONE_PLY;
 
@@ -132,6 +138,32 @@ static bool CutByHash(Node& node) {
 // Shallower nodes are not worth a look into the file of learned positions.
 static bool WorthRemembering(const Node& node) {
     return UseLearningData && node.depth > LEARNED_DEPTH && SideToMove == RootSide;
+}
+
+// Near the horizon a piece that no one promotes to is not worth the time.
+static bool ProbesTablebase(const Node& node) {
+    if (MenCount > LargestTablebase || CastleRights != 0)
+        return false;
+    if (SearchPly < 2 || node.depth >= PROBE_DEPTH)
+        return true;
+    const Piece promotion = Promotion(LastMove());
+    return promotion == EMPTY || promotion == QUEEN;
+}
+
+// The exact value, counted from here like every mate, where a table holds the position. True when
+// it does, with its value in `best`.
+static bool CutByTablebase(Node& node) {
+    if (!ProbesTablebase(node) || ProbeTablebase(SideToMove, node.best) == 0)
+        return false;
+    if (node.best == 0)
+        node.best = DrawValue();
+    else if (node.best >= TABLEBASE_MATE)
+        node.best += 1 - SearchPly;
+    else if (node.best <= -TABLEBASE_MATE)
+        node.best += SearchPly;
+    HashStore(TABLEBASE_DEPTH, NO_MOVE, node.best, BOUND_EXACT, false, 0);
+    TablebaseHits++;
+    return true;
 }
 
 // Searches the position reached by the move just made; `SearchPly` is already its ply.
@@ -460,8 +492,12 @@ int32_t Search(int32_t alpha, int32_t beta, int32_t depth, bool nullAllowed) {
     if (SearchPly >= MAX_SEARCH_PLY)
         return EvaluateCached();
 
-    // 4. What is already known about the position.
-    if (CutByHash(node))
+    // 4. What is already known about the position: from the table, from tablebases. Below the root
+    //    these come first, so that a mate is played out to the end whatever bounds an earlier
+    //    search has left.
+    const bool tablebaseFirst = SearchPly < 2;
+    if ((tablebaseFirst && CutByTablebase(node)) || CutByHash(node) ||
+        (!tablebaseFirst && CutByTablebase(node)))
         return node.best;
 
     // 5. What an earlier game has taught about it.

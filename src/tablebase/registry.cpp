@@ -1,12 +1,31 @@
 #include "tablebase/registry.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
+#include <string>
+
+#include "platform/directory.h"
+#include "platform/drives.h"
+#include "tablebase/classes.h"
+#include "tablebase/out_of_memory.h"
+#include "tablebase/table_index.h"
 
 constinit bool UseEgtb = true;
 constinit int32_t EgtbCacheBytes = DEFAULT_EGTB_CACHE;
 constinit int32_t LargestTablebase = 0;
 constinit int32_t TablebaseMemory = 0;
 constinit char EgtbPath[EGTB_PATH_SIZE] = "c:\\tablebases\\";
+
+namespace {
+
+constexpr const char* Suffixes[2] = {".nbw", ".nbb"}; // by side to move
+constexpr const char* CompressedSuffix = ".emd";
+
+using TablesOfClass = std::array<TableFile*, 2>; // by side to move
+constinit std::array<TablesOfClass, TABLEBASE_CLASSES + 1> Tables = {};
+
+} // namespace
 
 void SetEgtbPath(const char* path) {
     std::snprintf(EgtbPath, sizeof EgtbPath, "%s", path);
@@ -16,6 +35,105 @@ void SetDefaultEgtbSettings() {
     UseEgtb = true;
     EgtbCacheBytes = DEFAULT_EGTB_CACHE;
     SetEgtbPath("c:\\tablebases\\");
+}
+
+static void ForgetTables() {
+    for (TablesOfClass& tables : Tables) {
+        for (TableFile*& table : tables) {
+            if (table != nullptr)
+                CloseTable(table);
+            table = nullptr;
+        }
+    }
+    ReleaseIndexes();
+}
+
+// Bytes that the registered tables take beside the cache.
+static int32_t MemoryInUse() {
+    uint64_t bytes = IndexMemory() + DecodeBlockBytes();
+    for (const TablesOfClass& tables : Tables) {
+        for (const TableFile* const table : tables) {
+            if (table != nullptr && table->directory.starts != nullptr)
+                bytes += DirectoryMemory(table->directory.blocks);
+        }
+    }
+    return bytes > INT32_MAX ? INT32_MAX : int32_t(bytes);
+}
+
+// The plain file comes first: reading it takes less time.
+static TableFile* OpenTable(const FilesByName& files, int classNumber, Colour side) {
+    const std::string name =
+        std::string(TablebaseClasses[size_t(classNumber)].name) + Suffixes[side];
+    const auto plain = files.find(name);
+    TableFile* const table =
+        plain == files.end() ? nullptr : OpenPlainTable(plain->second, classNumber, side);
+    if (table != nullptr)
+        return table;
+    const auto compressed = files.find(name + CompressedSuffix);
+    return compressed == files.end() ? nullptr
+                                     : OpenCompressedTable(compressed->second, classNumber, side);
+}
+
+// True when the table is registered afterwards.
+static bool Register(const FilesByName& files, int classNumber, Colour side) {
+    TableFile*& table = Tables[size_t(classNumber)][side];
+    if (table != nullptr)
+        return true;
+    table = OpenTable(files, classNumber, side);
+    if (table == nullptr)
+        return false;
+    if (!PrepareIndex(classNumber, side))
+        EndForLackOfMemory(IndexMemory(classNumber));
+    return true;
+}
+
+// One file serves both sides of a symmetric class; the second is not needed, but may be the only
+// one.
+static void RegisterDirectory(const std::string& directory) {
+    if (HasDriveLetter(directory) && !DriveExists(directory[0]))
+        return;
+    const FilesByName files = ListDirectory(directory);
+    if (files.empty())
+        return;
+    for (int number = 1; number <= TABLEBASE_CLASSES; number++) {
+        const bool white = Register(files, number, WHITE);
+        if (!white || !TablebaseClasses[size_t(number)].symmetric)
+            Register(files, number, BLACK);
+    }
+}
+
+// Without the blanks round it, as people write lists.
+static std::string Trimmed(const std::string& text) {
+    const size_t begin = text.find_first_not_of(' ');
+    return begin == std::string::npos ? ""
+                                      : text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
+}
+
+static int LargestClass() {
+    int number = TABLEBASE_CLASSES;
+    while (number > 0 && Tables[size_t(number)] == TablesOfClass{})
+        number--;
+    return number;
+}
+
+int RegisterTablebases(const char* pathList) {
+    ForgetTables();
+    const std::string list = pathList;
+    size_t begin = 0;
+    while (begin < list.size()) {
+        const size_t end = std::min(list.find_first_of(",;", begin), list.size());
+        const std::string directory = Trimmed(list.substr(begin, end - begin));
+        if (!directory.empty())
+            RegisterDirectory(directory);
+        begin = end + 1;
+    }
+    std::fflush(stdout);
+    TablebaseMemory = MemoryInUse();
+    return TablebaseClasses[size_t(LargestClass())].men;
+}
+
+TableFile* RegisteredTable(int classNumber, Colour side) {
+    return Tables[size_t(classNumber)][side];
 }
 
 void PrintTablebaseCount() {

@@ -1,0 +1,23 @@
+// The blocks of tables that were read last, in memory.
+#pragma once
+
+#include <cstdint>
+
+#include "tablebase/table_file.h"
+
+// One block and what the cache knows of it.
+constexpr int32_t CACHE_ENTRY_BYTES = 8280;
+// Less memory than this holds nothing at all.
+constexpr int32_t LEAST_CACHE_BYTES = 52;
+
+// Replaces the cache by an empty one of that size: bytes / CACHE_ENTRY_BYTES entries. When memory
+// is out, or the size is negative, prints "An error occured while memory allocation!" and switches
+// tablebases off by setting LargestTablebase to 0.
+void AllocateTablebaseCache(int32_t bytes);
+void FreeTablebaseCache();
+int32_t CacheEntries();
+
+// Reads the entry of a table at `index` as a 16-bit value: 0 a draw, 32767 less the moves to mate,
+// -32766 and the moves to being mated. False when the table is too short or cannot be read, and
+// without a cache. The least recently used block makes room for a new one.
+bool ReadTableEntry(TableFile& table, uint64_t index, int32_t& value);

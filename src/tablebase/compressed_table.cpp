@@ -1,0 +1,108 @@
+#include "tablebase/compressed_table.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+#include "platform/random_file.h"
+
+namespace {
+
+// The directory is read in pieces of this size.
+constexpr size_t PIECE = 4096;
+
+constexpr size_t DIRECTORY_ENTRY = 2;
+
+} // namespace
+
+size_t DirectoryMemory(uint64_t blocks) {
+    return size_t(blocks + 1) * sizeof(uint64_t);
+}
+
+// FAULT_NONE with as many bytes as were asked for; a file that ends earlier is broken.
+static TableFault ReadWhole(int file, uint64_t offset, uint8_t* buffer, size_t bytes) {
+    const int64_t read = ReadFileAt(file, offset, buffer, bytes);
+    if (read < 0)
+        return FAULT_READ;
+    return size_t(read) == bytes ? FAULT_NONE : FAULT_BROKEN;
+}
+
+static TableFault CheckHeader(const uint8_t (&header)[TABLE_HEADER], int& blockSize) {
+    if (std::memcmp(header, TableMagic, MAGIC_BYTES) != 0)
+        return FAULT_FOREIGN;
+    blockSize = int(LoadLittle32(header + 8));
+    if (blockSize != int{TABLE_BLOCK})
+        return FAULT_BLOCK_SIZE;
+    const uint64_t blocks = LoadLittle32(header + 12);
+    const uint64_t plainBytes = LoadLittle64(header + 16);
+    const bool fits =
+        plainBytes <= blocks * TABLE_BLOCK && blocks * TABLE_BLOCK < plainBytes + TABLE_BLOCK;
+    return fits && TableChecksum(header, 28) == LoadLittle32(header + 28) ? FAULT_NONE
+                                                                          : FAULT_BROKEN;
+}
+
+// Adds the directory up. What a piece's checksum is goes into the next one's.
+static TableFault ReadDirectory(int file, BlockDirectory& directory, uint32_t& checksum) {
+    uint8_t piece[PIECE + 4];
+    uint64_t block = 0;
+    checksum = 0;
+    while (block < directory.blocks) {
+        const uint64_t count =
+            std::min<uint64_t>(PIECE / DIRECTORY_ENTRY, directory.blocks - block);
+        const size_t bytes = size_t(count) * DIRECTORY_ENTRY;
+        const TableFault fault =
+            ReadWhole(file, TABLE_HEADER + block * DIRECTORY_ENTRY, piece, bytes);
+        if (fault != FAULT_NONE)
+            return fault;
+        StoreLittle32(piece + bytes, checksum);
+        checksum = TableChecksum(piece, bytes + 4);
+        for (uint64_t i = 0; i < count; i++, block++) {
+            const uint32_t size = LoadLittle16(piece + i * DIRECTORY_ENTRY);
+            if (size <= BLOCK_HEAD || size > MAX_PACKED_BLOCK)
+                return FAULT_BROKEN;
+            directory.starts[block + 1] = directory.starts[block] + size;
+        }
+    }
+    return FAULT_NONE;
+}
+
+TableFault LoadDirectory(int file, BlockDirectory& directory, int& blockSize) {
+    uint8_t header[TABLE_HEADER] = {};
+    const int64_t fileBytes = RandomFileSize(file);
+    if (fileBytes < 0 || ReadFileAt(file, 0, header, sizeof header) < 0)
+        return FAULT_READ;
+    TableFault fault = CheckHeader(header, blockSize);
+    if (fault != FAULT_NONE)
+        return fault;
+    const uint64_t blocks = LoadLittle32(header + 12);
+    const uint64_t firstBlock = TABLE_HEADER + blocks * DIRECTORY_ENTRY;
+    // A file that cannot hold its directory does not get memory for it either.
+    if (firstBlock > uint64_t(fileBytes))
+        return FAULT_BROKEN;
+    directory = {LoadLittle64(header + 16), blocks, nullptr};
+    directory.starts = new (std::nothrow) uint64_t[size_t(blocks) + 1];
+    if (directory.starts == nullptr)
+        return FAULT_MEMORY;
+    directory.starts[0] = firstBlock;
+    uint32_t checksum = 0;
+    fault = ReadDirectory(file, directory, checksum);
+    if (fault == FAULT_NONE &&
+        (checksum != LoadLittle32(header + 24) || directory.starts[blocks] != uint64_t(fileBytes)))
+        fault = FAULT_BROKEN;
+    if (fault != FAULT_NONE)
+        FreeDirectory(directory);
+    return fault;
+}
+
+void FreeDirectory(BlockDirectory& directory) {
+    delete[] directory.starts;
+    directory.starts = nullptr;
+}
+
+size_t ReadPackedBlock(int file, const BlockDirectory& directory, uint64_t block, uint8_t* packed) {
+    if (block >= directory.blocks)
+        return 0;
+    const uint64_t start = directory.starts[block];
+    const auto bytes = size_t(directory.starts[block + 1] - start);
+    return ReadFileAt(file, start, packed, bytes) == int64_t(bytes) ? bytes : 0;
+}

@@ -1,0 +1,60 @@
+#include "tablebase/probe.h"
+
+#include "board/position.h"
+#include "tablebase/block_cache.h"
+#include "tablebase/classes.h"
+#include "tablebase/registry.h"
+#include "tablebase/table_index.h"
+
+namespace {
+
+constexpr int TURN_OVER = 56; // top to bottom, as an exclusive or with a square
+
+// They place mates just below those that the search finds on the board.
+constexpr int32_t WIN_OFFSET = -32834;
+constexpr int32_t LOSS_OFFSET = 32832;
+
+} // namespace
+
+// The square of a pawn that has just made a double step past a pawn of the side to move, else
+// NO_EN_PASSANT.
+static int EnPassantSquare(Colour side) {
+    const Move last = LastMove();
+    if (!IsDoubleStep(last))
+        return NO_EN_PASSANT;
+    const int to = To(last);
+    const Bitboard pawn = SquareBit(to);
+    const Bitboard beside = ((pawn & ~FILE_A) >> 1) | ((pawn & ~FILE_H) << 1);
+    return (beside & PieceBB[PAWN][side]) != 0 ? to : NO_EN_PASSANT;
+}
+
+static int32_t ScoreOf(int32_t value) {
+    return value > 0 ? 2 * value + WIN_OFFSET : value < 0 ? 2 * value + LOSS_OFFSET : 0;
+}
+
+int ProbeTablebase(Colour side, int32_t& score) {
+    bool swapped = false;
+    const int number = FindTablebaseClass(PieceCount, swapped);
+    // Boards set up by hand may have too many kings, or none.
+    if (number == 0 || TablebaseClasses[size_t(number)].men != MenCount)
+        return 0;
+    Colour mover = swapped ? ChangeSide(side) : side;
+    TableFile* table = RegisteredTable(number, mover);
+    if (table == nullptr && TablebaseClasses[size_t(number)].symmetric) {
+        // The same men with colours exchanged stand in the other file.
+        swapped = true;
+        mover = ChangeSide(mover);
+        table = RegisteredTable(number, mover);
+    }
+    if (table == nullptr)
+        return 0;
+    int ep = EnPassantSquare(side);
+    if (ep != NO_EN_PASSANT && swapped)
+        ep ^= TURN_OVER;
+    const uint64_t index = TableIndex(number, mover, CollectTablebaseMen(swapped), ep);
+    int32_t value = 0;
+    if (index == NO_ENTRY || !ReadTableEntry(*table, index, value) || value == BROKEN_WORD)
+        return 0;
+    score = ScoreOf(value);
+    return 1;
+}
