@@ -143,8 +143,10 @@ void AddLearned(LearningKeys keys, const LearnedPosition& position) {
     StoreFields(entry, keys, position);
     unsigned char link[4];
     StoreLittle32(link, uint32_t(end));
+    // Before the file grows: what no entry could be at must not look like one then.
+    const uint32_t linkOffset = EndOfBucket(keys);
     if (Write(end, entry, sizeof entry))
-        Write(EndOfBucket(keys), link, sizeof link);
+        Write(linkOffset, link, sizeof link);
 }
 
 void RefreshLearned(uint32_t offset, LearningKeys keys, const LearnedPosition& position) {

@@ -1,0 +1,53 @@
+// What the search makes of positions that were learned in earlier games.
+
+#include <gtest/gtest.h>
+
+#include "board/generate.h"
+#include "board/legal_moves.h"
+#include "board/make_move.h"
+#include "board/position.h"
+#include "book/book_settings.h"
+#include "book/learning_file.h"
+#include "search/driver.h"
+#include "search/hash_memory.h"
+#include "search/limits.h"
+#include "search/root.h"
+#include "support/engine_setup.h"
+#include "support/scratch.h"
+
+namespace {
+
+constexpr int DEPTH = 9;
+
+// The move chosen by a search that knows nothing from earlier ones.
+Move SearchAnew() {
+    ClearAllHashTables();
+    return SearchFixedDepth(DEPTH);
+}
+
+TEST(LearnedPositions, TheEngineAvoidsWhereItHasGoneWrong) {
+    SetUpEngineTables();
+    AllocateHashTables();
+    ResetLimits();
+    SetStartPosition();
+    ScratchDirectory directory;
+    OpenLearningFile("Learn.tq1");
+    const Move best = SearchAnew();
+    // The opponent's first reply to it is now known to be very strong.
+    MakeMove(best, true);
+    MoveStackTop = 0;
+    ASSERT_GT(GenerateLegalMoves(), 0);
+    MakeMove(MoveStack[0].move, true);
+    AddLearned(LearningKeysOf(PosKey), {99 * 60 + 30, -700, NO_MOVE});
+    UnmakeMove();
+    UnmakeMove();
+    EXPECT_EQ(SearchAnew(), best) << "switched off";
+    UseLearningData = true;
+    EXPECT_NE(SearchAnew(), best);
+    EXPECT_GT(RootScores[0], -300);
+    SetDefaultBookSettings();
+    CloseLearningFile();
+    FreeHashTables();
+}
+
+} // namespace

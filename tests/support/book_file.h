@@ -1,0 +1,23 @@
+// Opening books made by hand.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct BookTestMove {
+    const char* squares; // "e2e4"
+    uint16_t statistics;
+};
+
+struct BookTestNode {
+    const char* fen;
+    std::vector<BookTestMove> moves;
+};
+
+// The bytes of a book with these nodes.
+std::string BookBytes(int version, const std::vector<BookTestNode>& nodes);
+
+// What a book entry looks like in a file of version 1: found by its squares after `from`, the
+// statistics of the move; -1 when it is not there.
+int StatisticsInBook(const std::string& bytes, const char* squares);
