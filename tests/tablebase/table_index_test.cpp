@@ -1,0 +1,166 @@
+#include "tablebase/table_index.h"
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "board/fen.h"
+#include "board/position.h"
+#include "support/data_file.h"
+#include "support/engine_setup.h"
+
+namespace {
+
+class TableIndexTest : public testing::Test {
+protected:
+    void SetUp() override {
+        SetUpEngineTables();
+    }
+    void TearDown() override {
+        ReleaseIndexes();
+    }
+};
+
+struct Entry {
+    std::string name;
+    uint64_t index;
+};
+
+Entry EntryOf(const std::string& fen) {
+    LoadFen(fen.c_str());
+    bool swapped = false;
+    const int number = FindTablebaseClass(PieceCount, swapped);
+    const auto side = Colour(SideToMove ^ int(swapped));
+    EXPECT_TRUE(PrepareIndex(number, side));
+    int epSquare = IsDoubleStep(LastMove()) ? To(LastMove()) : NO_EN_PASSANT;
+    if (swapped && epSquare != NO_EN_PASSANT)
+        epSquare ^= 56;
+    return {TablebaseClasses[size_t(number)].name,
+            TableIndex(number, side, CollectTablebaseMen(swapped), epSquare)};
+}
+
+// The same position with colours exchanged.
+std::string WithColoursSwapped(const std::string& fen) {
+    std::istringstream fields(fen);
+    std::string men, side, rights, ep;
+    fields >> men >> side >> rights >> ep;
+    std::string swapped;
+    std::istringstream ranks(men);
+    for (std::string rank; std::getline(ranks, rank, '/');)
+        swapped = rank + (swapped.empty() ? "" : "/") + swapped;
+    for (char& c : swapped)
+        c = char(std::isupper(c) ? std::tolower(c) : std::toupper(c));
+    if (ep != "-")
+        ep[1] = ep[1] == '5' ? '4' : '5';
+    return swapped + (side == "w" ? " b - " : " w - ") + ep;
+}
+
+// All sets of up to two squares for pawns, without those `taken`.
+std::vector<Bitboard> PawnSets(int size, Bitboard taken) {
+    if (size == 0)
+        return {0};
+    std::vector<Bitboard> sets;
+    for (Bitboard rest = 0x00ffffffffffff00 & ~taken; rest != 0;) {
+        const Bitboard first = SquareBit(PopLowest(rest));
+        if (size == 1)
+            sets.push_back(first);
+        for (Bitboard others = rest; size == 2 && others != 0;)
+            sets.push_back(first | SquareBit(PopLowest(others)));
+    }
+    return sets;
+}
+
+// Entries of all positions in which the pawn on `ep` can be taken, with the kings where no pawn of
+// the side to move ever gives check.
+std::vector<uint64_t> EnPassantEntries(int number, Colour side, int ep) {
+    const TablebaseClass& c = TablebaseClasses[size_t(number)];
+    const Colour them = ChangeSide(side);
+    const Bitboard pawn = SquareBit(ep);
+    const Bitboard beside = ((pawn & ~FILE_A) >> 1) | ((pawn & ~FILE_H) << 1);
+    TablebaseMen men = {};
+    men.king[side] = side == WHITE ? 0 : 56;
+    men.king[them] = men.king[side] + 7;
+    std::vector<uint64_t> entries;
+    for (const Bitboard own : PawnSets(c.count[side][TB_PAWN], pawn)) {
+        if ((own & beside) == 0)
+            continue;
+        for (const Bitboard other : PawnSets(c.count[them][TB_PAWN] - 1, own | pawn)) {
+            men.men[side][TB_PAWN] = own;
+            men.men[them][TB_PAWN] = other | pawn;
+            entries.push_back(TableIndex(number, side, men, ep));
+        }
+    }
+    return entries;
+}
+
+} // namespace
+
+TEST_F(TableIndexTest, ThreeAndFourMenHaveTheEntriesOfThePublishedTables) {
+    const auto rows = DataRows("index_vectors.csv");
+    ASSERT_EQ(rows.size(), 296u);
+    for (const auto& row : rows) {
+        for (const std::string& fen : {row[1], WithColoursSwapped(row[1])}) {
+            SCOPED_TRACE(fen);
+            const Entry entry = EntryOf(fen);
+            EXPECT_EQ(entry.name, row[0]);
+            // With pawns the two tables of a symmetric class are in different orders.
+            if (entry.name != "kpkp" || fen == row[1]) {
+                EXPECT_EQ(entry.index, std::stoull(row[2]));
+            }
+        }
+    }
+}
+
+TEST_F(TableIndexTest, AllClassesHaveAsManyEntriesAsThePublishedTables) {
+    const auto rows = DataRows("table_sizes.csv");
+    ASSERT_EQ(rows.size(), size_t{TABLEBASE_CLASSES});
+    for (int number = 1; number <= TABLEBASE_CLASSES; number++) {
+        const auto& row = rows[size_t(number - 1)];
+        const TablebaseClass& c = TablebaseClasses[size_t(number)];
+        EXPECT_EQ(c.name, row[0]);
+        EXPECT_EQ(c.symmetric, row[1] == "yes") << row[0];
+        EXPECT_EQ(MainTableEntries(number, WHITE), std::stoull(row[2])) << row[0];
+        EXPECT_EQ(MainTableEntries(number, BLACK), std::stoull(row[3])) << row[0];
+        EXPECT_EQ(TableEntries(number, WHITE) > MainTableEntries(number, WHITE), c.BothHavePawns());
+    }
+    EXPECT_EQ(TableEntries(FindTablebaseClass("kpkp"), BLACK), 3863492u);
+}
+
+TEST_F(TableIndexTest, ImpossiblePositionsHaveNoEntry) {
+    for (const char* fen :
+         {"8/8/8/8/3kK3/8/8/Q7 w - -", // kings side by side
+          "8/8/8/8/3k4/3Q4/8/K7 w - -", "8/8/8/8/3k4/5N2/8/K7 w - -", "8/8/8/8/3k4/2P5/8/K7 w - -"})
+        EXPECT_EQ(EntryOf(fen).index, NO_ENTRY) << fen;
+    EXPECT_NE(EntryOf("8/8/8/8/3k4/3Q4/8/K7 b - -").index, NO_ENTRY);
+}
+
+// With more than one pawn a side no published table tells the order of the entries, but each
+// position must have one of its own within its range.
+TEST_F(TableIndexTest, EnPassantEntriesAreDistinctAndBehindTheOthers) {
+    struct Case {
+        const char* name;
+        Colour side;
+    };
+    for (const Case& c :
+         {Case{"kpkp", WHITE}, Case{"kpkp", BLACK}, Case{"kppkp", WHITE}, Case{"kppkp", BLACK},
+          Case{"kppkpp", WHITE}, Case{"kppkpp", BLACK}, Case{"kpppkp", BLACK}}) {
+        SCOPED_TRACE(std::string(c.name) + (c.side == WHITE ? " w" : " b"));
+        const int number = FindTablebaseClass(c.name);
+        ASSERT_TRUE(PrepareIndex(number, c.side));
+        std::vector<uint64_t> entries;
+        const int rank = c.side == WHITE ? 4 : 3;
+        for (int file = 0; file < 8; file++)
+            std::ranges::copy(EnPassantEntries(number, c.side, rank * 8 + file),
+                              std::back_inserter(entries));
+        std::ranges::sort(entries);
+        EXPECT_GE(entries.size(), 14u);
+        EXPECT_GE(entries.front(), MainTableEntries(number, c.side));
+        EXPECT_LT(entries.back(), TableEntries(number, c.side));
+        EXPECT_EQ(std::ranges::adjacent_find(entries), entries.end());
+    }
+}
