@@ -3,6 +3,7 @@
 //     tarquelin-bench [depth]         searches the positions to that depth (default 11): total
 //                                     nodes, milliseconds, nodes per second
 //     tarquelin-bench perft [depth]   counts move trees (default 6 plies): leaves per second
+//     tarquelin-bench book file       looks positions up in an opening book: time of one look-up
 //
 // Every position is searched from empty tables, so the node count is the same on every machine and
 // for every compiler; a change that must not alter the search must not alter it.
@@ -18,6 +19,7 @@
 #include "board/keys.h"
 #include "board/order_tables.h"
 #include "board/perft.h"
+#include "book_bench.h"
 #include "eval/derived_tables.h"
 #include "eval/king_pawn_bitbase.h"
 #include "platform/clock.h"
@@ -142,6 +144,11 @@ static void BenchPerft(int depth) {
 }
 
 int main(int argc, char** argv) {
+    if (argc > 2 && std::strcmp(argv[1], "book") == 0) {
+        StartEngine();
+        BenchBook(argv[2]);
+        return 0;
+    }
     const bool perft = argc > 1 && std::strcmp(argv[1], "perft") == 0;
     const int given = argc > 1 + perft ? std::atoi(argv[1 + perft]) : 0;
     StartEngine();

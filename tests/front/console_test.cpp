@@ -72,7 +72,7 @@ constexpr Exchange Exchanges[] = {
      "force\ne2e4\nwhite\nundo\nremove\nd2d4\nundo\nblack\ne7e5\nbrd",
      "*R*N*B*Q*K*B*N*R\n*P*P*P*P .*P*P*P\n . . . . . . . .\n . . . .*P . . .\n . . . . P . . .\n"
      " . . . . . . . .\n P P P P . P P P\n R N B Q K B N R\n"},
-    {"no book", "bkm", "No book loaded...\n"},
+    {"no book", "bkm", "Current nhash1 = 62112, nhash2 = 42397\nNo book loaded...\n"},
     {"tablebases", "egtbstat",
      "UseEGTB = TRUE\ntb_path = c:\\tablebases\\\nEGTB files not found\n"},
     {"a static evaluation with its figures", "evl",

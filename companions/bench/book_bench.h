@@ -1,0 +1,6 @@
+// How long a look into an opening book takes.
+#pragma once
+
+// Opens the book, looks up positions of random games and prints how many were found and the time
+// of one look-up and of one choice of a move, in microseconds.
+void BenchBook(const char* path);
