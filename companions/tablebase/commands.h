@@ -19,3 +19,10 @@ int VerifyTables(CommandWords words);
 
 // DIRECTORY: tells what every table holds.
 int ListTables(CommandWords words);
+
+// DIRECTORY [TARGET]: writes the plain tables compressed into the target directory, else beside
+// them, and reads them back. Those that are there stay.
+int CompressTables(CommandWords words);
+
+// DIRECTORY [TARGET]: the other way round.
+int DecompressTables(CommandWords words);

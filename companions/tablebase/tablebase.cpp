@@ -29,6 +29,12 @@ constexpr Command Commands[] = {
     {"verify", "DIRECTORY", "compares the tables with the checksums of the published ones",
      VerifyTables},
     {"list", "DIRECTORY", "tells for every table its size, results and longest mates", ListTables},
+    {"compress", "DIRECTORY [TARGET]",
+     "writes the tables compressed into the target directory, else beside them, about a fifth as\n"
+     "        long, in a form that only this program and the engine read",
+     CompressTables},
+    {"decompress", "DIRECTORY [TARGET]", "turns such compressed tables back into plain ones",
+     DecompressTables},
 };
 
 void PrintHelp(std::FILE* to) {

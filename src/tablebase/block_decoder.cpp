@@ -10,8 +10,15 @@ class BitReader {
 public:
     BitReader(const uint8_t* first, const uint8_t* last) : next(first), end(last) {}
 
-    // At least 56 bits are at hand afterwards.
+    // At least 56 bits are at hand afterwards. Eight bytes at once where there are as many; the
+    // upper bits of the last of them may come again, as they are, with the next ones.
     void Refill() {
+        if (end - next >= 8) {
+            bits |= LoadLittle64(next) << held;
+            next += (63 - held) >> 3;
+            held |= 56;
+            return;
+        }
         while (held <= 56 && next < end) {
             bits |= uint64_t{*next++} << held;
             held += 8;

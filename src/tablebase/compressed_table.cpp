@@ -1,19 +1,10 @@
 #include "tablebase/compressed_table.h"
 
-#include <algorithm>
 #include <cstring>
+#include <memory>
 #include <new>
 
 #include "platform/random_file.h"
-
-namespace {
-
-// The directory is read in pieces of this size.
-constexpr size_t PIECE = 4096;
-
-constexpr size_t DIRECTORY_ENTRY = 2;
-
-} // namespace
 
 size_t DirectoryMemory(uint64_t blocks) {
     return size_t(blocks + 1) * sizeof(uint64_t);
@@ -41,29 +32,29 @@ static TableFault CheckHeader(const uint8_t (&header)[TABLE_HEADER], int& blockS
                                                                           : FAULT_BROKEN;
 }
 
-// Adds the directory up. What a piece's checksum is goes into the next one's.
-static TableFault ReadDirectory(int file, BlockDirectory& directory, uint32_t& checksum) {
-    uint8_t piece[PIECE + 4];
-    uint64_t block = 0;
-    checksum = 0;
-    while (block < directory.blocks) {
-        const uint64_t count =
-            std::min<uint64_t>(PIECE / DIRECTORY_ENTRY, directory.blocks - block);
-        const size_t bytes = size_t(count) * DIRECTORY_ENTRY;
-        const TableFault fault =
-            ReadWhole(file, TABLE_HEADER + block * DIRECTORY_ENTRY, piece, bytes);
-        if (fault != FAULT_NONE)
-            return fault;
-        StoreLittle32(piece + bytes, checksum);
-        checksum = TableChecksum(piece, bytes + 4);
-        for (uint64_t i = 0; i < count; i++, block++) {
-            const uint32_t size = LoadLittle16(piece + i * DIRECTORY_ENTRY);
-            if (size <= BLOCK_HEAD || size > MAX_PACKED_BLOCK)
-                return FAULT_BROKEN;
-            directory.starts[block + 1] = directory.starts[block] + size;
-        }
+// Where the blocks start, from the sizes that the file tells.
+static TableFault SumSizes(const uint8_t* sizes, BlockDirectory& directory) {
+    for (uint64_t block = 0; block < directory.blocks; block++) {
+        const uint32_t size = LoadLittle16(sizes + block * DIRECTORY_ENTRY);
+        if (size <= BLOCK_HEAD || size > MAX_PACKED_BLOCK)
+            return FAULT_BROKEN;
+        directory.starts[block + 1] = directory.starts[block] + size;
     }
     return FAULT_NONE;
+}
+
+static TableFault ReadDirectory(int file, BlockDirectory& directory, uint32_t checksum) {
+    const size_t bytes = size_t(directory.blocks) * DIRECTORY_ENTRY;
+    const std::unique_ptr<uint8_t[]> sizes(new (std::nothrow) uint8_t[bytes]);
+    directory.starts = new (std::nothrow) uint64_t[size_t(directory.blocks) + 1];
+    if (sizes == nullptr || directory.starts == nullptr)
+        return FAULT_MEMORY;
+    directory.starts[0] = TABLE_HEADER + bytes;
+    const TableFault fault = ReadWhole(file, TABLE_HEADER, sizes.get(), bytes);
+    if (fault != FAULT_NONE)
+        return fault;
+    return TableChecksum(sizes.get(), bytes) == checksum ? SumSizes(sizes.get(), directory)
+                                                         : FAULT_BROKEN;
 }
 
 TableFault LoadDirectory(int file, BlockDirectory& directory, int& blockSize) {
@@ -75,19 +66,12 @@ TableFault LoadDirectory(int file, BlockDirectory& directory, int& blockSize) {
     if (fault != FAULT_NONE)
         return fault;
     const uint64_t blocks = LoadLittle32(header + 12);
-    const uint64_t firstBlock = TABLE_HEADER + blocks * DIRECTORY_ENTRY;
     // A file that cannot hold its directory does not get memory for it either.
-    if (firstBlock > uint64_t(fileBytes))
+    if (TABLE_HEADER + blocks * DIRECTORY_ENTRY > uint64_t(fileBytes))
         return FAULT_BROKEN;
     directory = {LoadLittle64(header + 16), blocks, nullptr};
-    directory.starts = new (std::nothrow) uint64_t[size_t(blocks) + 1];
-    if (directory.starts == nullptr)
-        return FAULT_MEMORY;
-    directory.starts[0] = firstBlock;
-    uint32_t checksum = 0;
-    fault = ReadDirectory(file, directory, checksum);
-    if (fault == FAULT_NONE &&
-        (checksum != LoadLittle32(header + 24) || directory.starts[blocks] != uint64_t(fileBytes)))
+    fault = ReadDirectory(file, directory, LoadLittle32(header + 24));
+    if (fault == FAULT_NONE && directory.starts[blocks] != uint64_t(fileBytes))
         fault = FAULT_BROKEN;
     if (fault != FAULT_NONE)
         FreeDirectory(directory);

@@ -18,6 +18,7 @@
 #include "tablebase/block_code.h"
 
 constexpr size_t TABLE_HEADER = 32;
+constexpr size_t DIRECTORY_ENTRY = 2;
 constexpr char TableMagic[] = "TqnTable";
 constexpr size_t MAGIC_BYTES = sizeof TableMagic - 1;
 
