@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cctype>
 #include <iterator>
+#include <random>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -60,12 +62,69 @@ std::string WithColoursSwapped(const std::string& fen) {
     return swapped + (side == "w" ? " b - " : " w - ") + ep;
 }
 
+constexpr Bitboard PAWN_SQUARES = 0x00ffffffffffff00;
+
+Bitboard AllMen(const TablebaseMen& men) {
+    Bitboard all = SquareBit(men.king[0]) | SquareBit(men.king[1]);
+    for (const auto& side : men.men) {
+        for (const Bitboard kind : side)
+            all |= kind;
+    }
+    return all;
+}
+
+// The men of a class on squares of their own.
+TablebaseMen RandomMen(int number, std::mt19937& random) {
+    TablebaseMen men = {{int(random() % 32), 32 + int(random() % 32)}, {}};
+    for (int side = 0; side < 2; side++) {
+        for (int k = 0; k < TB_KINDS; k++) {
+            while (CountBits(men.men[side][k]) < TablebaseClasses[size_t(number)].count[side][k]) {
+                const Bitboard open = (k == TB_PAWN ? PAWN_SQUARES : ~Bitboard{0}) & ~AllMen(men);
+                men.men[side][k] |= SquareBit(int(random() % 64)) & open;
+            }
+        }
+    }
+    return men;
+}
+
+TablebaseMen Mirrored(const TablebaseMen& men) {
+    TablebaseMen mirrored = {{men.king[0] ^ 7, men.king[1] ^ 7}, {}};
+    for (int side = 0; side < 2; side++) {
+        for (int k = 0; k < TB_KINDS; k++) {
+            for (Bitboard rest = men.men[side][k]; rest != 0;)
+                mirrored.men[side][k] |= SquareBit(PopLowest(rest) ^ 7);
+        }
+    }
+    return mirrored;
+}
+
+// Entries of the positions with one man, but no king, on another empty square.
+std::set<uint64_t> EntriesWithOneManElsewhere(int number, Colour side, TablebaseMen men) {
+    std::set<uint64_t> entries;
+    const Bitboard all = AllMen(men);
+    for (auto& ofSide : men.men) {
+        for (int k = 0; k < TB_KINDS; k++) {
+            const Bitboard before = ofSide[k];
+            const Bitboard open = (k == TB_PAWN ? PAWN_SQUARES : ~Bitboard{0}) & ~all;
+            for (Bitboard from = before; from != 0;) {
+                const Bitboard others = before & ~SquareBit(PopLowest(from));
+                for (Bitboard to = open; to != 0;) {
+                    ofSide[k] = others | SquareBit(PopLowest(to));
+                    entries.insert(TableIndex(number, side, men, NO_EN_PASSANT));
+                }
+            }
+            ofSide[k] = before;
+        }
+    }
+    return entries;
+}
+
 // All sets of up to two squares for pawns, without those `taken`.
 std::vector<Bitboard> PawnSets(int size, Bitboard taken) {
     if (size == 0)
         return {0};
     std::vector<Bitboard> sets;
-    for (Bitboard rest = 0x00ffffffffffff00 & ~taken; rest != 0;) {
+    for (Bitboard rest = PAWN_SQUARES & ~taken; rest != 0;) {
         const Bitboard first = SquareBit(PopLowest(rest));
         if (size == 1)
             sets.push_back(first);
@@ -137,6 +196,26 @@ TEST_F(TableIndexTest, ImpossiblePositionsHaveNoEntry) {
           "8/8/8/8/3k4/3Q4/8/K7 w - -", "8/8/8/8/3k4/5N2/8/K7 w - -", "8/8/8/8/3k4/2P5/8/K7 w - -"})
         EXPECT_EQ(EntryOf(fen).index, NO_ENTRY) << fen;
     EXPECT_NE(EntryOf("8/8/8/8/3k4/3Q4/8/K7 b - -").index, NO_ENTRY);
+}
+
+// Beyond four men no published table tells the order of the entries either. What must hold in any
+// order: the mirrored position has the same entry, and no man can go elsewhere within it.
+TEST_F(TableIndexTest, PlacementsOfFiveAndSixMenHaveEntriesOfTheirOwn) {
+    std::mt19937 random(1);
+    for (int number = LAST_FOUR_MEN_CLASS + 1; number <= TABLEBASE_CLASSES; number++) {
+        for (const Colour side : {WHITE, BLACK}) {
+            SCOPED_TRACE(TablebaseClasses[size_t(number)].name + std::string(side ? " b" : " w"));
+            ASSERT_TRUE(PrepareIndex(number, side));
+            const TablebaseMen men = RandomMen(number, random);
+            const uint64_t entry = TableIndex(number, side, men, NO_EN_PASSANT);
+            EXPECT_EQ(TableIndex(number, side, Mirrored(men), NO_EN_PASSANT), entry);
+            if (entry != NO_ENTRY) {
+                EXPECT_LT(entry, MainTableEntries(number, side));
+                EXPECT_EQ(EntriesWithOneManElsewhere(number, side, men).count(entry), 0u);
+            }
+        }
+        ReleaseIndexes();
+    }
 }
 
 // With more than one pawn a side no published table tells the order of the entries, but each
