@@ -119,17 +119,16 @@ std::set<uint64_t> EntriesWithOneManElsewhere(int number, Colour side, Tablebase
     return entries;
 }
 
-// All sets of up to two squares for pawns, without those `taken`.
+// All sets of squares for so many pawns, without those `taken`.
 std::vector<Bitboard> PawnSets(int size, Bitboard taken) {
     if (size == 0)
         return {0};
     std::vector<Bitboard> sets;
     for (Bitboard rest = PAWN_SQUARES & ~taken; rest != 0;) {
         const Bitboard first = SquareBit(PopLowest(rest));
-        if (size == 1)
-            sets.push_back(first);
-        for (Bitboard others = rest; size == 2 && others != 0;)
-            sets.push_back(first | SquareBit(PopLowest(others)));
+        taken |= first;
+        for (const Bitboard others : PawnSets(size - 1, taken))
+            sets.push_back(first | others);
     }
     return sets;
 }
@@ -215,6 +214,20 @@ TEST_F(TableIndexTest, PlacementsOfFiveAndSixMenHaveEntriesOfTheirOwn) {
             }
         }
         ReleaseIndexes();
+    }
+}
+
+TEST_F(TableIndexTest, ThreeLikeMenHaveAnEntryForEverySetOfSquares) {
+    const int number = FindTablebaseClass("kpppk");
+    for (const Colour side : {WHITE, BLACK}) {
+        ASSERT_TRUE(PrepareIndex(number, side));
+        std::set<uint64_t> entries;
+        const std::vector<Bitboard> sets = PawnSets(3, 0);
+        for (const Bitboard pawns : sets)
+            entries.insert(
+                TableIndex(number, side, {{0, 7}, {{0, 0, 0, 0, pawns}}}, NO_EN_PASSANT));
+        EXPECT_EQ(entries.size(), 48u * 47 * 46 / 6);
+        EXPECT_EQ(*entries.rbegin() - *entries.begin() + 1, entries.size());
     }
 }
 
