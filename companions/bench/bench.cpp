@@ -4,6 +4,7 @@
 //                                     nodes, milliseconds, nodes per second
 //     tarquelin-bench perft [depth]   counts move trees (default 6 plies): leaves per second
 //     tarquelin-bench book file       looks positions up in an opening book: time of one look-up
+//     tarquelin-bench tablebase dirs  probes endgame tablebases: time of one probe
 //
 // Every position is searched from empty tables, so the node count is the same on every machine and
 // for every compiler; a change that must not alter the search must not alter it.
@@ -26,6 +27,7 @@
 #include "search/driver.h"
 #include "search/hash_memory.h"
 #include "search/state.h"
+#include "tablebase_bench.h"
 
 namespace {
 
@@ -147,6 +149,11 @@ int main(int argc, char** argv) {
     if (argc > 2 && std::strcmp(argv[1], "book") == 0) {
         StartEngine();
         BenchBook(argv[2]);
+        return 0;
+    }
+    if (argc > 2 && std::strcmp(argv[1], "tablebase") == 0) {
+        StartEngine();
+        BenchTablebases(argv[2]);
         return 0;
     }
     const bool perft = argc > 1 && std::strcmp(argv[1], "perft") == 0;

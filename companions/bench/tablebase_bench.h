@@ -1,0 +1,6 @@
+// How long probes of endgame tablebases take.
+#pragma once
+
+// Probes random positions of the tables of up to four men in the directories of the list, each with
+// its block in the cache and each without, and prints the times of one probe.
+void BenchTablebases(const char* pathList);
