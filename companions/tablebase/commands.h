@@ -13,8 +13,8 @@ constexpr int WRONG_USAGE = 2;
 // four men, that the directory does not hold yet.
 int BuildTables(CommandWords words);
 
-// DIRECTORY: compares every table with the published one, as far as that is known, and otherwise
-// looks for what cannot be.
+// DIRECTORY: compares every table, plain or compressed, with the published one, as far as that is
+// known, and otherwise looks for what cannot be.
 int VerifyTables(CommandWords words);
 
 // DIRECTORY: tells what every table holds.

@@ -17,9 +17,9 @@ void PrintMoves(int moves) {
         std::printf("    -");
 }
 
-void PrintTable(const fs::path& path, int number, Colour side) {
+void PrintTable(const fs::path& path, uintmax_t size, int number, Colour side) {
     const TableSummary summary = SummariseTable(path, number, side);
-    std::printf("%-10s %12" PRIu64, path.filename().string().c_str(), summary.bytes);
+    std::printf("%-14s %12ju", path.filename().string().c_str(), size);
     if (!summary.Plausible()) {
         std::printf("  is no table of this class\n");
         return;
@@ -40,22 +40,17 @@ void PrintTable(const fs::path& path, int number, Colour side) {
 int ListTables(CommandWords words) {
     if (words.size() != 1)
         return WRONG_USAGE;
-    std::printf("%-10s %12s %11s %11s %4s %11s %11s %4s %11s\n", "table", "bytes", "entries",
+    std::printf("%-14s %12s %11s %11s %4s %11s %11s %4s %11s\n", "table", "bytes", "entries",
                 "wins", "max", "draws", "losses", "max", "broken");
     int tables = 0;
     uintmax_t bytes = 0;
-    for (int number = 1; number <= TABLEBASE_CLASSES; number++) {
-        for (const Colour side : {WHITE, BLACK}) {
-            const fs::path path = fs::path(words[0]) / TableFileName(number, side);
-            std::error_code error;
-            if (!fs::exists(path, error))
-                continue;
-            PrintTable(path, number, side);
-            const uintmax_t size = fs::file_size(path, error);
-            bytes += error ? 0 : size;
-            tables++;
-        }
-    }
+    ForEachTableFile(words[0], [&](const fs::path& path, int number, Colour side) {
+        std::error_code error;
+        const uintmax_t size = fs::file_size(path, error);
+        PrintTable(path, error ? 0 : size, number, side);
+        bytes += error ? 0 : size;
+        tables++;
+    });
     std::printf("%d tables, %ju bytes\n", tables, bytes);
     return tables > 0 ? 0 : 1;
 }

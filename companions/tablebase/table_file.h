@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -12,9 +13,17 @@
 // "kqk.nbw" with the first-named side (WHITE) to move, "kqk.nbb" with the other.
 std::string TableFileName(int classNumber, Colour side);
 
+// Compressed tables have this behind their name.
+constexpr const char* COMPRESSED_SUFFIX = ".emd";
+
 // All bytes of a file; false when it cannot be read.
 bool ReadTableFile(const std::filesystem::path& path, std::vector<uint8_t>& bytes);
 
 // Puts a file in place in one step, so that no half-written one ever has its name. What went wrong,
 // or an empty text.
 std::string WriteTableFile(const std::filesystem::path& path, std::span<const uint8_t> bytes);
+
+// Calls `visit` for every table in the directory, plain or compressed, in the order of the classes.
+void ForEachTableFile(const std::filesystem::path& directory,
+                      const std::function<void(const std::filesystem::path& path, int classNumber,
+                                               Colour side)>& visit);

@@ -1,8 +1,11 @@
 #include "table_summary.h"
 
 #include <cstdio>
+#include <span>
 #include <vector>
 
+#include "compressed_file.h"
+#include "table_file.h"
 #include "table_value.h"
 #include "tablebase/table_index.h"
 
@@ -19,20 +22,31 @@ uint64_t Sum(const std::array<uint64_t, 256>& count, TableValue from, TableValue
     return sum;
 }
 
-// Adds the bytes of the file; false when they cannot all be read.
-bool CountBytes(const fs::path& path, TableSummary& summary) {
+void CountBytes(std::span<const uint8_t> bytes, TableSummary& summary) {
+    for (const uint8_t byte : bytes)
+        summary.count[byte]++;
+    summary.bytes += bytes.size();
+}
+
+// Plain tables may be too long for the memory. False when not all can be read.
+bool CountPlainFile(const fs::path& path, TableSummary& summary) {
     std::FILE* const file = std::fopen(path.string().c_str(), "rb");
     if (file == nullptr)
         return false;
     std::vector<uint8_t> part(PART);
-    uint64_t total = 0;
-    while (const size_t got = std::fread(part.data(), 1, part.size(), file)) {
-        for (size_t i = 0; i < got; i++)
-            summary.count[part[i]]++;
-        total += got;
-    }
+    while (const size_t got = std::fread(part.data(), 1, part.size(), file))
+        CountBytes(std::span(part).first(got), summary);
+    const bool read = std::ferror(file) == 0;
     std::fclose(file);
-    return total == summary.bytes;
+    return read;
+}
+
+bool CountCompressedFile(const fs::path& path, TableSummary& summary) {
+    std::vector<uint8_t> plain;
+    if (!ReadCompressedTable(path, plain))
+        return false;
+    CountBytes(plain, summary);
+    return true;
 }
 
 } // namespace
@@ -68,18 +82,13 @@ bool TableSummary::Plausible() const {
 
 TableSummary SummariseTable(const fs::path& path, int classNumber, Colour side) {
     TableSummary summary = {};
-    std::error_code error;
     summary.entries = TableEntries(classNumber, side);
-    summary.bytes = fs::file_size(path, error);
-    if (error) {
-        summary.bytes = 0;
-        return summary;
-    }
+    summary.readable = path.extension() == COMPRESSED_SUFFIX ? CountCompressedFile(path, summary)
+                                                             : CountPlainFile(path, summary);
     const EntryWidth known = TablebaseClasses[size_t(classNumber)].width;
     if (summary.bytes <= summary.entries && known != WIDTH_TWO_BYTES)
         summary.width = 1;
     else if (summary.bytes <= 2 * summary.entries && known != WIDTH_ONE_BYTE)
         summary.width = 2;
-    summary.readable = CountBytes(path, summary);
     return summary;
 }

@@ -1,4 +1,4 @@
-// How often each value stands in a table file, and whether the file can be a table of its class.
+// How often each value stands in a table, and whether it can be a table of its class.
 #pragma once
 
 #include <array>
@@ -8,9 +8,9 @@
 #include "tablebase/classes.h"
 
 struct TableSummary {
-    uint64_t bytes;
+    uint64_t bytes;   // of the plain table
     uint64_t entries; // as many as the class has at most
-    int width;        // bytes per entry, by the size of the file; 0 when it is too long
+    int width;        // bytes per entry, by the table's size; 0 when it is too long
     bool readable;
     // By byte; of tables with one byte per entry.
     std::array<uint64_t, 256> count;
@@ -24,4 +24,5 @@ struct TableSummary {
     bool Plausible() const;
 };
 
+// Of a plain file, or of a compressed one by its name.
 TableSummary SummariseTable(const std::filesystem::path& path, int classNumber, Colour side);

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "compressed_file.h"
 #include "published.h"
 #include "sha256.h"
 #include "table_file.h"
@@ -19,7 +20,9 @@ struct Tally {
 
 bool IsPublishedTable(const fs::path& path, int number, Colour side) {
     std::vector<uint8_t> bytes;
-    return ReadTableFile(path, bytes) && Sha256(bytes) == PublishedSha256(number, side);
+    const bool read = path.extension() == COMPRESSED_SUFFIX ? ReadCompressedTable(path, bytes)
+                                                            : ReadTableFile(path, bytes);
+    return read && Sha256(bytes) == PublishedSha256(number, side);
 }
 
 void VerifyTable(const fs::path& path, int number, Colour side, Tally& tally) {
@@ -42,15 +45,10 @@ int VerifyTables(CommandWords words) {
     if (words.size() != 1)
         return WRONG_USAGE;
     Tally tally = {};
-    for (int number = 1; number <= TABLEBASE_CLASSES; number++) {
-        for (const Colour side : {WHITE, BLACK}) {
-            const fs::path path = fs::path(words[0]) / TableFileName(number, side);
-            std::error_code error;
-            if (fs::exists(path, error))
-                VerifyTable(path, number, side, tally);
-        }
-    }
-    std::printf("%d of %d tables of up to four men are right, %d wrong; %d others\n", tally.right,
-                2 * LAST_FOUR_MEN_CLASS, tally.wrong, tally.plausible);
+    ForEachTableFile(words[0], [&](const fs::path& path, int number, Colour side) {
+        VerifyTable(path, number, side, tally);
+    });
+    std::printf("%d tables of up to four men are right, %d wrong; %d others\n", tally.right,
+                tally.wrong, tally.plausible);
     return tally.wrong == 0 && tally.right + tally.plausible > 0 ? 0 : 1;
 }
