@@ -100,6 +100,21 @@ TEST_F(Files, ThatStandUnderAnotherSpellingAreUpdatedAndNewOnesTakeTheirNameAsIt
     EXPECT_FALSE(fs::exists("New.log"));
 }
 
+TEST_F(Files, OnADriveStandInTheDirectoryThatIsGivenForIt) {
+    setenv("TARQUELIN_DRIVE_X", (directory / "Deep").c_str(), 1);
+    for (const char* const name : {"x:\\book.tqn", "X:BOOK.TQN", "x:/./Book.tqn"})
+        EXPECT_EQ(TextOf(OpenFile(name, "rb")), "Deep/bOok.tqn") << name;
+    FILE* const created = OpenFile("x:\\inner ROOM\\New.csv", "ab");
+    ASSERT_NE(created, nullptr);
+    std::fclose(created);
+    EXPECT_TRUE(fs::exists("Deep/Inner Room/New.csv"));
+    EXPECT_EQ(OpenFile("x:\\", "rb"), nullptr);
+    EXPECT_EQ(OpenFile("x:\\no room\\New.csv", "ab"), nullptr);
+    setenv("TARQUELIN_DRIVE_X", "", 1);
+    EXPECT_EQ(OpenFile("x:\\book.tqn", "rb"), nullptr);
+    unsetenv("TARQUELIN_DRIVE_X");
+}
+
 TEST_F(Files, MayNotBeDirectoriesEvenForWriting) {
     for (const char* const mode : {"rb", "wb", "ab", "rb+"}) {
         SCOPED_TRACE(mode);
