@@ -113,7 +113,7 @@ TEST(PgnGames, ReadTheSameAcrossTheEdgesOfTheBuffer) {
 
 TEST(PgnGames, MayBeLongerThanTheEngineRemembers) {
     std::string text;
-    for (int i = 0; i < MAX_GAME_PLY / 2; i++)
+    for (int i = 0; i < MAX_GAME_PLY; i++)
         text += i % 2 ? "Ng1 Ng8 " : "Nf3 Nf6 ";
     const ScratchDirectory scratch;
     WriteFileText("games.pgn", text + "e4 e5 1-0 1. e4 *");
@@ -123,7 +123,8 @@ TEST(PgnGames, MayBeLongerThanTheEngineRemembers) {
     ASSERT_TRUE(PgnNextGame(*reader, game));
     while (PgnNextMove(*reader, game) == PgnStep::MOVE)
         PgnPlay(game);
-    EXPECT_EQ(game.ply, MAX_GAME_PLY + 2);
+    EXPECT_EQ(game.ply, 2 * MAX_GAME_PLY + 2);
+    EXPECT_LE(Ply, MAX_GAME_PLY);
     EXPECT_TRUE(PgnNextGame(*reader, game));
     EXPECT_FALSE(PgnNextGame(*reader, game));
     PgnClose(*reader);
@@ -137,7 +138,7 @@ TEST(PgnGames, EndInGarbage) {
         "1-0",  "*",  "\\", " ",  "[FEN \"", "8/8/K", "[Event \"", std::string(1, '\0'),
         "\xff", "=Q", "x"};
     uint32_t state = 1;
-    for (int round = 0; round < 300; round++) {
+    for (int round = 0; round < 100; round++) {
         std::string text;
         for (int i = 0; i < 400; i++) {
             state = state * 1664525 + 1013904223;
