@@ -64,7 +64,7 @@ void BookWalk::TryMoves() {
     for (int i = start; i < end; i++) {
         const Move move = MoveStack[i].move;
         MakeMove(move, true);
-        if (!Note(here.step, move, NO_MOVE))
+        if (!Note(here.step, move, NO_MOVE) && place(MoveStack[i]) != moves.end())
             TryReplies(here.step, move);
         UnmakeMove();
     }

@@ -9,8 +9,8 @@
 #include "book_image.h"
 
 // Takes every reachable position once, main lines first. A way may have moves that the book does
-// not tell: one from any position of the book, and a reply to that, so that the walk finds its way
-// through books of one side's moves only.
+// not tell: any from one position of the book to another, and any that answers a move of the book,
+// so that the walk finds its way through books of one side's moves only.
 class BookWalk {
 public:
     explicit BookWalk(const BookImage& image);

@@ -116,7 +116,10 @@ static std::error_code WriteFile(const char* path, Entries entries, const BookCo
 bool WriteBook(const char* path, Entries entries) {
     const BookCounts counts = CountEntries(entries);
     std::error_code error;
-    if (counts.FileSize() > UINT32_MAX)
+    // A new file may take the place of a file, never that of a device.
+    if (fs::exists(path, error) && !fs::is_regular_file(path, error))
+        error = std::make_error_code(std::errc::not_supported);
+    else if (counts.FileSize() > UINT32_MAX)
         error = std::make_error_code(std::errc::file_too_large);
     else
         error = WriteFile(path, entries, counts);

@@ -61,6 +61,8 @@ constexpr Option Options[] = {
      TakeGames<&JudgementRules::minPositionGames>},
     {"--min-score", "PERCENT", "kill moves that have scored less (0)",
      [](const char* text) { return ReadNumber(text, 0, 100, Settings.judgement.minScore); }},
+    {"--min-share", "PERCENT", "kill moves played in a smaller share of the games (0)",
+     [](const char* text) { return ReadNumber(text, 0, 100, Settings.judgement.minShare); }},
     {"--drop", nullptr, "leave out what would be killed",
      [](const char*) { return Settings.judgement.dropBad = true; }},
     {"--most", "HALFPOINTS", "scale statistics down to this (254)",
@@ -69,11 +71,13 @@ constexpr Option Options[] = {
      [](const char* text) { return (Settings.weights = text) != nullptr; }},
     {"--prior", "HALFPOINTS", "what a score counts like (40)",
      TakePoints<&JudgementRules::priorPoints>},
-    {"--worst-score", "CP", "kill moves that leave less than this (-100)",
+    {"--ten-to-one", "CP", "the score of who gets ten points to one (400)",
+     [](const char* text) { return ReadNumber(text, 1, 10000, Settings.judgement.tenToOne); }},
+    {"--worst-score", "CP", "kill moves that leave less than this (-70)",
      TakeScore<&JudgementRules::worstScore>},
     {"--bad-score", "CP", "kill moves that leave less than this (-40) ...",
      TakeScore<&JudgementRules::badScore>},
-    {"--worst-loss", "CP", "... and so much less than the best (60)",
+    {"--worst-loss", "CP", "... and so much less than the best (25)",
      TakeScore<&JudgementRules::worstLoss>},
     {"--keep-unknown", nullptr, "do not kill moves to positions without a score",
      [](const char*) { return Settings.judgement.keepUnknown = true; }},
@@ -94,6 +98,7 @@ static int Build(const Files& files) {
     MoveCounter counter;
     if (Settings.weights != nullptr && !counter.searched.Read(Settings.weights))
         return 1;
+    counter.searched.BackUpScores();
     for (const char* const path : files) {
         const auto count = HasGames(path) ? CountGames : CountLines;
         if (!count(path, Settings.sources, counter))

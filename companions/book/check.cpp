@@ -8,6 +8,7 @@
 #include "book_walk.h"
 #include "commands.h"
 #include "coordinates.h"
+#include "progress.h"
 
 namespace {
 
@@ -86,9 +87,12 @@ static bool LegalAfterSomeWay(const ImageMove& move) {
            (PieceBB[PAWN][ChangeSide(SideToMove)] & SquareBit(passed)) != 0;
 }
 
-static uint32_t CheckReachable(const BookImage& book) {
+static uint32_t CheckReachable(const BookImage& book, const char* path) {
     uint32_t reached = 0;
+    Progress progress(path, book.Positions());
     for (BookWalk walk(book); walk.Next(); reached++) {
+        if (progress.Due())
+            progress.Tell(reached, reached, "positions");
         for (const ImageMove& move : walk.Moves()) {
             if (!LegalAfterSomeWay(move))
                 Fault("record %u: %s is not legal after \"%s\"\n", walk.Record(),
@@ -106,7 +110,7 @@ static int Check(const Files& files) {
         return 1;
     CheckOrder(book);
     CheckNodes(book);
-    const uint32_t reached = CheckReachable(book);
+    const uint32_t reached = CheckReachable(book, files[0]);
     std::printf("%s: %u positions, %u of them not reached from the starting position, %" PRIu64
                 " faults\n",
                 files[0], book.Positions(), book.Positions() - reached, FaultCount);

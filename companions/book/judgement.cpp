@@ -9,9 +9,6 @@ namespace {
 
 using Moves = std::span<MoveCount>; // of one position
 
-// Of logistic scores: an advantage of so many centipawns makes ten points to one.
-constexpr double CENTIPAWNS_OF_TEN_TO_ONE = 400;
-
 } // namespace
 
 uint16_t StatisticsWord(uint64_t won, uint64_t lost, int most) {
@@ -24,12 +21,12 @@ uint16_t StatisticsWord(uint64_t won, uint64_t lost, int most) {
     return uint16_t(won | lost << 8);
 }
 
-static void AddPriorPoints(MoveCount& move, int points) {
+static void AddPriorPoints(MoveCount& move, const JudgementRules& rules) {
     if (move.score == NO_SCORE)
         return;
-    const double expectation = 1 / (1 + std::pow(10.0, -move.score / CENTIPAWNS_OF_TEN_TO_ONE));
-    const auto won = uint32_t(std::lround(points * expectation));
-    move.AddPoints(won, uint32_t(points) - won);
+    const double expectation = 1 / (1 + std::pow(10.0, -double(move.score) / rules.tenToOne));
+    const auto won = uint32_t(std::lround(rules.priorPoints * expectation));
+    move.AddPoints(won, uint32_t(rules.priorPoints) - won);
 }
 
 // The best that the side to move has, as far as it was searched.
@@ -56,6 +53,11 @@ static bool TooFew(uint64_t games, int least) {
     return games > 0 && games < uint64_t(least);
 }
 
+// A move that only a search or another book knows has no games to be compared.
+static bool RarelyPlayed(const MoveCount& move, uint64_t gamesHere, const JudgementRules& rules) {
+    return move.games > 0 && uint64_t{move.games} * 100 < gamesHere * uint64_t(rules.minShare);
+}
+
 static uint64_t GamesOf(Moves moves) {
     uint64_t games = 0;
     for (const MoveCount& move : moves)
@@ -65,14 +67,15 @@ static uint64_t GamesOf(Moves moves) {
 
 static void JudgePosition(Moves moves, const SearchedPositions& searched,
                           const JudgementRules& rules, std::vector<BookEntry>& entries) {
-    if (TooFew(GamesOf(moves), rules.minPositionGames))
+    const uint64_t games = GamesOf(moves);
+    if (TooFew(games, rules.minPositionGames))
         return;
     const int best = BestScore(moves, searched);
     for (MoveCount& move : moves) {
-        AddPriorPoints(move, rules.priorPoints);
+        AddPriorPoints(move, rules);
         if (!searched.All().empty() && SearchedAsBad(move, best, rules))
             move.killed = 1;
-        if (ScoresTooLittle(move, rules))
+        if (ScoresTooLittle(move, rules) || RarelyPlayed(move, games, rules))
             move.killed = 1;
     }
     // From the move that should be played when nothing is weighed to those that should not be.

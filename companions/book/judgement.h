@@ -14,13 +14,15 @@ struct JudgementRules {
     int minGames = 1;         // of a move
     int minPositionGames = 1; // of all moves of a position
     int minScore = 0;         // percent of the points
+    int minShare = 0;         // percent of the position's games in which a move was played
     bool dropBad = false;     // what is too bad is left out, not killed
     int mostPoints = 254;     // that a byte of the statistics may hold, 1..254
     // Of moves that lead to searched positions:
     int priorPoints = 40;     // half-points that a score counts like, 0..254
-    int worstScore = -100;    // a move that leaves less is too bad, in centipawns
+    int tenToOne = 400;       // centipawns by which a side is ahead that makes ten points to one
+    int worstScore = -70;     // a move that leaves less is too bad, in centipawns
     int badScore = -40;       // and so is one that leaves less than this
-    int worstLoss = 60;       // and so much less than the best
+    int worstLoss = 25;       // and so much less than the best
     bool keepUnknown = false; // moves to positions that nobody has searched are kept
 };
 

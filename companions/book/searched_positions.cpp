@@ -1,10 +1,14 @@
 #include "searched_positions.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <string_view>
 
 #include "board/fen.h"
+#include "board/generate.h"
+#include "board/legal_moves.h"
+#include "board/make_move.h"
 #include "text_lines.h"
 
 static uint64_t Join(BookKeys keys) {
@@ -44,6 +48,48 @@ bool SearchedPositions::Read(const char* path) {
         positions.push_back(std::move(position));
     }
     return true;
+}
+
+// Where the legal moves of the position on the board lead.
+static std::vector<uint64_t> SuccessorsHere() {
+    std::vector<uint64_t> successors;
+    const int start = MoveStackTop;
+    const int end = start + GenerateLegalMoves();
+    for (int i = start; i < end; i++) {
+        MakeMove(MoveStack[i].move, true);
+        successors.push_back(Join(KeysOfPosition()));
+        UnmakeMove();
+    }
+    MoveStackTop = start;
+    return successors;
+}
+
+// One round; false when no score has changed.
+bool SearchedPositions::RaiseScores(std::span<const std::vector<uint64_t>> successors) {
+    std::unordered_map<uint64_t, int> raised = scores;
+    for (size_t i = 0; i < positions.size(); i++) {
+        positions[i].SetUp();
+        int& score = raised[Join(KeysOfPosition())];
+        score = positions[i].score;
+        for (const uint64_t next : successors[i]) {
+            if (const auto found = scores.find(next); found != scores.end())
+                score = std::max(score, -found->second);
+        }
+    }
+    std::swap(scores, raised);
+    return scores != raised;
+}
+
+void SearchedPositions::BackUpScores() {
+    // Lines are not longer; moves to and fro might go on for ever.
+    constexpr int mostRounds = 50;
+    std::vector<std::vector<uint64_t>> successors;
+    for (const SearchedPosition& position : positions) {
+        position.SetUp();
+        successors.push_back(SuccessorsHere());
+    }
+    for (int round = 0; round < mostRounds && RaiseScores(successors); round++) {
+    }
 }
 
 std::optional<int> SearchedPositions::Score(BookKeys position) const {

@@ -32,6 +32,9 @@ public:
     // Adds a file; false, with a message, when it cannot be opened. Lines that cannot be understood
     // are named and passed over.
     bool Read(const char* path);
+    // Raises the score of every position to what the best move to another of them promises: a
+    // search from further down the line knows more.
+    void BackUpScores();
     std::span<const SearchedPosition> All() const {
         return positions;
     }
@@ -39,6 +42,8 @@ public:
     std::optional<int> Score(BookKeys position) const;
 
 private:
+    bool RaiseScores(std::span<const std::vector<uint64_t>> successors);
+
     std::vector<SearchedPosition> positions;
     std::unordered_map<uint64_t, int> scores; // by both keys
 };

@@ -174,6 +174,7 @@ static int SurveyBook(const Files& files) {
         return BadUsage(SurveyCommand, "Needs one book");
     if (!book.Read(files[0]) || (Settings.weights != nullptr && !searched.Read(Settings.weights)))
         return 1;
+    searched.BackUpScores();
     PrintFirstMoves(book);
     for (const Colour side : {WHITE, BLACK}) {
         Survey survey(book, searched, side);
