@@ -37,12 +37,16 @@ static bool BeginsWith(std::string_view name, std::string_view beginning) {
     return SameText(name.substr(0, beginning.size()), beginning);
 }
 
-static PgnResult ResultFrom(std::string_view value) {
-    if (value.starts_with("1-"))
-        return PGN_WHITE_WON;
-    if (value.starts_with("0-"))
-        return PGN_BLACK_WON;
-    return value.starts_with("1/") ? PGN_DRAWN : PGN_UNKNOWN_RESULT;
+// What is no result leaves the one that is known.
+static void NoteResult(std::string_view value, PgnResult& result) {
+    if (value.starts_with("*"))
+        result = PGN_UNKNOWN_RESULT;
+    else if (value.starts_with("1-"))
+        result = PGN_WHITE_WON;
+    else if (value.starts_with("0-"))
+        result = PGN_BLACK_WON;
+    else if (value.starts_with("1/"))
+        result = PGN_DRAWN;
 }
 
 // The decimal number at the beginning, 0 where there is none; cut to what no game reaches.
@@ -61,7 +65,7 @@ static int32_t NumberFrom(std::string_view value) {
 // whole names.
 static void NoteTag(const PgnTag& tag, PgnGame& game, SetUp& setUp) {
     if (BeginsWith(tag.name, "Result"))
-        game.result = ResultFrom(tag.value);
+        NoteResult(tag.value, game.result);
     else if (BeginsWith(tag.name, "PlyCount"))
         game.plyCount = NumberFrom(tag.value);
     else if (SameText(tag.name, "FEN"))

@@ -64,9 +64,9 @@ TEST(EpdEvaluate, PrintsAScoreForEachLineAndCopiesEveryTenth) {
 
 TEST(EpdEvaluate, TakesBrokenLinesAsTheyAre) {
     const ScratchDirectory scratch;
-    WriteFileText("a.epd", std::string("\n\nrrrrrrrrrrrrr/KKKK w KQkq e5\nk7/8 b\n\0\xff w - -\n"
-                                       "QQQQQQQQ/QQQQQQQQ/QQQQQQQQ/k6K w",
-                                       87));
+    constexpr char text[] = "\n\nrrrrrrrrrrrrr/KKKK w KQkq e5\nk7/8 b\n\0\xff w - -\n"
+                            "QQQQQQQQ/QQQQQQQQ/QQQQQQQQ/k6K w";
+    WriteFileText("a.epd", std::string(text, sizeof text - 1));
     EXPECT_EQ(Split(PrintedBy(EpdEvaluate, "a.epd"), '\n').size(), 6U);
     std::filesystem::create_directory("out");
     std::filesystem::remove("out.epd");

@@ -61,6 +61,7 @@ TEST(PgnGames, SurviveWhatRealFilesHold) {
          "1: e4 e5 d4 /0 0 \n"},
         {"tags with brackets, quotes and cuts",
          "[Annotator \"[a] \\\"b\\\" ]\"]\n[white \"Me [7] \\\"x\\\"\"]\n[result \"0-1\"\n"
+         "[ResultDetail \"time\"]\n"
          "[PLYCOUNT 12]\n\ne4 *",
          "1: e4 /2 12 Me [7] \"x\"\n"},
         {"games without moves, without results, without tags",
