@@ -286,4 +286,14 @@ TEST_F(BookCompanion, BuildsTheShippedBookFromItsSources) {
     EXPECT_EQ(built.status, 0) << built.text;
     EXPECT_TRUE(FileText("b.tqn") == FileText(data + "Book.tqn"));
     EXPECT_TRUE(Run("check b.tqn").Says("0 of them not reached")) << FileText("out");
+    // Some variety at the first move, and nothing that is bad by the searches.
+    const Outcome survey = Run("survey --worst 1 --weights " + lines + "weights.tsv b.tqn");
+    const std::string first = survey.text.substr(0, survey.text.find('\n'));
+    for (const char* move : {"e2e4", "d2d4", "g1f3", "c2c4"})
+        EXPECT_NE(first.find(move), std::string::npos) << first;
+    for (const char* side : {"as White\n", "as Black\n"}) {
+        const size_t worst = survey.text.find(side);
+        ASSERT_NE(worst, std::string::npos) << survey.text;
+        EXPECT_GE(std::stoi(survey.text.substr(worst + std::string(side).size())), -70);
+    }
 }
