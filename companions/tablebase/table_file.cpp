@@ -23,7 +23,9 @@ bool ReadTableFile(const fs::path& path, std::vector<uint8_t>& bytes) {
     if (file == nullptr)
         return false;
     bytes.resize(size);
-    const bool read = std::fread(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    // Neither reading nor writing nothing may be given a null pointer.
+    const bool read =
+        bytes.empty() || std::fread(bytes.data(), 1, bytes.size(), file) == bytes.size();
     std::fclose(file);
     return read;
 }
@@ -34,7 +36,8 @@ std::string WriteTableFile(const fs::path& path, std::span<const uint8_t> bytes)
     if (file == nullptr)
         return unfinished.string() + ": " + std::strerror(errno);
     errno = 0;
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    const bool written =
+        bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
     int trouble = errno;
     // A full disk may show when the last bytes leave the buffer.
     const bool closed = std::fclose(file) == 0;

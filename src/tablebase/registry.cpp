@@ -46,6 +46,7 @@ static void ForgetTables() {
         }
     }
     ReleaseIndexes();
+    FreeDecodeBlock();
 }
 
 // Bytes that the registered tables take beside the cache.

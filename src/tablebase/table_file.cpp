@@ -32,6 +32,11 @@ size_t DecodeBlockBytes() {
     return DecodeMemory == nullptr ? 0 : sizeof *DecodeMemory;
 }
 
+void FreeDecodeBlock() {
+    delete DecodeMemory;
+    DecodeMemory = nullptr;
+}
+
 static void AllocateDecodeBlock() {
     if (DecodeMemory != nullptr)
         return;

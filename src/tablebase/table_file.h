@@ -37,6 +37,8 @@ void CloseTable(TableFile* table);
 // Memory that decoding takes beside the directories, in bytes: none before the first compressed
 // table.
 size_t DecodeBlockBytes();
+// Gives it back, when no compressed table is open any more.
+void FreeDecodeBlock();
 
 // Reads a block of the plain table, TABLE_BLOCK bytes or as many as are left at its end, with one
 // read from the file. Returns how many there are; 0 when it cannot be read or holds values that

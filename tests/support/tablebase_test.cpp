@@ -1,0 +1,67 @@
+#include "support/tablebase_test.h"
+
+#include "board/fen.h"
+#include "board/position.h"
+#include "eval/flipped_fen.h"
+#include "support/engine_setup.h"
+#include "tablebase/block_cache.h"
+#include "tablebase/classes.h"
+#include "tablebase/probe.h"
+#include "tablebase/registry.h"
+#include "tablebase/table_index.h"
+
+const char* const ThreeMenTables = TARQUELIN_SOURCE_DIR "/tests/data/tablebases";
+
+void TablebaseTest::SetUp() {
+    SetUpEngineTables();
+}
+
+void TablebaseTest::TearDown() {
+    RegisterTablebases("");
+    LargestTablebase = 0;
+    FreeTablebaseCache();
+    SetStartPosition();
+}
+
+int TablebaseTest::Register(const std::string& pathList) {
+    LargestTablebase = RegisterTablebases(pathList.c_str());
+    AllocateTablebaseCache(DEFAULT_EGTB_CACHE);
+    return LargestTablebase;
+}
+
+std::string TablebaseTest::Complaint(const std::string& pathList) {
+    testing::internal::CaptureStdout();
+    Register(pathList);
+    return testing::internal::GetCapturedStdout();
+}
+
+std::string ThreeMenTable(const std::string& name) {
+    return FileText(std::string(ThreeMenTables) + "/" + name);
+}
+
+int32_t ProbedScore(const char* fen) {
+    LoadFen(fen);
+    int32_t score = 0;
+    return ProbeTablebase(SideToMove, score) ? score : NOT_FOUND;
+}
+
+std::string FlippedFen(const std::string& fen) {
+    LoadFen(fen.c_str());
+    std::string flipped = FlippedFen();
+    if (!IsDoubleStep(LastMove()))
+        return flipped;
+    const int ep = To(LastMove()) ^ 56;
+    flipped.pop_back();
+    return flipped + char('a' + FileOf(ep)) + char('1' + RankOf(ep));
+}
+
+std::string TableWith(const char* fen, Colour side, char entry) {
+    LoadFen(fen);
+    bool swapped = false;
+    const int number = FindTablebaseClass(PieceCount, swapped);
+    PrepareIndex(number, side);
+    const int ep = IsDoubleStep(LastMove()) ? To(LastMove()) : NO_EN_PASSANT;
+    std::string table(TableEntries(number, side), '\0');
+    table.at(TableIndex(number, side, CollectTablebaseMen(swapped), ep)) = entry;
+    return table;
+}
