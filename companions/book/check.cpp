@@ -52,7 +52,7 @@ static void CheckMoves(const std::vector<ImageMove>& moves, uint32_t record) {
 
 // Where nodes share bytes, learning in one position would change the other.
 static void CheckNodes(const BookImage& book) {
-    std::vector<std::pair<size_t, size_t>> places; // begin and end
+    std::vector<std::pair<uint32_t, size_t>> places; // begin and end
     std::vector<ImageMove> moves;
     for (uint32_t i = 0; i < book.Positions(); i++) {
         const uint32_t offset = book.Record(i).nodeOffset;
@@ -66,7 +66,7 @@ static void CheckNodes(const BookImage& book) {
     std::ranges::sort(places);
     for (size_t i = 1; i < places.size(); i++) {
         if (places[i].first < places[i - 1].second)
-            Fault("two nodes share the byte at %zu\n", places[i].first);
+            Fault("two nodes share the byte at %u\n", places[i].first);
     }
 }
 
