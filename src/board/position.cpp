@@ -176,6 +176,6 @@ void ForgetOldHistory() {
         return;
     const int kept = MAX_GAME_PLY / 2;
     std::copy(UndoStack + Ply - kept, UndoStack + Ply, UndoStack);
+    SetupPly = std::max(SetupPly - (Ply - kept), 0);
     Ply = kept;
-    SetupPly = 0;
 }

@@ -166,4 +166,9 @@ TEST_F(PositionTest, GamesOutlastTheRecords) {
     }
     EXPECT_EQ(PosKey, startKey);
     EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
+    Ply = MAX_GAME_PLY;
+    SetupPly = MAX_GAME_PLY - 3;
+    ForgetOldHistory();
+    EXPECT_EQ(SetupPly, Ply - 3) << "what was set up late in the game stays its beginning";
+    SetStartPosition();
 }
