@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
 
 #include "board/fen.h"
 #include "board/make_move.h"
@@ -32,6 +31,7 @@ constexpr int LAST_LOOKED_UP_PLY = 120;
 constexpr int PLY_UNITS = 60;
 constexpr int ROOT_EXTRA = 30;
 constexpr int32_t WIDEST_SCORE = 32700;
+constexpr size_t FEN_SIZE = 128; // bytes
 
 struct NotedPosition {
     LearningKeys keys = {};
@@ -39,14 +39,15 @@ struct NotedPosition {
     int32_t oldScore = 0;
     int32_t newScore = 0;
     int32_t depth = 0; // 1/60 ply
-    std::string fen;
+    char fen[FEN_SIZE] = "";
 };
 
 constexpr int MAX_NOTED = 3;
 constinit NotedPosition Noted[MAX_NOTED] = {};
 constinit int NotedCount = 0;
-// When the latest was noted; a game that is not as long any more is another one.
-constinit int NotedAtPly = 0;
+// Where the latest stood in its game, and its key.
+constinit int NotedPly = 0;
+constinit uint64_t NotedKey = 0;
 constinit int LoggedCount = 0; // lines of the log in this run
 
 } // namespace
@@ -63,7 +64,7 @@ static void Log(const char* what, const NotedPosition& noted) {
         return;
     std::fprintf(file, "%d%c%s Depth = %d%cOldEvaluation = %d%cEvaluaton = %d%cFEN = %s\n",
                  LoggedCount++, '\t', what, noted.depth, '\t', noted.oldScore, '\t', noted.newScore,
-                 '\t', noted.fen.c_str());
+                 '\t', noted.fen);
     std::fclose(file);
 }
 
@@ -96,7 +97,17 @@ static void NotePosition(int32_t oldScore, int32_t newScore, int32_t depth) {
     LearnedPosition known;
     if (LookUpLearned(keys, known) != 0 && known.depth >= depth)
         return;
-    Noted[NotedCount++] = {keys, UndoStack[Ply].move, oldScore, newScore, depth, WriteFen()};
+    NotedPosition& noted = Noted[NotedCount++];
+    noted = {keys, UndoStack[Ply].move, oldScore, newScore, depth, ""};
+    std::snprintf(noted.fen, FEN_SIZE, "%s", WriteFen().c_str());
+    NotedPly = Ply;
+    NotedKey = PosKey;
+}
+
+// Whether the game on the board has gone on from the one in which the latest was noted.
+static bool NotedInThisGame() {
+    return NotedCount > 0 && Ply > NotedPly + 3 && UndoStack[NotedPly].posKey == NotedKey &&
+           UndoStack[NotedPly].move == Noted[NotedCount - 1].move;
 }
 
 // Whether the searches were those of the engine's last two moves in this game: moves taken back,
@@ -120,7 +131,6 @@ static void NoteFall(const SearchRecord& before, const SearchRecord& last, int32
     NotePosition(before.score, last.score, depth * PLY_UNITS + ROOT_EXTRA);
     while (Ply < end)
         MakeMove(UndoStack[Ply].move, true);
-    NotedAtPly = end;
 }
 
 static bool GameHolds(std::span<const SearchRecord> searches) {
@@ -132,7 +142,7 @@ static bool GameHolds(std::span<const SearchRecord> searches) {
 void LearnFromSearches(std::span<const SearchRecord> searches, int32_t depth) {
     if (!PositionLearning || searches.empty())
         return;
-    if (Ply <= NotedAtPly)
+    if (!NotedInThisGame())
         ForgetNotedPositions();
     const SearchRecord& last = searches.back();
     if (NotedCount > 0 && last.score < GOING_WRONG)
@@ -149,7 +159,9 @@ bool LearnedEvaluation(int32_t depth, int32_t& evaluation) {
     LearnedPosition learned;
     if (LookUpLearned(LearningKeysOf(PosKey), learned) == 0 || learned.depth < depth)
         return false;
-    evaluation = learned.evaluation;
     // A damaged file may hold what no search has ever returned.
-    return std::abs(int64_t{evaluation}) <= WIDEST_SCORE;
+    if (std::abs(int64_t{learned.evaluation}) > WIDEST_SCORE)
+        return false;
+    evaluation = learned.evaluation;
+    return true;
 }

@@ -20,5 +20,6 @@ void LearnFromSearches(std::span<const SearchRecord> searches, int32_t depth);
 void ForgetNotedPositions();
 
 // Whether the position on the board has been learned at least as deep as `depth` (1/60 ply), with
-// its evaluation for the side to move. Only positions that could have been noted are looked up.
+// its evaluation for the side to move, which is left alone otherwise. Only positions that could
+// have been noted are looked up.
 bool LearnedEvaluation(int32_t depth, int32_t& evaluation);

@@ -150,10 +150,22 @@ TEST_F(PositionLearningTest, OtherGamesAndMovesTakenBackAreNotMixedUp) {
     EXPECT_EQ(MoveText(found.move), "d2d4");
 }
 
+TEST_F(PositionLearningTest, WhatWasNotedIsForgottenWithItsGame) {
+    EngineMoves("e2e4", 60, 9);
+    Reply("e7e5");
+    EngineMoves("d1h5", 0, 9);
+    SetStartPosition();
+    for (const char* move : {"d2d4", "d7d5", "g1f3", "g8f6", "c1f4", "c8f5"})
+        Reply(move);
+    EngineMoves("e2e3", -500, 9);
+    EXPECT_EQ(EntriesInFile(), 0u) << "the other game is going wrong";
+}
+
 TEST_F(PositionLearningTest, DamagedEvaluationsAreNotUsed) {
     AddLearned(LearningKeysOf(PosKey), {1000, INT32_MIN, NO_MOVE});
-    int32_t evaluation = 0;
+    int32_t evaluation = 7;
     EXPECT_FALSE(LearnedEvaluation(400, evaluation));
+    EXPECT_EQ(evaluation, 7);
 }
 
 } // namespace
