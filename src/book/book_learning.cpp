@@ -76,7 +76,7 @@ static void CreditMove(Move move, BookResult result) {
 }
 
 void LearnBook(BookResult result) {
-    if (!UseBookLearning || !BookOpen || BookLearned)
+    if (!UseBookLearning || !BookOpen || BookIsVersion0 || BookLearned)
         return;
     const int end = Ply;
     while (Ply - 2 >= SetupPly) {

@@ -11,7 +11,7 @@ extern bool BookLearned;
 
 // Credits the result to the book moves that the side to move has played in this game, the latest
 // first, and leaves the position as it was. Nothing happens when book learning is off, no book is
-// open or this game has taught it already.
+// open, the book has no room for results (version 0), or this game has taught it already.
 void LearnBook(BookResult result);
 
 // Learns from the score of a search of the position on the board, in centipawns, when it shows

@@ -97,6 +97,7 @@ void LearnAnnouncedDraw() {
     if (DrawToLearn)
         LearnBook(BOOK_DRAWN);
     DrawToLearn = false;
+    FoundDrawCount = 0;
 }
 
 // What the book has brought the engine into is told by its scores long before a mate. Meant so:

@@ -9,8 +9,9 @@ void FindDraws();
 // plays on if asked.
 void AnnounceDraws();
 
-// Lets a draw that was announced teach the opening book, once. The position on the board must be
-// the game's: in the middle of a search it has to wait.
+// Lets a draw that was announced teach the opening book, once, and forgets one that was found but
+// not announced: a prediction that has failed. The position on the board must be the game's: in
+// the middle of a search it has to wait.
 void LearnAnnouncedDraw();
 
 // Announces that the side to move has no legal move, mate or stalemate, and lets the opening book

@@ -25,6 +25,7 @@ static void AnnounceDrawsOfGame() {
 }
 
 static void AnnounceEndOfGame() {
+    LearnAnnouncedDraw();
     if (!PonderingOnPrediction)
         AnnounceGameOver();
 }
@@ -38,8 +39,10 @@ static void AnnounceChosenMove(Move move, bool fromBook) {
         AnnounceMove(move, fromBook);
 }
 
-// A search that has pondered in vain so far has a variation to show all the same.
+// The interface may have answered the announcement of a draw with the end of the game. A search
+// that has pondered in vain so far has a variation to show all the same.
 static void KeepMove() {
+    LearnAnnouncedDraw();
     if (UciMode && GoPonder)
         PrintUciVariation(true, BOUND_EXACT);
 }

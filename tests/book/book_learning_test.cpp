@@ -12,7 +12,9 @@
 #include "book/book_settings.h"
 #include "front/adjudication.h"
 #include "front/game.h"
+#include "front/host_functions.h"
 #include "front/notation.h"
+#include "search/host.h"
 #include "support/book_file.h"
 #include "support/engine_setup.h"
 #include "support/recompute.h"
@@ -150,9 +152,18 @@ TEST_F(BookLearning, AnnouncedDrawsAndMatesAreDraws) {
     testing::internal::CaptureStdout();
     FindDraws();
     LearnAnnouncedDraw();
-    EXPECT_EQ(Statistics("g1f3"), 0) << "found, not announced yet";
     AnnounceDraws();
     LearnAnnouncedDraw();
+    EXPECT_EQ(Statistics("g1f3"), 0) << "found, but not announced in time";
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    testing::internal::CaptureStdout();
+    FindDraws();
+    AnnounceDraws();
+    EXPECT_EQ(Statistics("g1f3"), 0) << "announced in the middle of a search";
+    const SearchHost host = Host;
+    InstallHostFunctions();
+    Host.withholdMove();
+    Host = host;
     EXPECT_EQ(Statistics("g1f3"), Points(2, 2)) << "played twice in this game";
     BookLearned = false;
     LearnAnnouncedDraw();
@@ -164,6 +175,16 @@ TEST_F(BookLearning, AnnouncedDrawsAndMatesAreDraws) {
     AnnounceGameOver();
     testing::internal::GetCapturedStdout();
     EXPECT_EQ(Statistics("f2f3"), Points(1, 1));
+}
+
+// A settings file may switch learning on again behind the book's name.
+TEST_F(BookLearning, AVersion0BookStaysAsItIs) {
+    const std::string bytes = BookBytes(0, {{Start, {{"d2d4", 7}, {"e2e4", 7}, {"c2c4", 7}}}});
+    Open(bytes);
+    UseBookLearning = true;
+    Play("e2e4 e7e5");
+    LearnBook(BOOK_LOST);
+    EXPECT_EQ(FileText("test.tqn"), bytes);
 }
 
 TEST_F(BookLearning, ABookThatMayOnlyBeReadStaysAsItIs) {
