@@ -37,8 +37,7 @@ static std::vector<std::string> RandomPositions() {
         }
     }
     std::ranges::sort(fens);
-    const auto [first, last] = std::ranges::unique(fens);
-    fens.erase(first, last);
+    fens.erase(std::unique(fens.begin(), fens.end()), fens.end());
     std::ranges::shuffle(fens, random);
     return fens;
 }
