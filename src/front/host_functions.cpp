@@ -15,10 +15,10 @@ static bool InputWaiting() {
     return LineWaiting() || StandardInputWaiting() != 0;
 }
 
-// A predicted position has not arisen yet, so that nothing is announced of it.
+// A predicted position has not arisen yet, so that nothing is announced of it, or learned from it.
 static void AnnounceDrawsOfGame() {
     FindDraws();
-    if (PonderingOnPrediction)
+    if (GoPonder)
         return;
     AnnounceDraws();
     LearnAnnouncedDraw();

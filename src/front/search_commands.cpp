@@ -56,6 +56,7 @@ static After AnswerReady(const std::string&) {
 
 static After PonderHit(const std::string&) {
     GoPonder = false;
+    AnnounceDraws();
     return After::NEXT_LINE;
 }
 
