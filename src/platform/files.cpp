@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -31,6 +32,10 @@ uint64_t SeekEnd(FILE* file) {
 #else
 
 namespace fs = std::filesystem;
+
+// No system here takes a longer path. Looking for one component by component would take minutes
+// when a line of a megabyte is given for a name.
+static constexpr size_t LONGEST_PATH = 4096;
 
 static char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
@@ -80,7 +85,7 @@ static fs::path ResolveWithoutDrive(const std::string& path) {
 // stands.
 static fs::path FileFor(const char* path) {
     std::error_code error;
-    if (fs::exists(path, error))
+    if (std::strlen(path) > LONGEST_PATH || fs::exists(path, error))
         return path;
     if (HasDriveLetter(path)) {
         const std::string directory = DriveDirectory(path[0]);
@@ -99,7 +104,7 @@ FILE* OpenFile(const char* path, const char* mode) {
 // The same for a directory, which is never created.
 std::string FindPath(const std::string& name) {
     std::error_code error;
-    if (name.empty() || fs::exists(name, error))
+    if (name.empty() || name.size() > LONGEST_PATH || fs::exists(name, error))
         return name;
     if (HasDriveLetter(name)) {
         const std::string directory = DriveDirectory(name[0]);

@@ -123,4 +123,13 @@ TEST_F(Files, MayNotBeDirectoriesEvenForWriting) {
     }
 }
 
+// Walking down such a name takes longer than any test may.
+TEST_F(Files, AreNotLookedForByNamesBeyondAllPaths) {
+    std::string name = "x";
+    for (int i = 0; i < 500000; i++)
+        name += "\\a";
+    EXPECT_EQ(OpenFile(name.c_str(), "rb"), nullptr);
+    EXPECT_EQ(FindPath(name), name);
+}
+
 } // namespace
