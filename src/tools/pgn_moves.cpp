@@ -151,8 +151,9 @@ static bool TakeMove(std::string_view text, MoveParts& parts) {
     if (named == EMPTY && parts.from.Complete() &&
         (ColourBB[SideToMove] & SquareBit(parts.from.Square())))
         parts.piece = Board[parts.from.Square()];
-    if (text.starts_with("ep"))
-        text.remove_prefix(2);
+    // A reader of words stops at the first point of "e.p.".
+    if (text == "e" || text.starts_with("ep"))
+        text.remove_prefix(std::min<size_t>(text.size(), 2));
     if (text.empty())
         return true;
     parts.promotion = text[0] == 'b' ? BISHOP : PieceOfLetter(text[0]);

@@ -98,6 +98,7 @@ TEST(PgnParseSan, ReadsWhatGameRecordsHoldBesides) {
         {castling, "Pc4-d5", 1, takesOnD5},
         {castling, "exd6", 1, MoveWord(36, 43, PAWN)},
         {castling, "exd6ep", 1, MoveWord(36, 43, PAWN)},
+        {castling, "exd6e", 1, MoveWord(36, 43, PAWN)}, // of "exd6e.p."
         {castling, "a1-b1", 1, MoveWord(0, 1, ROOK)},
         {castling, "ra1b1", 1, MoveWord(0, 1, ROOK)},
         {castling, "bxa8=N", 1, MoveWord(49, 56, PAWN, ROOK, KNIGHT)},
