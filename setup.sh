@@ -26,11 +26,11 @@ need_packages() {
         --no-install-recommends -o DPkg::Lock::Timeout=300 $missing"
 }
 
-# Configures and builds a target of the release preset.
+# Configures and builds targets of the release preset.
 build_release() {
     echo "Building ..." >&2
     quietly cmake --preset release
-    quietly cmake --build --preset release --target "$1"
+    quietly cmake --build --preset release --target "$@"
 }
 
 # Runs a command without its output, which is shown if the command fails; that ends the script. The
