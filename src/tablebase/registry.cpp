@@ -7,6 +7,7 @@
 
 #include "platform/directory.h"
 #include "platform/drives.h"
+#include "platform/random_file.h"
 #include "tablebase/classes.h"
 #include "tablebase/out_of_memory.h"
 #include "tablebase/table_index.h"
@@ -61,15 +62,16 @@ static int32_t MemoryInUse() {
     return bytes > INT32_MAX ? INT32_MAX : int32_t(bytes);
 }
 
-// The plain file comes first: reading it takes less time.
+// The plain file comes first: reading it takes less time. One that is there but no such table is
+// not replaced by a compressed one: what is wrong with it has been told.
 static TableFile* OpenTable(const FilesByName& files, int classNumber, Colour side) {
     const std::string name =
         std::string(TablebaseClasses[size_t(classNumber)].name) + Suffixes[side];
-    const auto plain = files.find(name);
-    TableFile* const table =
-        plain == files.end() ? nullptr : OpenPlainTable(plain->second, classNumber, side);
-    if (table != nullptr)
-        return table;
+    if (const auto plain = files.find(name); plain != files.end()) {
+        const int file = OpenRandomFile(plain->second.c_str());
+        if (file != NO_FILE)
+            return TakePlainTable(file, plain->second, classNumber, side);
+    }
     const auto compressed = files.find(name + CompressedSuffix);
     return compressed == files.end() ? nullptr
                                      : OpenCompressedTable(compressed->second, classNumber, side);

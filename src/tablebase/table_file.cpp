@@ -88,10 +88,7 @@ static TableFile* MakeTable(const std::string& path, int file, uint64_t bytes, i
     return table;
 }
 
-TableFile* OpenPlainTable(const std::string& path, int classNumber, Colour side) {
-    const int file = OpenRandomFile(path.c_str());
-    if (file == NO_FILE)
-        return nullptr;
+TableFile* TakePlainTable(int file, const std::string& path, int classNumber, Colour side) {
     const int64_t bytes = RandomFileSize(file);
     if (bytes < 0) {
         std::printf("*** Seek in %s failed\n", path.c_str());

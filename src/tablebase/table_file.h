@@ -27,10 +27,10 @@ constexpr int LEAST_LOSS_BYTE = -126;
 constexpr int BROKEN_WORD = 32767;
 constexpr int LEAST_WIN_WORD = 32000; // no mate takes this many moves
 
-// Opens the table of a class and side in a plain file. Null when it cannot be opened; prints why
-// when it can, but is no such table.
-TableFile* OpenPlainTable(const std::string& path, int classNumber, Colour side);
-// The same for a compressed file.
+// The table of a class and side in a plain file that is open, and taken over. Prints why and gives
+// null when it is no such table.
+TableFile* TakePlainTable(int file, const std::string& path, int classNumber, Colour side);
+// The same for a compressed file, which is opened first: null when that fails.
 TableFile* OpenCompressedTable(const std::string& path, int classNumber, Colour side);
 void CloseTable(TableFile* table);
 

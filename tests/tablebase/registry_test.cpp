@@ -88,6 +88,8 @@ TEST_F(Registry, AsksForTheDriveFirst) {
 
 TEST_F(Registry, RefusesAPlainFileThatIsTooLong) {
     WriteFileText("kqk.nbw", std::string(25636, '\0'));
+    // A compressed one is looked for only where a plain one cannot be opened.
+    WriteFileText("kqk.nbw.emd", "");
     EXPECT_EQ(Complaint("."), "*** Unable to register ./kqk.nbw\n");
     WriteFileText("kqk.nbw", std::string(25635, '\0'));
     EXPECT_EQ(Complaint("."), "");
