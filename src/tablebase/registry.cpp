@@ -146,6 +146,6 @@ void PrintTablebaseCount() {
         std::puts("EGTB files not found");
     if (TablebaseMemory != 0)
         std::printf("%dkb of RAM used for TB indices and decompression tables\n",
-                    (TablebaseMemory + 1023) / 1024);
+                    int((int64_t{TablebaseMemory} + 1023) / 1024));
     std::fflush(stdout);
 }
