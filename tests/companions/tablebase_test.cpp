@@ -1,8 +1,8 @@
 // The companion that makes tables, as a user runs it.
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <regex>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -20,7 +20,9 @@ protected:
         const int status =
             std::system((TARQUELIN_TB_BINARY " " + words + " > output.txt 2>&1").c_str());
         // Columns are as wide as it happens.
-        output = std::regex_replace(FileText("output.txt"), std::regex(" +"), " ");
+        output = FileText("output.txt");
+        const auto bothBlank = [](char before, char c) { return before == ' ' && c == ' '; };
+        output.erase(std::unique(output.begin(), output.end(), bothBlank), output.end());
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
     bool Says(const std::string& text) const {
