@@ -50,8 +50,6 @@ constexpr int32_t REDUCTION_DEPTH = 2 * ONE_PLY;
 constexpr int32_t DEEPENING_DEPTH = 4 * ONE_PLY;
 // From this depth on tablebases are always probed.
 constexpr int32_t PROBE_DEPTH = 4 * ONE_PLY;
-// Least depth at which they are probed at all, but for the root's children.
-constexpr int32_t SHALLOW_PROBE_DEPTH = 2 * ONE_PLY;
 // Tablebase scores this far from 0 are counted in plies from the root, like other mates.
 constexpr int32_t TABLEBASE_MATE = 32401;
 // Above this depth positions that the engine has learned are remembered.
@@ -142,16 +140,20 @@ static bool WorthRemembering(const Node& node) {
     return UseLearningData && node.depth > LEARNED_DEPTH && SideToMove == RootSide;
 }
 
-// Near the horizon a piece that no one promotes to is not worth the time, and on the last ply no
-// position is: endings of five to seven men reach the same depth up to a third sooner when it is
-// left out: reading a table costs more than the few moves that it would save.
+static bool IsBareKing(Colour side) {
+    return PhaseUnits[side] == 0 && PieceCount[PAWN][side] == 0;
+}
+
+// Near the horizon a piece that no one promotes to is not worth the time, nor is a position against
+// a bare king, which the evaluation judges well: without those, endings of five to seven men reach
+// the same depth a third sooner. Reading a table costs more than the few moves that it would save.
 static bool ProbesTablebase(const Node& node) {
     if (MenCount > LargestTablebase || CastleRights != 0)
         return false;
     if (SearchPly < 2 || node.depth >= PROBE_DEPTH)
         return true;
     const Piece promotion = Promotion(LastMove());
-    return node.depth >= SHALLOW_PROBE_DEPTH && (promotion == EMPTY || promotion == QUEEN);
+    return (promotion == EMPTY || promotion == QUEEN) && !IsBareKing(WHITE) && !IsBareKing(BLACK);
 }
 
 // The exact value, counted from here like every mate, where a table holds the position. True when
