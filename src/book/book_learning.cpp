@@ -75,8 +75,12 @@ static void CreditMove(Move move, BookResult result) {
     WriteStatistics(node, 0, node.count - 1);
 }
 
+bool MayLearnBook() {
+    return UseBookLearning && BookOpen && !BookIsVersion0 && !BookLearned;
+}
+
 void LearnBook(BookResult result) {
-    if (!UseBookLearning || !BookOpen || BookIsVersion0 || BookLearned)
+    if (!MayLearnBook())
         return;
     const int end = Ply;
     while (Ply - 2 >= SetupPly) {

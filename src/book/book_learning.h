@@ -9,9 +9,12 @@ enum BookResult { BOOK_LOST, BOOK_WON, BOOK_DRAWN };
 // Set when this game has taught the book; cleared for a new one by whoever begins it.
 extern bool BookLearned;
 
+// Whether this game may still teach: book learning is on, a book with room for results (not of
+// version 0) is open, and it has not been taught yet.
+bool MayLearnBook();
+
 // Credits the result to the book moves that the side to move has played in this game, the latest
-// first, and leaves the position as it was. Nothing happens when book learning is off, no book is
-// open, the book has no room for results (version 0), or this game has taught it already.
+// first, and leaves the position as it was. Nothing happens when the game may not teach.
 void LearnBook(BookResult result);
 
 // Learns from the score of a search of the position on the board, in centipawns, when it shows

@@ -12,7 +12,6 @@
 #include "book/book_choice.h"
 #include "book/book_keys.h"
 #include "book/book_learning.h"
-#include "book/book_settings.h"
 #include "front/analysis.h"
 #include "front/clocks.h"
 #include "front/edit_board.h"
@@ -92,7 +91,7 @@ void PostOff(const CommandLine&) {
 
 // A game that nothing was learned from counts as a draw for the engine's moves.
 static void LearnUnfinishedGame() {
-    if (!UseBookLearning || !BookOpen || BookLearned || Ply <= SetupPly || SideToMove == EngineSide)
+    if (!MayLearnBook() || Ply <= SetupPly || SideToMove == EngineSide)
         return;
     TakeBack(1);
     LearnBook(BOOK_DRAWN);

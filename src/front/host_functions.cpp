@@ -24,6 +24,7 @@ static void AnnounceDrawsOfGame() {
     LearnAnnouncedDraw();
 }
 
+// No search follows in which the prediction could come true, so what was found of it is forgotten.
 static void AnnounceEndOfGame() {
     LearnAnnouncedDraw();
     if (!PonderingOnPrediction)

@@ -21,10 +21,6 @@ namespace {
 constexpr const char* Start = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1";
 constexpr uint16_t KILLED = BOOK_KILLED;
 
-constexpr uint16_t Points(int won, int lost) {
-    return uint16_t(won | lost << 8);
-}
-
 class BookChoice : public testing::Test {
 protected:
     void SetUp() override {

@@ -26,10 +26,6 @@ constexpr const char* Start = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQk
 constexpr const char* AfterE4 = "rnbqkbnr/pppppppp/8/8/4P3/8/PPPP1PPP/RNBQKBNR b KQkq -";
 constexpr const char* AfterE5 = "rnbqkbnr/pppp1ppp/8/4p3/4P3/8/PPPP1PPP/RNBQKBNR w KQkq -";
 
-constexpr uint16_t Points(int won, int lost) {
-    return uint16_t(won | lost << 8);
-}
-
 class BookLearning : public testing::Test {
 protected:
     void SetUp() override {

@@ -14,10 +14,6 @@ constexpr const char* Start = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQk
 constexpr const char* AfterD5 = "rnbqkbnr/ppp1pppp/8/3p4/4P3/8/PPPP1PPP/RNBQKBNR w KQkq -";
 constexpr const char* AfterE4 = "rnbqkbnr/pppppppp/8/8/4P3/8/PPPP1PPP/RNBQKBNR b KQkq -";
 
-constexpr uint16_t Points(int won, int lost) {
-    return uint16_t(won | lost << 8);
-}
-
 class BookPlay : public testing::Test {
 protected:
     void Use(EngineProcess& engine, const std::vector<BookTestNode>& nodes) {

@@ -5,6 +5,11 @@
 #include <string>
 #include <vector>
 
+// Statistics of a move, in half-points.
+constexpr uint16_t Points(int won, int lost) {
+    return uint16_t(won | lost << 8);
+}
+
 struct BookTestMove {
     const char* squares; // "e2e4"
     uint16_t statistics;
