@@ -4,11 +4,11 @@
 #include <string>
 
 #include "board/legal_moves.h"
+#include "board/notation.h"
 #include "front/engine_turn.h"
 #include "front/game.h"
 #include "front/input_lines.h"
 #include "front/keyword.h"
-#include "front/notation.h"
 #include "front/search_commands.h"
 #include "front/shutdown.h"
 #include "search/interrupts.h"

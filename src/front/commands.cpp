@@ -6,6 +6,7 @@
 
 #include "board/board_view.h"
 #include "board/legal_moves.h"
+#include "board/notation.h"
 #include "board/order_tables.h"
 #include "board/perft.h"
 #include "book/book.h"
@@ -18,7 +19,6 @@
 #include "front/engine_turn.h"
 #include "front/game.h"
 #include "front/help.h"
-#include "front/notation.h"
 #include "front/search_commands.h"
 #include "front/shutdown.h"
 #include "platform/clock.h"

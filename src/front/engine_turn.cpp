@@ -2,9 +2,9 @@
 
 #include <cstdio>
 
+#include "board/notation.h"
 #include "board/position.h"
 #include "front/game.h"
-#include "front/notation.h"
 #include "front/thinking.h"
 #include "search/driver.h"
 #include "search/interrupts.h"

@@ -1,11 +1,11 @@
 #include "front/interpreter.h"
 
+#include "board/notation.h"
 #include "front/batch_commands.h"
 #include "front/command_line.h"
 #include "front/commands.h"
 #include "front/evaluation_report.h"
 #include "front/input_lines.h"
-#include "front/notation.h"
 #include "front/parameter_commands.h"
 #include "front/uci.h"
 #include "platform/input.h"

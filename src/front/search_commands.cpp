@@ -5,12 +5,12 @@
 #include <string>
 #include <string_view>
 
+#include "board/notation.h"
 #include "front/adjudication.h"
 #include "front/clocks.h"
 #include "front/game.h"
 #include "front/input_lines.h"
 #include "front/keyword.h"
-#include "front/notation.h"
 #include "front/shutdown.h"
 #include "front/thinking.h"
 #include "platform/input.h"

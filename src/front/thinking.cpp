@@ -6,9 +6,9 @@
 
 #include "board/attack_tests.h"
 #include "board/make_move.h"
+#include "board/notation.h"
 #include "board/pseudo_legal.h"
 #include "front/game.h"
-#include "front/notation.h"
 #include "front/resign.h"
 #include "search/interrupts.h"
 #include "search/root.h"

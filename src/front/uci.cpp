@@ -6,12 +6,12 @@
 
 #include "board/legal_moves.h"
 #include "board/make_move.h"
+#include "board/notation.h"
 #include "book/book.h"
 #include "book/book_settings.h"
 #include "eval/eval_cache.h"
 #include "eval/personality.h"
 #include "front/game.h"
-#include "front/notation.h"
 #include "front/thinking.h"
 #include "search/driver_state.h"
 #include "search/hash_memory.h"

@@ -7,10 +7,10 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
+#include "board/notation.h"
 #include "board/position.h"
 #include "book/book.h"
 #include "book/book_settings.h"
-#include "front/notation.h"
 #include "platform/runtime_rand.h"
 #include "support/book_file.h"
 #include "support/engine_setup.h"

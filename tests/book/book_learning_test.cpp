@@ -7,13 +7,13 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
+#include "board/notation.h"
 #include "board/position.h"
 #include "book/book.h"
 #include "book/book_settings.h"
 #include "front/adjudication.h"
 #include "front/game.h"
 #include "front/host_functions.h"
-#include "front/notation.h"
 #include "search/host.h"
 #include "support/book_file.h"
 #include "support/engine_setup.h"

@@ -6,11 +6,11 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
+#include "board/notation.h"
 #include "board/position.h"
 #include "book/book_settings.h"
 #include "book/learning_file.h"
 #include "front/game.h"
-#include "front/notation.h"
 #include "support/engine_setup.h"
 #include "support/recompute.h"
 #include "support/scratch.h"

@@ -11,9 +11,9 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
+#include "board/notation.h"
 #include "board/position.h"
 #include "book/book.h"
-#include "front/notation.h"
 #include "platform/bytes.h"
 #include "support/engine_setup.h"
 #include "support/scratch.h"

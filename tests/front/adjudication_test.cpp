@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
+#include "board/notation.h"
 #include "board/position.h"
 #include "front/game.h"
-#include "front/notation.h"
 #include "support/engine_setup.h"
 
 namespace {
