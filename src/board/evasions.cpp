@@ -2,7 +2,7 @@
 
 #include <initializer_list>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/exchange.h"
 #include "board/generate.h"
 #include "board/order_tables.h"

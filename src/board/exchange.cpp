@@ -2,7 +2,7 @@
 
 #include <initializer_list>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "board/generate.h"
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/exchange.h"
 #include "board/order_tables.h"
 

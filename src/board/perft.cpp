@@ -1,6 +1,6 @@
 #include "board/perft.h"
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/generate.h"
 #include "board/make_move.h"
 

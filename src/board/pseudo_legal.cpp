@@ -1,6 +1,6 @@
 #include "board/pseudo_legal.h"
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 
 template <Colour Us> static bool CastlingFits(Move move) {
     constexpr Colour Them = ChangeSide(Us);

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <optional>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/position.h"
 #include "eval/king_pawn_bitbase.h"
 #include "eval/material.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "eval/parameters.h"
 #include "eval/passer_race.h"
 #include "eval/pawn_structure.h"

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/position.h"
 #include "book/book_learning.h"
 #include "front/game.h"

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/make_move.h"
 #include "board/notation.h"
 #include "board/pseudo_legal.h"

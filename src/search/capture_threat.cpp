@@ -1,6 +1,6 @@
 #include "search/capture_threat.h"
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/exchange.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/exchange.h"
 #include "board/make_move.h"
 #include "board/order_tables.h"

@@ -1,6 +1,6 @@
 #include "search/extensions.h"
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/exchange.h"
 #include "search/state.h"
 

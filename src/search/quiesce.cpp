@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/evasions.h"
 #include "board/exchange.h"
 #include "board/generate.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/legal_moves.h"
 #include "search/host.h"
 #include "search/limits.h"

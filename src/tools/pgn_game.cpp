@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/fen.h"
 #include "board/make_move.h"
 #include "board/position.h"

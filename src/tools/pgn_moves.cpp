@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/legal_moves.h"
 #include "board/position.h"
 #include "board/pseudo_legal.h"

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 #include "board/fen.h"
 #include "board/generate.h"
 #include "board/make_move.h"

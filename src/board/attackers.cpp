@@ -1,4 +1,4 @@
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 
 bool SquareAttacked(Colour side, int square) {
     if (PawnAttacks[ChangeSide(side)][square] & PieceBB[PAWN][side])
@@ -74,9 +74,8 @@ static bool LineOpensFrom(int king, int from, Colour attacker) {
     return !(Between[king][from] & Occupied()) && (SlidersBeyond(from, direction) & sliders);
 }
 
-// The move is legal when the king, wherever it stands afterwards, is not attacked on the board
-// without the men on `gone` and with one on `to`: for the few moves that empty two squares of a
-// line at once.
+// Whether a slider of `attacker` attacks the king on the board without the men on `gone` and with
+// one on `to`: for en passant, which can empty two squares of a line at once.
 static bool LineAttackAfter(int king, Colour attacker, Bitboard gone, int to) {
     const Bitboard occupied = (Occupied() & ~gone) | SquareBit(to);
     const Bitboard ortho = RookRays[king] & OrthoSliders & ColourBB[attacker];

@@ -1,10 +1,10 @@
-#include "board/attack_tests.h"
+#include "board/attackers.h"
 
 #include "board_moves.h"
 
 namespace {
 
-class AttackTests : public BoardTest {};
+class Attackers : public BoardTest {};
 
 bool OnBoard(int file, int rank) {
     return file >= 0 && file < 8 && rank >= 0 && rank < 8;
@@ -61,16 +61,16 @@ void CompareWithStepping() {
 
 } // namespace
 
-TEST_F(AttackTests, AgreeWithSteppingOverTheBoard) {
+TEST_F(Attackers, AgreeWithSteppingOverTheBoard) {
     WalkRandomGames(80, CompareWithStepping);
 }
 
-TEST_F(AttackTests, CodesThatAreNoPieceAttackNothing) {
+TEST_F(Attackers, CodesThatAreNoPieceAttackNothing) {
     for (const int code : {-1, 0, 4, 8, 100})
         EXPECT_EQ(PieceAttacks(Sq("d4"), WHITE, code), 0u) << code;
 }
 
-TEST_F(AttackTests, MenAreAskedFromSquaresWhereTheyDoNotStand) {
+TEST_F(Attackers, MenAreAskedFromSquaresWhereTheyDoNotStand) {
     LoadFen("4k3/8/3p4/8/1P1r4/8/8/4K3 w - -");
     EXPECT_EQ(PieceAttacks(Sq("d4"), WHITE, BISHOP),
               Squares("a1 b2 c3 e5 f6 g7 h8 a7 b6 c5 e3 f2 g1"));
@@ -79,7 +79,7 @@ TEST_F(AttackTests, MenAreAskedFromSquaresWhereTheyDoNotStand) {
     EXPECT_EQ(PieceAttacks(Sq("c5"), BLACK, PAWN), Squares("b4 d4"));
 }
 
-TEST_F(AttackTests, SlidersBeyondAreTheFirstOfTheirKind) {
+TEST_F(Attackers, SlidersBeyondAreTheFirstOfTheirKind) {
     struct Case {
         const char* name;
         const char* fen;
@@ -108,7 +108,7 @@ TEST_F(AttackTests, SlidersBeyondAreTheFirstOfTheirKind) {
     }
 }
 
-TEST_F(AttackTests, ChecksAreKnownBeforeTheMoveIsMade) {
+TEST_F(Attackers, ChecksAreKnownBeforeTheMoveIsMade) {
     int checks = 0;
     int discovered = 0;
     int byPromotion = 0;
@@ -142,7 +142,7 @@ TEST_F(AttackTests, ChecksAreKnownBeforeTheMoveIsMade) {
     EXPECT_GT(byEnPassant, 5);
 }
 
-TEST_F(AttackTests, LegalityIsKnownBeforeTheMoveIsMade) {
+TEST_F(Attackers, LegalityIsKnownBeforeTheMoveIsMade) {
     int illegal = 0;
     int illegalEnPassant = 0;
     int illegalKing = 0;
