@@ -1,40 +1,60 @@
 #include "platform/large_memory.h"
 
-#include <cstdlib>
-
 #ifdef _WIN32
 
-void* AllocateLargeMemory(size_t bytes) {
-    return std::calloc(bytes, 1);
+#include <windows.h>
+
+LargeBlock AllocateLargeBlock(size_t bytes) {
+    void* const memory = VirtualAlloc(nullptr, bytes, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+    return memory == nullptr ? LargeBlock{} : LargeBlock{memory, bytes};
+}
+
+static void GiveBack(const LargeBlock& block) {
+    VirtualFree(block.memory, 0, MEM_RELEASE);
 }
 
 #else
 
 #include <cstdint>
-#include <cstring>
 #include <sys/mman.h>
 
 static constexpr size_t LARGE_PAGE = size_t{1} << 21;
 
-void* AllocateLargeMemory(size_t bytes) {
-    if (bytes < LARGE_PAGE)
-        return std::calloc(bytes, 1);
-    if (bytes > SIZE_MAX - LARGE_PAGE)
-        return nullptr;
-    const size_t size = (bytes + LARGE_PAGE - 1) / LARGE_PAGE * LARGE_PAGE;
-    void* const memory = std::aligned_alloc(LARGE_PAGE, size);
-    if (memory == nullptr)
-        return nullptr;
+// The mapping takes a large page more than is asked for, and what lies before and behind the block
+// goes back at once: only so does the block begin at a large page.
+static LargeBlock MapAligned(size_t size) {
+    void* const mapped = mmap(nullptr, size + LARGE_PAGE, PROT_READ | PROT_WRITE,
+                              MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (mapped == MAP_FAILED)
+        return {};
+    char* const begin = static_cast<char*>(mapped);
+    const size_t before = -reinterpret_cast<uintptr_t>(begin) % LARGE_PAGE;
+    if (before != 0)
+        munmap(begin, before);
+    munmap(begin + before + size, LARGE_PAGE - before);
+    return {begin + before, size};
+}
+
+LargeBlock AllocateLargeBlock(size_t bytes) {
+    if (bytes > SIZE_MAX - 2 * LARGE_PAGE)
+        return {};
+    const LargeBlock block = MapAligned((bytes + LARGE_PAGE - 1) / LARGE_PAGE * LARGE_PAGE);
 #ifdef MADV_HUGEPAGE
     // Only advice: without large pages the memory serves as well, more slowly.
-    madvise(memory, size, MADV_HUGEPAGE);
+    if (block.memory != nullptr)
+        madvise(block.memory, block.bytes, MADV_HUGEPAGE);
 #endif
-    std::memset(memory, 0, size);
-    return memory;
+    return block;
+}
+
+static void GiveBack(const LargeBlock& block) {
+    munmap(block.memory, block.bytes);
 }
 
 #endif
 
-void FreeLargeMemory(void* memory) {
-    std::free(memory);
+void FreeLargeBlock(LargeBlock& block) {
+    if (block.memory != nullptr)
+        GiveBack(block);
+    block = {};
 }

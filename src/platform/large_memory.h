@@ -3,9 +3,17 @@
 
 #include <cstddef>
 
-// Zero-filled memory, or null when there is none. Where the system offers large pages, the block
-// lies in them: a table read at random then finds its pages without looking each of them up.
-void* AllocateLargeMemory(size_t bytes);
+// A block, or none. The system gives each directly and takes it back whole, so that tables of
+// changing sizes leave nothing behind.
+struct LargeBlock {
+    void* memory = nullptr;
+    size_t bytes = 0;
+};
 
-// Gives the block back; null is allowed.
-void FreeLargeMemory(void* memory);
+// Zero-filled memory, or no block when there is not that much. Where the system offers large pages,
+// the block lies in them: a table read at random then finds its pages without looking each of them
+// up.
+LargeBlock AllocateLargeBlock(size_t bytes);
+
+// Gives the block back and leaves none.
+void FreeLargeBlock(LargeBlock& block);

@@ -16,28 +16,25 @@ namespace {
 
 constexpr uint32_t MEGABYTE = 1 << 20;
 
-constinit void* TranspositionMemory = nullptr;
-constinit void* PawnHashMemory = nullptr;
-constinit void* EvalCacheMemory = nullptr;
+constinit LargeBlock TranspositionMemory = {};
+constinit LargeBlock PawnHashMemory = {};
+constinit LargeBlock EvalCacheMemory = {};
 
 } // namespace
 
 static void FreeTranspositionTable() {
     SetTranspositionMemory(nullptr, 0);
-    FreeLargeMemory(TranspositionMemory);
-    TranspositionMemory = nullptr;
+    FreeLargeBlock(TranspositionMemory);
 }
 
 static void FreePawnHash() {
     SetPawnHashMemory(nullptr, 0);
-    FreeLargeMemory(PawnHashMemory);
-    PawnHashMemory = nullptr;
+    FreeLargeBlock(PawnHashMemory);
 }
 
 static void FreeEvalCache() {
     SetEvalCacheMemory(nullptr, 0);
-    FreeLargeMemory(EvalCacheMemory);
-    EvalCacheMemory = nullptr;
+    FreeLargeBlock(EvalCacheMemory);
 }
 
 void FreeHashTables() {
@@ -49,31 +46,31 @@ void FreeHashTables() {
 
 // Zero-filled memory for `count` entries and the spare ones; ends the process when there is none.
 // Clearing leaves most of an entry as it is, so it must start from something.
-static void* AllocateEntries(int32_t count, int entryBytes, int spareEntries) {
-    void* memory = nullptr;
+static LargeBlock AllocateEntries(int32_t count, int entryBytes, int spareEntries) {
+    LargeBlock block;
     if (count >= 0)
-        memory = AllocateLargeMemory((size_t(count) + size_t(spareEntries)) * size_t(entryBytes));
-    if (memory == nullptr) {
+        block = AllocateLargeBlock((size_t(count) + size_t(spareEntries)) * size_t(entryBytes));
+    if (block.memory == nullptr) {
         std::puts("An error occured while memory allocation!");
         std::fflush(stdout);
         FreeHashTables();
         std::exit(1);
     }
-    return memory;
+    return block;
 }
 
 static void AllocateTranspositionTable() {
     FreeTranspositionTable();
     TranspositionMemory =
         AllocateEntries(TranspositionCount, TRANSPOSITION_ENTRY_BYTES, TRANSPOSITION_SPARE_ENTRIES);
-    SetTranspositionMemory(TranspositionMemory, TranspositionCount);
+    SetTranspositionMemory(TranspositionMemory.memory, TranspositionCount);
     ClearHash();
 }
 
 static void AllocatePawnHash() {
     FreePawnHash();
     PawnHashMemory = AllocateEntries(PawnHashCount, PAWN_ENTRY_BYTES, PAWN_SPARE_ENTRIES);
-    SetPawnHashMemory(PawnHashMemory, PawnHashCount);
+    SetPawnHashMemory(PawnHashMemory.memory, PawnHashCount);
     ClearPawnHash();
 }
 
@@ -81,7 +78,7 @@ static void AllocateEvalCache() {
     FreeEvalCache();
     EvalCacheMemory =
         AllocateEntries(EVAL_CACHE_ENTRIES, EVAL_CACHE_ENTRY_BYTES, EVAL_CACHE_SPARE_ENTRIES);
-    SetEvalCacheMemory(EvalCacheMemory, EVAL_CACHE_ENTRIES);
+    SetEvalCacheMemory(EvalCacheMemory.memory, EVAL_CACHE_ENTRIES);
     ClearEvalCache();
 }
 

@@ -1,8 +1,8 @@
 #include "tablebase/block_cache.h"
 
 #include <cstdio>
-#include <new>
 
+#include "platform/large_memory.h"
 #include "tablebase/registry.h"
 
 namespace {
@@ -24,6 +24,7 @@ struct CacheEntry {
 };
 static_assert(sizeof(CacheEntry) == CACHE_ENTRY_BYTES);
 
+constinit LargeBlock CacheMemory = {};
 constinit CacheEntry* Entries = nullptr;
 constinit int32_t EntryCount = 0;
 constinit int32_t Newest = NONE;
@@ -35,7 +36,7 @@ constexpr int32_t WIDEN = 32640;
 } // namespace
 
 void FreeTablebaseCache() {
-    delete[] Entries;
+    FreeLargeBlock(CacheMemory);
     Entries = nullptr;
     EntryCount = 0;
 }
@@ -56,14 +57,15 @@ static void EmptyCache() {
 void AllocateTablebaseCache(int32_t bytes) {
     FreeTablebaseCache();
     const int32_t count = bytes < LEAST_CACHE_BYTES ? 0 : bytes / CACHE_ENTRY_BYTES;
-    if (bytes >= 0)
-        Entries = new (std::nothrow) CacheEntry[size_t(count)];
-    if (Entries == nullptr) {
+    if (count > 0)
+        CacheMemory = AllocateLargeBlock(size_t(count) * sizeof(CacheEntry));
+    if (bytes < 0 || (count > 0 && CacheMemory.memory == nullptr)) {
         std::puts("An error occured while memory allocation!");
         std::fflush(stdout);
         LargestTablebase = 0;
         return;
     }
+    Entries = static_cast<CacheEntry*>(CacheMemory.memory);
     EntryCount = count;
     EmptyCache();
 }

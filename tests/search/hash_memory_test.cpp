@@ -1,6 +1,8 @@
 #include "search/hash_memory.h"
 
 #include <cstring>
+#include <fstream>
+#include <random>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -8,6 +10,7 @@
 #include "board/order_tables.h"
 #include "board/position.h"
 #include "support/engine_setup.h"
+#include "tablebase/block_cache.h"
 
 namespace {
 
@@ -71,6 +74,30 @@ TEST_F(HashMemoryTest, ResizingLosesTheContentsAndStartsTheAgesAnew) {
     ResizeHash(2);
     EXPECT_FALSE(HashProbe().found);
     EXPECT_EQ(0, HashAge);
+}
+
+// Bytes of memory that this process has touched and not given back.
+static size_t ResidentBytes() {
+    size_t all = 0, resident = 0;
+    std::ifstream("/proc/self/statm") >> all >> resident;
+    return resident * size_t(sysconf(_SC_PAGESIZE));
+}
+
+TEST_F(HashMemoryTest, ResizingLeavesNoMemoryBehind) {
+    constexpr size_t Slack = 16 << 20;
+    std::mt19937 random(4);
+    ResizeHash(10);
+    ResizePawnHash(7);
+    const size_t before = ResidentBytes();
+    for (int i = 0; i < 30; i++) {
+        ResizeHash(int32_t(random() % 121));
+        ResizePawnHash(int32_t(random() % 61));
+        AllocateTablebaseCache(int32_t(random() % 60) << 20);
+    }
+    ResizeHash(10);
+    ResizePawnHash(7);
+    FreeTablebaseCache();
+    EXPECT_LT(ResidentBytes(), before + Slack);
 }
 
 TEST_F(HashMemoryTest, ClearingEmptiesEveryTable) {
