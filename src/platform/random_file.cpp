@@ -8,10 +8,16 @@
 #ifdef _WIN32
 
 #include <io.h>
+#include <windows.h>
 
-// There directories cannot be opened in this way.
+// There directories cannot be opened in this way: access is denied.
 int OpenRandomFile(const char* path) {
-    return _open(path, _O_RDONLY | _O_BINARY);
+    const int file = _open(path, _O_RDONLY | _O_BINARY);
+    const DWORD attributes = file < 0 ? GetFileAttributesA(path) : 0;
+    if (file < 0 && attributes != INVALID_FILE_ATTRIBUTES &&
+        (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        errno = ENOENT;
+    return file;
 }
 
 void CloseRandomFile(int file) {
@@ -41,6 +47,7 @@ int OpenRandomFile(const char* path) {
     if (fstat(file, &status) == 0 && S_ISREG(status.st_mode))
         return file;
     close(file);
+    errno = ENOENT;
     return NO_FILE;
 }
 

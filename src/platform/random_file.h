@@ -6,9 +6,9 @@
 
 constexpr int NO_FILE = -1;
 
-// Opens a regular file for reading, by its exact path. NO_FILE when there is none, it cannot be
-// read or it is something else, a directory say. Whoever opens closes. What has been opened stays
-// readable, where the system allows it, when its name is removed.
+// Opens a regular file for reading, by its exact path. NO_FILE when that fails, for which `errno`
+// tells why: ENOENT also where something else has the name, a directory say. Whoever opens closes.
+// What has been opened stays readable, where the system allows it, when its name is removed.
 int OpenRandomFile(const char* path);
 void CloseRandomFile(int file);
 

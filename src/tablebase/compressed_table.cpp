@@ -60,7 +60,9 @@ static TableFault ReadDirectory(int file, BlockDirectory& directory, uint32_t ch
 TableFault LoadDirectory(int file, BlockDirectory& directory, int& blockSize) {
     uint8_t header[TABLE_HEADER] = {};
     const int64_t fileBytes = RandomFileSize(file);
-    if (fileBytes < 0 || ReadFileAt(file, 0, header, sizeof header) < 0)
+    if (fileBytes < 0)
+        return FAULT_SEEK;
+    if (ReadFileAt(file, 0, header, sizeof header) < 0)
         return FAULT_READ;
     TableFault fault = CheckHeader(header, blockSize);
     if (fault != FAULT_NONE)

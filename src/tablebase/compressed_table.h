@@ -31,11 +31,12 @@ struct BlockDirectory {
 // What may be wrong with a file.
 enum TableFault {
     FAULT_NONE,
-    FAULT_READ,       // `errno` tells why
+    FAULT_SEEK,       // its length cannot be told
+    FAULT_READ,       // the system does not give its bytes
     FAULT_FOREIGN,    // not a compressed table of this layout
     FAULT_BLOCK_SIZE, // its blocks have another size, `blockSize`
     FAULT_BROKEN,     // what it holds contradicts itself
-    FAULT_MEMORY      // for `directory`
+    FAULT_MEMORY      // there is none for `directory`
 };
 
 // Reads header and directory of an open file. With FAULT_NONE `directory` has been filled, and is

@@ -64,21 +64,20 @@ static int32_t MemoryInUse() {
 
 // The plain file comes first: reading it takes less time. One that is there but no such table is
 // not replaced by a compressed one: what is wrong with it has been told.
-static TableFile* OpenTable(const FilesByName& files, int classNumber, Colour side) {
+static TableFile* OpenTable(const DirectoryFiles& files, int classNumber, Colour side) {
     const std::string name =
         std::string(TablebaseClasses[size_t(classNumber)].name) + Suffixes[side];
-    if (const auto plain = files.find(name); plain != files.end()) {
-        const int file = OpenRandomFile(plain->second.c_str());
+    if (const std::string plain = PathOfFile(files, name); !plain.empty()) {
+        const int file = OpenRandomFile(plain.c_str());
         if (file != NO_FILE)
-            return TakePlainTable(file, plain->second, classNumber, side);
+            return TakePlainTable(file, plain, classNumber, side);
     }
-    const auto compressed = files.find(name + CompressedSuffix);
-    return compressed == files.end() ? nullptr
-                                     : OpenCompressedTable(compressed->second, classNumber, side);
+    const std::string compressed = PathOfFile(files, name + CompressedSuffix);
+    return compressed.empty() ? nullptr : OpenCompressedTable(compressed, classNumber, side);
 }
 
 // True when the table is registered afterwards.
-static bool Register(const FilesByName& files, int classNumber, Colour side) {
+static bool Register(const DirectoryFiles& files, int classNumber, Colour side) {
     TableFile*& table = Tables[size_t(classNumber)][side];
     if (table != nullptr)
         return true;
@@ -95,9 +94,7 @@ static bool Register(const FilesByName& files, int classNumber, Colour side) {
 static void RegisterDirectory(const std::string& directory) {
     if (HasDriveLetter(directory) && !DriveExists(directory[0]))
         return;
-    const FilesByName files = ListDirectory(directory);
-    if (files.empty())
-        return;
+    const DirectoryFiles files = ListDirectory(directory);
     for (int number = 1; number <= TABLEBASE_CLASSES; number++) {
         const bool white = Register(files, number, WHITE);
         if (!white || !TablebaseClasses[size_t(number)].symmetric)

@@ -98,29 +98,37 @@ TableFile* TakePlainTable(int file, const std::string& path, int classNumber, Co
     return MakeTable(path, file, uint64_t(bytes), classNumber, side);
 }
 
-static void TellFault(TableFault fault, const char* path, int blockSize, int error) {
+static void TellFault(TableFault fault, const char* path, int blockSize) {
     if (fault == FAULT_BLOCK_SIZE)
         std::printf("*** %s: Unsupported block size %d\n", path, blockSize);
+    else if (fault == FAULT_SEEK)
+        std::printf("*** Seek in %s failed\n", path);
     else if (fault == FAULT_READ)
-        std::printf("*** Unable to read %s -error %d\n", path, error);
+        std::printf("*** Unable to read %s -read error\n", path);
+    else if (fault == FAULT_MEMORY)
+        std::printf("*** Unable to read %s -out of memory\n", path);
     else if (fault == FAULT_BROKEN)
         std::printf("*** Unable to read %s -file broken\n", path);
     else
         std::printf("*** Unable to register %s\n", path);
 }
 
+// A file that is not there is no news.
+static void TellOpenError(const char* path, int error) {
+    if (error != ENOENT && error != ENOTDIR)
+        std::printf("*** Unable to read %s -error %d\n", path, error);
+}
+
 TableFile* OpenCompressedTable(const std::string& path, int classNumber, Colour side) {
     const int file = OpenRandomFile(path.c_str());
-    if (file == NO_FILE)
+    if (file == NO_FILE) {
+        TellOpenError(path.c_str(), errno);
         return nullptr;
+    }
     BlockDirectory directory = {};
     int blockSize = 0;
-    errno = 0;
-    const TableFault fault = LoadDirectory(file, directory, blockSize);
-    if (fault == FAULT_MEMORY)
-        EndForLackOfMemory(DirectoryMemory(directory.blocks));
-    if (fault != FAULT_NONE) {
-        TellFault(fault, path.c_str(), blockSize, errno);
+    if (const TableFault fault = LoadDirectory(file, directory, blockSize); fault != FAULT_NONE) {
+        TellFault(fault, path.c_str(), blockSize);
         CloseRandomFile(file);
         return nullptr;
     }
@@ -158,8 +166,8 @@ static size_t ReadCompressedBlock(TableFile& table, uint64_t block, uint8_t* buf
     return 0;
 }
 
-// Whether no value is among them that no position has: mated in less
-// than no move, a win for a bare king, a loss against one.
+// Whether every value is one that a position can have. No position is mated in less than no move,
+// won by a bare king or lost against one.
 static bool BytesArePossible(const TableFile& table, const uint8_t* bytes, size_t count) {
     bool impossible = false;
     const int least = table.sideMayLose ? LEAST_LOSS_BYTE : 0;
