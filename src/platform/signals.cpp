@@ -15,6 +15,9 @@ void InitSignals() {
 #ifdef SIGPIPE
     std::signal(SIGPIPE, SIG_IGN);
 #endif
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN); // the write fails instead, as on a full disk
+#endif
 }
 
 void IgnoreInterrupts() {

@@ -14,6 +14,7 @@ namespace {
 void StartWithDefaults() {
     std::signal(SIGINT, SIG_DFL);
     std::signal(SIGPIPE, SIG_DFL);
+    std::signal(SIGXFSZ, SIG_DFL);
     InitSignals();
 }
 
@@ -26,13 +27,14 @@ TEST(SignalsDeathTest, TerminationEndsTheProcessCleanly) {
         testing::ExitedWithCode(0), "");
 }
 
-TEST(SignalsDeathTest, ABrokenOutputPipeIsNoReasonToDie) {
+TEST(SignalsDeathTest, ABrokenOutputPipeAndAFileThatMayNotGrowAreNoReasonToDie) {
     EXPECT_EXIT(
         {
             StartWithDefaults();
             int ends[2];
             const bool broken = pipe(ends) == 0 && close(ends[0]) == 0;
             const bool failed = write(ends[1], "x", 1) == -1;
+            std::raise(SIGXFSZ);
             std::_Exit(broken && failed ? 7 : 8);
         },
         testing::ExitedWithCode(7), "");
