@@ -6,6 +6,7 @@
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
+#include <string>
 
 #include "eval/parameters.h"
 #include "platform/files.h"
@@ -59,11 +60,8 @@ void LoadParameters(const char* path) {
 }
 
 bool WriteParameters(const char* path) {
-    FILE* const file = OpenFile(path, "w");
-    if (file == nullptr)
-        return false;
+    std::string text;
     for (const int32_t value : std::bit_cast<ParameterList>(Params))
-        std::fprintf(file, "%d\n", value);
-    std::fclose(file);
-    return true;
+        text += std::to_string(value) + '\n';
+    return ReplaceWholeFile(path, text);
 }

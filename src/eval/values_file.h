@@ -13,5 +13,5 @@ constexpr char VALUES_FILE[] = "values.txt";
 // are the caller's business.
 void LoadParameters(const char* path = VALUES_FILE);
 
-// Writes the file; false when it cannot be opened.
+// Writes the file anew. Where that fails, on a full disk say, the old one stays as it was: false.
 bool WriteParameters(const char* path = VALUES_FILE);

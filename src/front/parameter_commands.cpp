@@ -1,5 +1,7 @@
 #include "front/parameter_commands.h"
 
+#include <cstdio>
+
 #include "eval/derived_tables.h"
 #include "eval/piece_square_tables.h"
 #include "eval/values_file.h"
@@ -14,5 +16,8 @@ void ReloadValues(const CommandLine&) {
 }
 
 void WriteValues(const CommandLine&) {
-    WriteParameters();
+    if (WriteParameters())
+        return;
+    std::puts("Error writing values.txt");
+    std::fflush(stdout);
 }

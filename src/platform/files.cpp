@@ -10,9 +10,27 @@
 
 #ifdef _WIN32
 
-// Opening a directory fails here by itself, and names need no help.
-FILE* OpenFile(const char* path, const char* mode) {
-    return std::fopen(path, mode);
+#include <io.h>
+#include <sys/stat.h>
+#include <windows.h>
+
+// Names need no help here.
+static std::string FileFor(const char* path) {
+    return path;
+}
+
+static FILE* OpenRegular(const std::string& path, const char* mode) {
+    FILE* const file = std::fopen(path.c_str(), mode);
+    struct _stat64 status;
+    if (file == nullptr ||
+        (_fstat64(_fileno(file), &status) == 0 && (status.st_mode & _S_IFMT) == _S_IFREG))
+        return file;
+    std::fclose(file);
+    return nullptr;
+}
+
+static bool PutInPlace(const std::string& unfinished, const std::string& path) {
+    return MoveFileExA(unfinished.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
 }
 
 std::string FindPath(const std::string& name) {
@@ -83,22 +101,39 @@ static fs::path ResolveWithoutDrive(const std::string& path) {
 // The literal name where it exists. Else one on a drive is looked for in the drive's directory,
 // where new files are created as well; another one that nothing is found for is created as it
 // stands.
-static fs::path FileFor(const char* path) {
+static std::string FileFor(const char* path) {
     std::error_code error;
     if (std::strlen(path) > LONGEST_PATH || fs::exists(path, error))
         return path;
     if (HasDriveLetter(path)) {
         const std::string directory = DriveDirectory(path[0]);
-        return directory.empty() ? fs::path(path) : Resolve(directory, path + 2);
+        return directory.empty() ? path : Resolve(directory, path + 2).string();
     }
     const fs::path resolved = ResolveWithoutDrive(path);
-    return fs::is_regular_file(resolved, error) ? resolved : fs::path(path);
+    return fs::is_regular_file(resolved, error) ? resolved.string() : path;
 }
 
-FILE* OpenFile(const char* path, const char* mode) {
+static bool IsPlaceOfFile(const std::string& path) {
     std::error_code error;
-    const fs::path file = FileFor(path);
-    return fs::is_directory(file, error) ? nullptr : std::fopen(file.c_str(), mode);
+    const fs::file_status status = fs::status(path, error);
+    return !fs::exists(status) || fs::is_regular_file(status);
+}
+
+static FILE* OpenRegular(const std::string& path, const char* mode) {
+    return IsPlaceOfFile(path) ? std::fopen(path.c_str(), mode) : nullptr;
+}
+
+// The new file may be used by whoever could use the old one. A link keeps leading to its file.
+static bool PutInPlace(const std::string& unfinished, const std::string& path) {
+    if (!IsPlaceOfFile(path))
+        return false;
+    std::error_code error;
+    const fs::file_status old = fs::status(path, error);
+    if (fs::exists(old))
+        fs::permissions(unfinished, old.permissions(), error);
+    const fs::path linked = fs::canonical(path, error);
+    fs::rename(unfinished, error ? fs::path(path) : linked, error);
+    return !error;
 }
 
 // The same for a directory, which is never created.
@@ -125,3 +160,25 @@ uint64_t SeekEnd(FILE* file) {
 }
 
 #endif
+
+FILE* OpenFile(const char* path, const char* mode) {
+    return OpenRegular(FileFor(path), mode);
+}
+
+// Writing may fail as late as when the file is closed.
+static bool WriteBytes(FILE* file, const std::string& bytes) {
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    return std::fclose(file) == 0 && written;
+}
+
+bool ReplaceWholeFile(const char* path, const std::string& bytes) {
+    const std::string place = FileFor(path);
+    const std::string unfinished = place + ".unfinished";
+    FILE* const file = OpenRegular(unfinished, "wb");
+    if (file == nullptr)
+        return false;
+    if (WriteBytes(file, bytes) && PutInPlace(unfinished, place))
+        return true;
+    std::remove(unfinished.c_str());
+    return false;
+}

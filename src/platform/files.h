@@ -10,8 +10,14 @@
 // ignored, so that ".\book.tqn" finds "Book.tqn"; a name with a drive letter exists only where
 // drives exist. There, the variable TARQUELIN_DRIVE_C of the environment makes a drive: it names
 // the directory that stands for "c:\" (and so on for every letter). A file to be created takes the
-// literal name, or its place on such a drive. Directories are refused.
+// literal name, or its place on such a drive. Only regular files are opened: a pipe without a
+// writer would hold up whoever opens it, for ever.
 FILE* OpenFile(const char* path, const char* mode);
+
+// Puts a new file in the place of the one that such a name means. The bytes are written beside it
+// first, so that whatever goes wrong the old file is still there, whole. False then, and when there
+// is something else than a regular file in that place.
+bool ReplaceWholeFile(const char* path, const std::string& bytes);
 
 // The path of the file or directory that such a name means; the name itself where there is none.
 std::string FindPath(const std::string& name);

@@ -1,5 +1,6 @@
 // Opening files by names with Windows manners.
 
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -7,6 +8,8 @@
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 
 #include "platform/files.h"
 
@@ -115,12 +118,39 @@ TEST_F(Files, OnADriveStandInTheDirectoryThatIsGivenForIt) {
     unsetenv("TARQUELIN_DRIVE_X");
 }
 
-TEST_F(Files, MayNotBeDirectoriesEvenForWriting) {
+TEST_F(Files, MayNotBeAnythingElseEvenForWriting) {
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    EXPECT_FALSE(ReplaceWholeFile("pipe", "text"));
+    EXPECT_FALSE(ReplaceWholeFile("Deep", "text"));
     for (const char* const mode : {"rb", "wb", "ab", "rb+"}) {
         SCOPED_TRACE(mode);
         EXPECT_EQ(OpenFile("Deep", mode), nullptr);
+        EXPECT_EQ(OpenFile("pipe", mode), nullptr);
         EXPECT_EQ(OpenFile("no such room/file.txt", mode), nullptr);
     }
+}
+
+TEST_F(Files, AreReplacedWholeOrNotAtAll) {
+    fs::create_symlink("Deep/upper.txt", "link");
+    fs::permissions("Deep/upper.txt", fs::perms(0640));
+    const size_t rooms = size_t(std::distance(fs::directory_iterator("Deep"), {}));
+    EXPECT_TRUE(ReplaceWholeFile("LINK", "new"));
+    EXPECT_TRUE(fs::is_symlink("link"));
+    EXPECT_EQ(TextOf(OpenFile("Deep/upper.txt", "rb")), "new");
+    EXPECT_EQ(fs::status("Deep/upper.txt").permissions(), fs::perms(0640));
+    // As on a full disk, seen at once or when the file is closed.
+    rlimit before;
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit = {1000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    const bool replaced = ReplaceWholeFile("link", std::string(1001, 'x')) ||
+                          ReplaceWholeFile("link", std::string(100001, 'x'));
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(replaced);
+    EXPECT_EQ(TextOf(OpenFile("link", "rb")), "new");
+    EXPECT_EQ(size_t(std::distance(fs::directory_iterator("Deep"), {})), rooms);
 }
 
 // Walking down such a name takes longer than any test may.
