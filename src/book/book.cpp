@@ -7,6 +7,7 @@
 #include "book/book_keys.h"
 #include "book/book_settings.h"
 #include "platform/bytes.h"
+#include "platform/file_lock.h"
 #include "platform/files.h"
 
 constinit bool BookOpen = false;
@@ -152,4 +153,12 @@ void WriteStatistics(const BookNode& node, int first, int last) {
     }
     if (SeekFile(BookFile, node.offset + uint64_t(first) * BOOK_MOVE_SIZE))
         std::fwrite(bytes, size_t(entry - bytes), 1, BookFile);
+}
+
+bool LockBook() {
+    return LockAgainstOthers(BookFile);
+}
+
+void UnlockBook() {
+    UnlockForOthers(BookFile);
 }

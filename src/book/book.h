@@ -40,3 +40,8 @@ bool FindPosition(BookNode& node);
 // Writes the statistics of the node's moves `first` to `last` back into a version-1 book, in one
 // piece. Where the book cannot be written it stays as it is.
 void WriteStatistics(const BookNode& node, int first, int last);
+
+// Keeps other engines from updating the open book, from the reading of statistics to their writing.
+// False when another one has kept it for too long.
+bool LockBook();
+void UnlockBook();

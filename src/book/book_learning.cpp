@@ -79,9 +79,7 @@ bool MayLearnBook() {
     return UseBookLearning && BookOpen && !BookIsVersion0 && !BookLearned;
 }
 
-void LearnBook(BookResult result) {
-    if (!MayLearnBook())
-        return;
+static void CreditMovesOfGame(BookResult result) {
     const int end = Ply;
     while (Ply - 2 >= SetupPly) {
         UnmakeMove();
@@ -90,6 +88,16 @@ void LearnBook(BookResult result) {
     }
     while (Ply < end)
         MakeMove(UndoStack[Ply].move, true);
+}
+
+// A book that another engine keeps locked misses this game; two updates at once would lose either.
+void LearnBook(BookResult result) {
+    if (!MayLearnBook())
+        return;
+    if (LockBook()) {
+        CreditMovesOfGame(result);
+        UnlockBook();
+    }
     BookLearned = true;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/bytes.h"
+#include "platform/file_lock.h"
 #include "platform/files.h"
 
 namespace {
@@ -37,28 +38,42 @@ static uint32_t HeadOffset(LearningKeys keys) {
     return HEADS_OFFSET + 4 * (keys.key1 % BUCKETS);
 }
 
-static void CreateFile(const char* path) {
-    FILE* const file = OpenFile(path, "wb");
-    if (file == nullptr)
-        return;
-    const std::vector<char> heads(4 * BUCKETS);
-    std::fwrite(Title, HEADS_OFFSET, 1, file);
-    std::fwrite(heads.data(), heads.size(), 1, file);
-    std::fclose(file);
+static bool Write(uint64_t offset, const void* bytes, size_t size) {
+    return SeekFile(LearningFile, offset) && std::fwrite(bytes, size, 1, LearningFile) == 1;
+}
+
+// Makes the open file one without entries unless its head is there. False when it cannot be. Who
+// starts at the same time must wait: what it added would be gone.
+static bool ProvideHead() {
+    if (SeekEnd(LearningFile) >= ENTRIES_OFFSET)
+        return true;
+    if (!LockAgainstOthers(LearningFile))
+        return false;
+    bool whole = SeekEnd(LearningFile) >= ENTRIES_OFFSET;
+    if (!whole) {
+        const std::vector<char> heads(4 * BUCKETS);
+        whole = Write(0, Title, HEADS_OFFSET) && Write(HEADS_OFFSET, heads.data(), heads.size());
+    }
+    UnlockForOthers(LearningFile);
+    return whole;
 }
 
 void OpenLearningFile(const char* path) {
     CloseLearningFile();
-    if (FILE* const file = OpenFile(path, "rb"))
+    // Appending nothing makes the file where there is none, and leaves one alone that another
+    // process has just made.
+    if (FILE* const file = OpenFile(path, "ab"))
         std::fclose(file);
-    else
-        CreateFile(path);
     LearningFile = OpenFile(path, "rb+");
-    if (LearningFile == nullptr)
+    const bool writable = LearningFile != nullptr;
+    if (!writable)
         LearningFile = OpenFile(path, "rb");
+    if (LearningFile == nullptr)
+        return;
     // Unbuffered: what is written is in the file at once, in one piece for each entry and link.
-    if (LearningFile != nullptr)
-        std::setvbuf(LearningFile, nullptr, _IONBF, 0);
+    std::setvbuf(LearningFile, nullptr, _IONBF, 0);
+    if (writable && !ProvideHead())
+        CloseLearningFile();
 }
 
 void CloseLearningFile() {
@@ -127,15 +142,9 @@ static void StoreFields(unsigned char* bytes, LearningKeys keys, const LearnedPo
     StoreLittle32(bytes + 16, keys.key2);
 }
 
-static bool Write(uint64_t offset, const unsigned char* bytes, size_t size) {
-    return SeekFile(LearningFile, offset) && std::fwrite(bytes, size, 1, LearningFile) == 1;
-}
-
 // The entry is written before the link to it, so that whenever the process is killed or the disk is
 // full, every link leads to a whole entry.
-void AddLearned(LearningKeys keys, const LearnedPosition& position) {
-    if (LearningFile == nullptr)
-        return;
+static void Append(LearningKeys keys, const LearnedPosition& position) {
     const uint64_t end = std::max(SeekEnd(LearningFile), uint64_t{ENTRIES_OFFSET});
     if (end > UINT32_MAX - ENTRY_SIZE)
         return;
@@ -147,6 +156,13 @@ void AddLearned(LearningKeys keys, const LearnedPosition& position) {
     const uint32_t linkOffset = EndOfBucket(keys);
     if (Write(end, entry, sizeof entry))
         Write(linkOffset, link, sizeof link);
+}
+
+void AddLearned(LearningKeys keys, const LearnedPosition& position) {
+    if (LearningFile == nullptr || !LockAgainstOthers(LearningFile))
+        return;
+    Append(keys, position);
+    UnlockForOthers(LearningFile);
 }
 
 void RefreshLearned(uint32_t offset, LearningKeys keys, const LearnedPosition& position) {

@@ -24,8 +24,9 @@ struct LearnedPosition {
 
 LearningKeys LearningKeysOf(uint64_t posKey);
 
-// Opens the file, making an empty one where there is none. Its text is not checked. Where it cannot
-// be made, or only be read, learning goes on without.
+// Opens the file, making an empty one where there is none, or one that has been cut off in its head
+// and so can hold no entry. Its text is not checked. Where it cannot be made, or only be read,
+// learning goes on without.
 void OpenLearningFile(const char* path);
 void CloseLearningFile();
 
@@ -34,7 +35,9 @@ void CloseLearningFile();
 uint32_t LookUpLearned(LearningKeys keys, LearnedPosition& found);
 
 // Appends an entry and links it to the end of its bucket. A damaged link, and one that leads round
-// in a circle, counts as the end and is mended by this.
+// in a circle, counts as the end and is mended by this. Several processes may learn into one file:
+// each locks it for the addition. When another keeps it locked, the entry is dropped: without it a
+// position is searched again, but two additions at once would spoil the links of both.
 void AddLearned(LearningKeys keys, const LearnedPosition& position);
 
 // Overwrites the entry at the offset, which LookUpLearned has given.

@@ -14,6 +14,7 @@
 #include "front/adjudication.h"
 #include "front/game.h"
 #include "front/host_functions.h"
+#include "platform/file_lock.h"
 #include "search/host.h"
 #include "support/book_file.h"
 #include "support/engine_setup.h"
@@ -83,6 +84,21 @@ TEST_F(BookLearning, CreditsTheMovesOfTheSideToMoveOnce) {
         LearnBook(c.result);
         EXPECT_EQ(Statistics("e2e4"), c.expected) << "a second time";
     }
+}
+
+TEST_F(BookLearning, LeavesABookAloneThatAnotherEngineKeepsLocked) {
+    Open(BookBytes(1, {{Start, {{"e2e4", 0}}}}));
+    Play("e2e4 e7e5");
+    FILE* const other = std::fopen("test.tqn", "rb+");
+    ASSERT_TRUE(LockAgainstOthers(other));
+    LearnBook(BOOK_WON);
+    UnlockForOthers(other);
+    EXPECT_EQ(Statistics("e2e4"), 0);
+    BookLearned = false;
+    LearnBook(BOOK_WON);
+    EXPECT_EQ(Statistics("e2e4"), Points(2, 0));
+    EXPECT_TRUE(LockAgainstOthers(other)) << "released again";
+    std::fclose(other);
 }
 
 TEST_F(BookLearning, ScalesTheNodeWhenAByteIsFull) {

@@ -1,12 +1,18 @@
 #include "book/learning_file.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <random>
 #include <string>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "platform/file_lock.h"
 #include "support/scratch.h"
 
 namespace {
@@ -134,15 +140,58 @@ TEST_F(LearningFile, CutOffAndRandomFilesAreBorne) {
             AddLearned(keys, Sample(int(i)));
             EXPECT_TRUE(Knows(keys, Sample(int(i))));
         }
-        EXPECT_EQ(FileText(Name).substr(0, std::min<size_t>(size, 23)), bytes.substr(0, 23));
+        // What is shorter than its head holds no entries and is made anew.
+        const std::string head = size < EMPTY_SIZE ? "Tarquelin learning file" : bytes;
+        EXPECT_EQ(FileText(Name).substr(0, 23), head.substr(0, 23));
     }
 }
 
+// A pipe is no file: to open it would be to wait for ever.
 TEST_F(LearningFile, WithoutAFileNothingIsLearned) {
-    OpenLearningFile("nowhere/Learn.tq1");
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    for (const char* const name : {"nowhere/Learn.tq1", "pipe"}) {
+        OpenLearningFile(name);
+        AddLearned(KeysIn(1, 1), Sample(1));
+        LearnedPosition found;
+        EXPECT_EQ(LookUpLearned(KeysIn(1, 1), found), 0u);
+    }
+}
+
+// Each process opens the file for itself, which is not there at first.
+TEST_F(LearningFile, TakesTheEntriesOfTwoProcesses) {
+    constexpr uint32_t Entries = 1500; // of each, in few buckets
+    std::vector<pid_t> processes;
+    for (uint32_t first = 0; first < 2 * Entries; first += Entries) {
+        if (const pid_t child = fork(); child != 0) {
+            processes.push_back(child);
+            continue;
+        }
+        OpenLearningFile(Name);
+        for (uint32_t i = first; i < first + Entries; i++)
+            AddLearned(KeysIn(i % 64, i), Sample(int(i)));
+        std::_Exit(0);
+    }
+    for (const pid_t process : processes)
+        waitpid(process, nullptr, 0);
+    OpenLearningFile(Name);
+    uint32_t known = 0;
+    for (uint32_t i = 0; i < 2 * Entries; i++)
+        known += Knows(KeysIn(i % 64, i), Sample(int(i)));
+    EXPECT_EQ(known, 2 * Entries);
+    EXPECT_EQ(FileText(Name).size(), EMPTY_SIZE + 24 * known);
+}
+
+// A stopped engine may not stop the others: they learn nothing, and soon.
+TEST_F(LearningFile, IsLeftAloneWhileAnotherKeepsItLocked) {
+    Open("");
+    FILE* const other = std::fopen(Name, "rb+");
+    ASSERT_TRUE(LockAgainstOthers(other));
     AddLearned(KeysIn(1, 1), Sample(1));
-    LearnedPosition found;
-    EXPECT_EQ(LookUpLearned(KeysIn(1, 1), found), 0u);
+    EXPECT_FALSE(Knows(KeysIn(1, 1), Sample(1)));
+    UnlockForOthers(other);
+    std::fclose(other);
+    AddLearned(KeysIn(1, 1), Sample(1));
+    EXPECT_TRUE(Knows(KeysIn(1, 1), Sample(1)));
 }
 
 // As on a full disk, from every byte of the entry on.
@@ -163,6 +212,12 @@ TEST_F(LearningFile, AnEntryThatDoesNotFitOnTheDiskIsNotLinked) {
         AddLearned(KeysIn(1, 3), Sample(3));
         EXPECT_TRUE(Knows(KeysIn(1, 3), Sample(3)));
     }
+    const rlimit limit = {1000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    Open("");
+    AddLearned(KeysIn(1, 1), Sample(1));
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_FALSE(Knows(KeysIn(1, 1), Sample(1))) << "no room for the head";
     std::signal(SIGXFSZ, handler);
 }
 
