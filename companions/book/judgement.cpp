@@ -9,6 +9,13 @@ namespace {
 
 using Moves = std::span<MoveCount>; // of one position
 
+// What the moves of a position are compared with.
+struct Yardstick {
+    uint64_t games;      // in all
+    uint64_t usualGames; // a move with as many is not odd
+    int best;            // score
+};
+
 } // namespace
 
 uint16_t StatisticsWord(uint64_t won, uint64_t lost, int most) {
@@ -21,10 +28,21 @@ uint16_t StatisticsWord(uint64_t won, uint64_t lost, int most) {
     return uint16_t(won | lost << 8);
 }
 
-static void AddPriorPoints(MoveCount& move, const JudgementRules& rules) {
+// How often the move's games have to be doubled until it is a usual one; no games count as half a
+// game.
+static double Oddness(const MoveCount& move, const Yardstick& yardstick) {
+    const double games = std::max(0.5, double(move.games));
+    return std::max(0.0, std::log2(double(yardstick.usualGames) / games));
+}
+
+// The engine plays all moves alike that are nearly as good as the best. A search cannot tell a
+// sound move from an odd one that it likes by chance, but those who played before can.
+static void AddPriorPoints(MoveCount& move, const Yardstick& yardstick,
+                           const JudgementRules& rules) {
     if (move.score == NO_SCORE)
         return;
-    const double expectation = 1 / (1 + std::pow(10.0, -double(move.score) / rules.tenToOne));
+    const double score = move.score - rules.rareDiscount * Oddness(move, yardstick);
+    const double expectation = 1 / (1 + std::pow(10.0, -score / rules.tenToOne));
     const auto won = uint32_t(std::lround(rules.priorPoints * expectation));
     move.AddPoints(won, uint32_t(rules.priorPoints) - won);
 }
@@ -37,11 +55,16 @@ static int BestScore(Moves moves, const SearchedPositions& searched) {
     return best;
 }
 
-static bool SearchedAsBad(const MoveCount& move, int best, const JudgementRules& rules) {
+// Many lines of a move are worth more than a search that thinks a little less of it.
+static bool SearchedAsBad(const MoveCount& move, const Yardstick& yardstick,
+                          const JudgementRules& rules) {
     if (move.score == NO_SCORE)
         return !rules.keepUnknown;
-    return move.score < rules.worstScore ||
-           (move.score < rules.badScore && best - move.score > rules.worstLoss);
+    const int loss = yardstick.best - move.score;
+    if (move.games >= uint64_t(rules.namedGames))
+        return loss > rules.namedLoss;
+    return loss > rules.mostLoss || move.score < rules.worstScore ||
+           (move.score < rules.badScore && loss > rules.worstLoss);
 }
 
 static bool ScoresTooLittle(const MoveCount& move, const JudgementRules& rules) {
@@ -58,24 +81,30 @@ static bool RarelyPlayed(const MoveCount& move, uint64_t gamesHere, const Judgem
     return move.games > 0 && uint64_t{move.games} * 100 < gamesHere * uint64_t(rules.minShare);
 }
 
-static uint64_t GamesOf(Moves moves) {
+static Yardstick Measure(Moves moves, const SearchedPositions& searched,
+                         const JudgementRules& rules) {
+    // A move with an eighth of the most frequent one's games is usual.
+    constexpr uint64_t usualShare = 8;
     uint64_t games = 0;
-    for (const MoveCount& move : moves)
+    uint64_t most = 0;
+    for (const MoveCount& move : moves) {
         games += move.games;
-    return games;
+        most = std::max(most, uint64_t{move.games});
+    }
+    const uint64_t usual = std::max(std::min(most, uint64_t(rules.namedGames)), most / usualShare);
+    return {games, usual, BestScore(moves, searched)};
 }
 
 static void JudgePosition(Moves moves, const SearchedPositions& searched,
                           const JudgementRules& rules, std::vector<BookEntry>& entries) {
-    const uint64_t games = GamesOf(moves);
-    if (TooFew(games, rules.minPositionGames))
+    const Yardstick yardstick = Measure(moves, searched, rules);
+    if (TooFew(yardstick.games, rules.minPositionGames))
         return;
-    const int best = BestScore(moves, searched);
     for (MoveCount& move : moves) {
-        AddPriorPoints(move, rules);
-        if (!searched.All().empty() && SearchedAsBad(move, best, rules))
+        AddPriorPoints(move, yardstick, rules);
+        if (!searched.All().empty() && SearchedAsBad(move, yardstick, rules))
             move.killed = 1;
-        if (ScoresTooLittle(move, rules) || RarelyPlayed(move, games, rules))
+        if (ScoresTooLittle(move, rules) || RarelyPlayed(move, yardstick.games, rules))
             move.killed = 1;
     }
     // From the move that should be played when nothing is weighed to those that should not be.

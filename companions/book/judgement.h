@@ -18,11 +18,15 @@ struct JudgementRules {
     bool dropBad = false;     // what is too bad is left out, not killed
     int mostPoints = 254;     // that a byte of the statistics may hold, 1..254
     // Of moves that lead to searched positions:
-    int priorPoints = 40;     // half-points that a score counts like, 0..254
-    int tenToOne = 400;       // centipawns by which a side is ahead that makes ten points to one
-    int worstScore = -70;     // a move that leaves less is too bad, in centipawns
-    int badScore = -40;       // and so is one that leaves less than this
-    int worstLoss = 25;       // and so much less than the best
+    int priorPoints = 40;  // half-points that a score counts like, 0..254
+    int tenToOne = 400;    // centipawns by which a side is ahead that makes ten points to one
+    int namedGames = 8;    // a move with fewer is rare
+    int namedLoss = 60;    // one that is not is too bad when it leaves so much less than the best
+    int mostLoss = 45;     // a rare one when it leaves so much less than the best,
+    int worstScore = -70;  // or less than this,
+    int badScore = -40;    // or less than this ...
+    int worstLoss = 25;    // ... and so much less than the best
+    int rareDiscount = 10; // centipawns off each time a move is half as frequent as usual
     bool keepUnknown = false; // moves to positions that nobody has searched are kept
 };
 

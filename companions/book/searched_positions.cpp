@@ -44,10 +44,18 @@ bool SearchedPositions::Read(const char* path) {
             continue;
         }
         position.SetUp();
-        scores[Join(KeysOfPosition())] = position.score;
-        positions.push_back(std::move(position));
+        Add(std::move(position), Join(KeysOfPosition()));
     }
     return true;
+}
+
+void SearchedPositions::Add(SearchedPosition position, uint64_t keys) {
+    const auto [place, isNew] = places.try_emplace(keys, positions.size());
+    scores[keys] = position.score;
+    if (isNew)
+        positions.push_back(std::move(position));
+    else
+        positions[place->second] = std::move(position);
 }
 
 // Where the legal moves of the position on the board lead.

@@ -2,7 +2,8 @@
 //
 // The file has a position a line, in three columns separated by tabs: the men and the side to move
 // as the first two fields of a FEN, the score in centipawns for the side to move (plus or minus
-// 10000 - n: mate in n), and the best move in coordinates. A line that begins with "#" is a
+// 10000 - n: mate in n), and the best move in coordinates. A later line for the same position takes
+// the place of an earlier one: it was searched again, deeper. A line that begins with "#" is a
 // comment.
 #pragma once
 
@@ -42,8 +43,11 @@ public:
     std::optional<int> Score(BookKeys position) const;
 
 private:
+    void Add(SearchedPosition position, uint64_t keys);
     bool RaiseScores(std::span<const std::vector<uint64_t>> successors);
 
     std::vector<SearchedPosition> positions;
-    std::unordered_map<uint64_t, int> scores; // by both keys
+    // By both keys:
+    std::unordered_map<uint64_t, size_t> places; // among the positions
+    std::unordered_map<uint64_t, int> scores;
 };

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <random>
+#include <sstream>
 #include <string>
 #include <sys/wait.h>
 #include <vector>
@@ -11,12 +12,14 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
+#include "board/make_move.h"
 #include "board/notation.h"
 #include "board/position.h"
 #include "book/book.h"
 #include "platform/bytes.h"
 #include "support/engine_setup.h"
 #include "support/scratch.h"
+#include "tools/pgn_moves.h"
 
 namespace fs = std::filesystem;
 
@@ -159,7 +162,7 @@ TEST_F(BookCompanion, JudgesMovesByTheScoresOfSearchedPositions) {
                              "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w\t40\te2e4\n"
                              "rnbqkbnr/pppppppp/8/8/4P3/8/PPPP1PPP/RNBQKBNR b\t-40\tc7c5\n"
                              "rnbqkbnr/pppppppp/8/8/3P4/8/PPP1PPPP/RNBQKBNR b\t0\tg8f6\n"
-                             "rnbqkbnr/pppppppp/8/8/2P5/8/PP1PPPPP/RNBQKBNR b\t10\te7e5\n"
+                             "rnbqkbnr/pppppppp/8/8/2P5/8/PP1PPPPP/RNBQKBNR b\t4\te7e5\n"
                              "rnbqkbnr/pppppppp/8/8/6P1/8/PPPPPP1P/RNBQKBNR b\t101\td7d5\n"
                              "rnbqkbnr/pppppppp/8/8/8/5P2/PPPPP1PP/RNBQKBNR b\t41\te7e5\n"
                              "a line of nonsense\n");
@@ -171,8 +174,8 @@ TEST_F(BookCompanion, JudgesMovesByTheScoresOfSearchedPositions) {
     const Case cases[] = {
         {"", "e2e4 22:18, d2d4 20:20, f2f3 -, g2g4 -, a2a3 -", "e7e5 -"},
         {"--searched-moves", "e2e4 22:18, d2d4 20:20, c2c4 19:21, f2f3 -, g2g4 -, a2a3 -",
-         "c7c5 18:22, e7e5 -"},
-        {"--bad-score -41 --prior 10 --keep-unknown",
+         "c7c5 17:23, e7e5 -"},
+        {"--bad-score -41 --most-loss 100 --prior 10 --keep-unknown",
          "e2e4 6:4, d2d4 5:5, f2f3 4:6, a2a3 0:0, g2g4 -", "e7e5 0:0"},
     };
     for (const Case& c : cases) {
@@ -281,8 +284,8 @@ TEST_F(BookCompanion, LeavesTheOldBookWhereItCannotWriteTheNewOne) {
 TEST_F(BookCompanion, BuildsTheShippedBookFromItsSources) {
     const std::string data = TARQUELIN_SOURCE_DIR "/data/";
     const std::string lines = data + "openings/";
-    const Outcome built = Run("build --output b.tqn --searched-moves --min-share 2 --weights " +
-                              lines + "weights.tsv " + lines + "[a-e].tsv");
+    const Outcome built = Run("build --output b.tqn --searched-moves --weights " + lines +
+                              "weights.tsv " + lines + "[a-e].tsv");
     EXPECT_EQ(built.status, 0) << built.text;
     EXPECT_TRUE(FileText("b.tqn") == FileText(data + "Book.tqn"));
     EXPECT_TRUE(Run("check b.tqn").Says("0 of them not reached")) << FileText("out");
@@ -294,6 +297,64 @@ TEST_F(BookCompanion, BuildsTheShippedBookFromItsSources) {
     for (const char* side : {"as White\n", "as Black\n"}) {
         const size_t worst = survey.text.find(side);
         ASSERT_NE(worst, std::string::npos) << survey.text;
-        EXPECT_GE(std::stoi(survey.text.substr(worst + std::string(side).size())), -70);
+        EXPECT_GE(std::stoi(survey.text.substr(worst + std::string(side).size())), -110);
+    }
+}
+
+TEST_F(BookCompanion, ShipsTheMainOpeningsForBothSides) {
+    // The largest groups of the named lines, by volume. What has a "?" loses so much that the
+    // engine answers it only.
+    const char* const openings[] = {
+        "c4 e5 Nc3 Nf6 Nf3 Nc6 g3",             // English
+        "d4 f5 c4 Nf6 g3 e6 Bg2 Be7",           // Dutch
+        "d4 Nf6 c4 c5 d5 e6 Nc3 exd5",          // Benoni
+        "Nf3 d5 g3 c5 Bg2 Nc6 d4 Nf6",          // Zukertort
+        "c4 Nf6 g3 c6 Nf3 d5 b3",               // Reti
+        "e4 c5 Nf3 d6 d4 cxd4 Nxd4 Nf6 Nc3 a6", // Najdorf
+        "e4 c5 Nf3 d6 d4 cxd4 Nxd4 Nf6 Nc3 g6", // Dragon
+        "e4 c6 d4 d5 exd5 cxd5 c4 Nf6",         // Caro-Kann
+        "e4 Nf6 e5 Nd5 d4 d6 c4 Nb6",           // Alekhine
+        "e4 d5 exd5 Nf6 d4",                    // Scandinavian
+        "e4 d6 d4 Nf6 Nc3 g6 f4 Bg7",           // Pirc
+        "e4 g6 d4 Bg7 Nc3 d6 Nf3",              // Modern
+        "e4 e5 Nf3 Nc6 Bb5 a6 Ba4 Nf6",         // Ruy Lopez
+        "e4 e6 d4 d5 Nc3 Bb4 e5 c5",            // French
+        "e4 e5 Nf3 Nc6 Bc4 Bc5 b4 Bxb4",        // Italian
+        "e4 e5 f4? exf4 Nf3 g5 Bc4",            // King's Gambit
+        "e4 e5 Nf3 Nc6 d4 exd4 Nxd4 Bc5",       // Scotch
+        "e4 e5 Nf3 Nf6 Nxe5 d6 Nf3 Nxe4",       // Petrov
+        "e4 e5 Nf3 Nc6 Nc3 Nf6 Bb5 Bb4",        // Four Knights
+        "d4 d5 c4 e6 Nc3 Nf6 Bg5 Be7",          // Queen's Gambit Declined
+        "d4 d5 c4 c6 Nc3 Nf6 e3 e6",            // Semi-Slav
+        "d4 d5 Nf3 Nf6 Bg5 e6 e3 c5",           // Queen's Pawn
+        "d4 d5 c4 dxc4 Nf3 Nf6 e3 e6",          // Queen's Gambit Accepted
+        "d4 Nf6 c4 g6 Nc3 d5 Nf3 Bg7",          // Gruenfeld
+        "d4 d5 c4 c6 Nf3 Nf6 Nc3 dxc4",         // Slav
+        "d4 d5 c4 e6 Nc3 c5 cxd5 exd5",         // Tarrasch
+        "d4 Nf6 c4 g6 Nc3 Bg7 e4 d6",           // King's Indian
+        "d4 Nf6 c4 e6 Nc3 Bb4 e3 O-O",          // Nimzo-Indian
+        "d4 Nf6 c4 e6 Nf3 b6 g3 Bb7",           // Queen's Indian
+        "d4 Nf6 c4 e6 g3 d5 Bg2 Be7",           // Catalan
+        "d4 Nf6 c4 e6 Nf3 Bb4 Bd2",             // Bogo-Indian
+    };
+    testing::internal::CaptureStdout();
+    OpenBook(TARQUELIN_SOURCE_DIR "/data/Book.tqn");
+    testing::internal::GetCapturedStdout();
+    for (const char* const opening : openings) {
+        SetStartPosition();
+        std::istringstream moves(opening);
+        for (std::string san; moves >> san;) {
+            const bool answeredOnly = san.back() == '?';
+            const Move move = PgnParseSan(san.substr(0, san.find('?'))).move;
+            BookNode node = {};
+            const auto isThere = [=](const BookMove& entry) {
+                return entry.from == From(move) && entry.to == To(move) &&
+                       entry.Killed() == answeredOnly;
+            };
+            EXPECT_TRUE(FindPosition(node) &&
+                        std::any_of(node.moves, node.moves + node.count, isThere))
+                << san << " of " << opening;
+            MakeMove(move, true);
+        }
     }
 }
