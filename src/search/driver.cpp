@@ -165,6 +165,14 @@ static bool SearchRootMove(int i) {
     return true;
 }
 
+// The result is the root's own, so that a mate is counted from there when a later search meets it.
+static void StoreRootResult() {
+    SearchPly = 0;
+    HashStore(ONE_PLY * IterationDepth + ROOT_CHECK_EXTRA, RootMove(0), RootScores[0], BOUND_EXACT,
+              false, 0);
+    SearchPly = 1;
+}
+
 // One iteration over all root moves. False when the search was stopped in it.
 static bool SearchIteration() {
     SelDepth = IterationDepth + 1;
@@ -176,8 +184,7 @@ static bool SearchIteration() {
         if (i == lines - 1)
             ReorderByNodes(lines);
     }
-    HashStore(ONE_PLY * IterationDepth + ROOT_CHECK_EXTRA, RootMove(0), RootScores[0], BOUND_EXACT,
-              false, 0);
+    StoreRootResult();
     return true;
 }
 

@@ -249,8 +249,8 @@ static void DeepenInternally(Node& node) {
 // Whether quiet moves this near the horizon cannot lift the static evaluation to alpha any more.
 // Users set the margins to whatever they like, so the sum is taken in 64 bits.
 static bool QuietMovesAreFutile(const Node& node) {
-    if (node.ply.inCheck || node.openWindow || node.mateThreat || node.alpha <= -MATE_BOUND ||
-        node.depth >= 4 * ONE_PLY)
+    if (node.ply.inCheck || node.openWindow || node.mateThreat ||
+        std::abs(node.alpha) >= MATE_BOUND || node.depth >= 4 * ONE_PLY)
         return false;
     const int band = node.depth < 2 * ONE_PLY ? 0 : node.depth < 5 * ONE_PLY / 2 ? 1 : 2;
     const PruneBand& prune = PruneBands[band];
@@ -263,7 +263,7 @@ static bool QuietMovesAreFutile(const Node& node) {
 static bool IsHopeless(const Node& node, Move move, Stage stage) {
     if (stage == HASH_STAGE || stage == EVASION_STAGE || node.openWindow || node.searched == 0)
         return false;
-    if (node.alpha <= -MATE_BOUND || node.mateThreat)
+    if (std::abs(node.alpha) >= MATE_BOUND || node.mateThreat)
         return false;
     if (!IsQuiet(move))
         return node.depth < 2 * ONE_PLY &&

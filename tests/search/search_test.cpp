@@ -95,6 +95,28 @@ TEST_F(SearchTest, FindsMatesAtAFixedDepth) {
     }
 }
 
+// With alpha at the bound of mates no gain on the board counts, and a quiet move left out for want
+// of one would make the bound look like a score.
+TEST_F(SearchTest, NeverTakesTheBoundOfMatesForAScore) {
+    for (int depth = 3; depth <= 6; depth++) {
+        LoadFen("3qk3/8/8/8/8/4P3/3R4/3QK3 w - - 0 1");
+        ForgetSearches();
+        SearchFixedDepth(depth);
+        EXPECT_NE(RootScores[0], MATE_BOUND) << depth;
+    }
+    EXPECT_EQ(RootScores[0], MateIn(4));
+}
+
+// A search of the position a move before a known mate counts that mate from where it stands.
+TEST_F(SearchTest, CountsAMateThatAnEarlierSearchHasFound) {
+    LoadFen("5r1k/6pp/7N/8/2Q5/8/5PPP/6K1 w - - 0 1");
+    SearchFixedDepth(8);
+    EXPECT_EQ(RootScores[0], MateIn(2));
+    LoadFen("5rk1/5Npp/8/8/2Q5/8/5PPP/6K1 w - - 0 1");
+    SearchFixedDepth(9);
+    EXPECT_EQ(RootScores[0], MateIn(3));
+}
+
 TEST_F(SearchTest, SolvesSimpleTacticsAtAFixedDepth) {
     for (const Problem& p : Tactics) {
         SCOPED_TRACE(p.fen);
