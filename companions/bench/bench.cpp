@@ -125,7 +125,7 @@ static void BenchSearch(int depth) {
         LoadFen(fen);
         Forget();
         SearchFixedDepth(depth);
-        nodes += uint64_t(NodeCount);
+        nodes += uint64_t(Running.NodeCount);
     }
     const int64_t time = ClockMilliseconds() - start;
     std::printf("depth %d, %zu positions\n", depth, std::size(Positions));

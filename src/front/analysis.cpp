@@ -24,12 +24,12 @@ static bool AnalysePosition() {
     NodeLimit = 0;
     GoPonder = false;
     SearchMoveCount = 0;
-    StopSearch = false;
+    Running.StopSearch = false;
     ResetInterrupts();
     ThinkAndMove();
     DepthLimit = depthLimit;
     NodeLimit = nodeLimit;
-    return StopSearch;
+    return Running.StopSearch;
 }
 
 static void MakeTypedMove(const std::string& line) {

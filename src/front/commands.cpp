@@ -123,8 +123,8 @@ void ShowMoves(const CommandLine&) {
     std::printf("-------------- Legal moves: ----------------\n");
     SearchMoveCount = 0;
     PrepareRoot();
-    for (int i = 0; i < RootMoveCount; i++)
-        std::printf("%s (%d); ", MoveText(RootMove(i)).c_str(), MoveStack[i].score);
+    for (int i = 0; i < Root.count; i++)
+        std::printf("%s (%d); ", MoveText(RootMove(i)).c_str(), Root.moves[i].orderScore);
     std::printf("\n");
     std::fflush(stdout);
 }

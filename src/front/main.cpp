@@ -56,7 +56,7 @@ int main() {
         OpenBook("Book.tqn");
     PrintSettings();
     PostThinking = true;
-    LastScore = -1;
+    Past.LastScore = -1;
     if (PositionLearning || UseLearningData)
         OpenLearningFile("Learn.tq1");
     InitTablebases();

@@ -17,8 +17,8 @@ static bool BelongsToGame(const SearchRecord& record, int ply) {
 bool ShouldResign() {
     int64_t lost = 0;
     int ply = Ply;
-    for (int i = RecentSearchCount - 1; i >= 0 && lost < ResignTimes; i--, ply -= 2) {
-        const SearchRecord& record = RecentSearches[i];
+    for (int i = Past.RecentSearchCount - 1; i >= 0 && lost < ResignTimes; i--, ply -= 2) {
+        const SearchRecord& record = Past.RecentSearches[i];
         if (!BelongsToGame(record, ply) || record.score >= -int64_t{ResignValue})
             break;
         lost++;

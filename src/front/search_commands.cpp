@@ -31,7 +31,7 @@ constexpr size_t NUMBER_OFFSET = 5;
 } // namespace
 
 static After EndSearch() {
-    StopSearch = true;
+    Running.StopSearch = true;
     return After::RETURN;
 }
 
@@ -41,8 +41,8 @@ static After MoveNow(const std::string&) {
 }
 
 static After ShowProgress(const std::string&) {
-    std::printf("stat01: %d %" PRId64 " %d %d %d %s\n", ElapsedTime(), NodeCount,
-                IterationDepth + 1, RootMoveCount - 1 - RootIndex, RootMoveCount,
+    std::printf("stat01: %d %" PRId64 " %d %d %d %s\n", ElapsedTime(), Running.NodeCount,
+                Running.IterationDepth + 1, Root.count - 1 - Root.index, Root.count,
                 MoveText(MoveBeingSearched()).c_str());
     std::fflush(stdout);
     return After::RETURN;
@@ -127,7 +127,7 @@ static bool SameSquares(Move a, Move b) {
 }
 
 static Move FindRootMove(Move move) {
-    for (int i = 0; i < RootMoveCount; i++) {
+    for (int i = 0; i < Root.count; i++) {
         if (SameSquares(RootMove(i), move))
             return RootMove(i);
     }
@@ -215,7 +215,7 @@ static bool Abandoned() {
 // the processor busy for ever. Other searches go on.
 static void ActOnEndOfInput() {
     if (PonderingOnPrediction || Abandoned())
-        StopSearch = ExitRequested = true;
+        Running.StopSearch = ExitRequested = true;
 }
 
 // Takes the next line if a whole one waits; reads once where none does.

@@ -28,7 +28,7 @@ constexpr int32_t PRINTED_MATE_OFFSET = 67;
 } // namespace
 
 Move MoveBeingSearched() {
-    return Ply > RootGamePly ? UndoStack[RootGamePly].move : RootMove(RootIndex);
+    return Ply > Root.gamePly ? UndoStack[Root.gamePly].move : RootMove(Root.index);
 }
 
 // Makes the move that the table remembers here and returns it; NO_MOVE at the end of what it knows.
@@ -49,7 +49,7 @@ void PrintVariationMoves(int index) {
     PonderMove = NO_MOVE;
     std::printf(" %s", MoveText(RootMove(index)).c_str());
     const int startPly = Ply;
-    if (Ply == RootGamePly)
+    if (Ply == Root.gamePly)
         MakeMove(RootMove(index), true);
     for (int printed = 1; printed < MAX_VARIATION; printed++) {
         const Move move = FollowTable();
@@ -80,10 +80,10 @@ static int32_t PrintedScore(int32_t score) {
 }
 
 void PrintThinking(bool forced) {
-    if (!PostThinking || (!forced && NodeCount > 0 && NodeCount <= SILENT_NODES))
+    if (!PostThinking || (!forced && Running.NodeCount > 0 && Running.NodeCount <= SILENT_NODES))
         return;
-    std::printf("%d %d %d %" PRId64, IterationDepth + 1, PrintedScore(RootScores[0]), ElapsedTime(),
-                NodeCount);
+    std::printf("%d %d %d %" PRId64, Running.IterationDepth + 1, PrintedScore(Root.moves[0].score),
+                ElapsedTime(), Running.NodeCount);
     PrintVariationMoves(0);
     std::printf("\n");
     std::fflush(stdout);

@@ -153,7 +153,7 @@ static void PlayListedMoves(const CommandLine& line) {
 }
 
 void SetUpPosition(const CommandLine& line) {
-    BestMove = NO_MOVE;
+    Past.BestMove = NO_MOVE;
     if (line.Arguments() >= 1 && KeywordMatches("startpos", line.tokens[1].text)) {
         NewGame();
     } else if (line.Arguments() >= 1 && KeywordMatches("fen", line.tokens[1].text)) {
@@ -177,34 +177,35 @@ static void PrintScore(int32_t score, int32_t leader) {
 
 static int64_t NodesPerSecond() {
     const int elapsed = ElapsedTime();
-    return elapsed < 1 ? 0 : NodeCount * 100 / elapsed;
+    return elapsed < 1 ? 0 : Running.NodeCount * 100 / elapsed;
 }
 
 // Depth, score and figures of root move `index`, up to the end of "tbhits". The time is in
 // hundredths, not in the thousandths of the protocol: interfaces have long been used to it.
 static void PrintInfo(int index, BoundType bound) {
-    LastLineNodes = NodeCount;
+    LastLineNodes = Running.NodeCount;
     // The figures stand in this line; the next line of their own can wait.
-    InfoCountdown = 100000 / PollReload;
-    std::printf("depth %d seldepth %d score ", IterationDepth + 1, SelDepth);
-    PrintScore(RootScores[index], RootScores[0]);
+    Running.InfoCountdown = StatisticsInterval();
+    std::printf("depth %d seldepth %d score ", Running.IterationDepth + 1, Running.SelDepth);
+    PrintScore(Root.moves[index].score, Root.moves[0].score);
     if (bound == BOUND_UPPER)
         std::printf("upperbound ");
     else if (bound == BOUND_LOWER)
         std::printf("lowerbound ");
-    std::printf("nodes %" PRId64 " time %d hashfull %d nps %" PRId64 " tbhits %d", NodeCount,
-                ElapsedTime(), HashFull(), NodesPerSecond(), TablebaseHits);
+    std::printf("nodes %" PRId64 " time %d hashfull %d nps %" PRId64 " tbhits %d",
+                Running.NodeCount, ElapsedTime(), HashFull(), NodesPerSecond(),
+                Running.TablebaseHits);
 }
 
 static void PrintRootIndex() {
     std::printf(" currmove %s currmovenumber %d", MoveText(MoveBeingSearched()).c_str(),
-                RootIndex + 1);
+                Root.index + 1);
 }
 
 static bool TooSoon() {
-    if (NodeCount < LastLineNodes)
+    if (Running.NodeCount < LastLineNodes)
         LastLineNodes = 0;
-    return NodeCount - LastLineNodes <= VARIATION_NODES;
+    return Running.NodeCount - LastLineNodes <= VARIATION_NODES;
 }
 
 void PrintUciVariation(bool forced, BoundType bound) {
@@ -219,7 +220,7 @@ void PrintUciVariation(bool forced, BoundType bound) {
 }
 
 void PrintUciVariations(BoundType bound, int line) {
-    if (NodeCount > 0 && NodeCount <= LINES_NODES)
+    if (Running.NodeCount > 0 && Running.NodeCount <= LINES_NODES)
         return;
     for (int i = 0; i < LineCount(); i++) {
         std::printf("info multipv %d ", i + 1);
@@ -243,10 +244,10 @@ void PrintUciCurrentMove() {
 }
 
 void PrintUciStatistics() {
-    if (NodeCount > 0 && NodeCount <= STATISTICS_NODES)
+    if (Running.NodeCount > 0 && Running.NodeCount <= STATISTICS_NODES)
         return;
     std::printf("info nps %" PRId64 " nodes %" PRId64 " tbhits %d hashfull %d\n", NodesPerSecond(),
-                NodeCount, TablebaseHits, HashFull());
+                Running.NodeCount, Running.TablebaseHits, HashFull());
     std::fflush(stdout);
 }
 
@@ -273,9 +274,9 @@ void AnnounceUciMove(Move move) {
 }
 
 void PlayPonderedMove(const CommandLine&) {
-    if (!GoPonder || !IsLegal(BestMove))
+    if (!GoPonder || !IsLegal(Past.BestMove))
         return;
     GoPonder = false;
-    PrintBestMove(BestMove);
-    PlayMove(BestMove);
+    PrintBestMove(Past.BestMove);
+    PlayMove(Past.BestMove);
 }

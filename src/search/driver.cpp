@@ -50,29 +50,33 @@ constexpr int32_t LAZY_STEP = 10;
 
 } // namespace
 
+static bool ScoresLess(const RootEntry& a, const RootEntry& b) {
+    return a.score < b.score;
+}
+
 // The window of the lazy material exit around what the scores of the best moves and the material
 // say.
 static void SetLazyWindow() {
-    const auto [low, high] = std::minmax_element(RootScores, RootScores + LineCount());
+    const auto [low, high] = std::minmax_element(Root.moves, Root.moves + LineCount(), ScoresLess);
     const int32_t material = Material[RootSide] - Material[ChangeSide(RootSide)];
-    const int32_t margin = LAZY_MARGIN + LAZY_STEP * IterationDepth;
-    LazyLow = std::min(*low, material) + std::clamp(*low / 5, -150, 150) - margin;
-    LazyHigh = std::max(*high, material) + std::clamp(*high / 5, -150, 150) + margin;
+    const int32_t margin = LAZY_MARGIN + LAZY_STEP * Running.IterationDepth;
+    LazyLow = std::min(low->score, material) + std::clamp(low->score / 5, -150, 150) - margin;
+    LazyHigh = std::max(high->score, material) + std::clamp(high->score / 5, -150, 150) + margin;
 }
 
 // Searches root move `i`, already made, in the window (low, high) from the root side's view.
 static int32_t SearchRootChild(int i, int32_t low, int32_t high) {
-    const int32_t extra = RootGivesCheck[i] ? ROOT_CHECK_EXTRA : ROOT_EXTRA;
-    PlyStates[SearchPly].inCheck = RootGivesCheck[i];
-    return -Search(-std::min(high, MATE), -std::max(low, -MATE), ONE_PLY * IterationDepth + extra,
-                   true);
+    const int32_t extra = Root.moves[i].givesCheck ? ROOT_CHECK_EXTRA : ROOT_EXTRA;
+    PlyStates[Running.SearchPly].inCheck = Root.moves[i].givesCheck;
+    return -Search(-std::min(high, MATE), -std::max(low, -MATE),
+                   ONE_PLY * Running.IterationDepth + extra, true);
 }
 
 // Takes in that root move `i`, already made, has a score outside its window.
 static void ReportFail(int i, int32_t score, BoundType bound) {
     const Move move = RootMove(i);
-    RootUnsettled = i == 0;
-    RootScores[i] = score;
+    Running.RootUnsettled = i == 0;
+    Root.moves[i].score = score;
     UnmakeMove();
     SetLazyWindow();
     Host.printVariations(bound, i);
@@ -82,14 +86,14 @@ static void ReportFail(int i, int32_t score, BoundType bound) {
 // One of the best moves, in a window around its last score that opens in two steps on the side
 // that fails. Leaves the score with the move unless the search was stopped before any was known.
 static void SearchLine(int i) {
-    const int32_t previous = RootScores[i];
+    const int32_t previous = Root.moves[i].score;
     int32_t low = std::max(previous - ASPIRATION, -MATE);
     int32_t high = std::min(previous + ASPIRATION, MATE);
     bool failedHigh = false;
     bool failedLow = false;
     for (;;) {
         const int32_t score = SearchRootChild(i, low, high);
-        if (StopSearch)
+        if (Running.StopSearch)
             return;
         if (score >= high && high < MATE) {
             high = failedHigh ? MATE : high + ASPIRATION_STEP;
@@ -100,7 +104,7 @@ static void SearchLine(int i) {
             failedLow = true;
             ReportFail(i, score, BOUND_UPPER);
         } else {
-            RootScores[i] = score;
+            Root.moves[i].score = score;
             return;
         }
     }
@@ -110,25 +114,25 @@ static void SearchLine(int i) {
 // Returns the place among the best that it has won, or its own.
 static int SearchChallenger(int i) {
     const int last = LineCount() - 1;
-    const int32_t worst = RootScores[last];
+    const int32_t worst = Root.moves[last].score;
     int32_t score = SearchRootChild(i, worst, worst + 1);
-    if (StopSearch || score <= worst)
+    if (Running.StopSearch || score <= worst)
         return i;
     MoveEntry(i, last);
-    RootScores[last] = score;
+    Root.moves[last].score = score;
     int place = RaiseByScore(last);
-    RootUnsettled = place == 0;
+    Running.RootUnsettled = place == 0;
     const int32_t confirmed = SearchRootChild(place, score, score + ASPIRATION);
-    if (StopSearch)
+    if (Running.StopSearch)
         return place;
     if (confirmed > score && confirmed < score + ASPIRATION) {
-        RootScores[place] = confirmed;
+        Root.moves[place].score = confirmed;
         return RaiseByScore(place);
     }
     score = SearchRootChild(place, -MATE, MATE);
-    if (StopSearch)
+    if (Running.StopSearch)
         return place;
-    RootScores[place] = score;
+    Root.moves[place].score = score;
     if (score > worst)
         return RaiseByScore(LowerByScore(place, last));
     // The open window took back what the null window had promised.
@@ -139,10 +143,10 @@ static int SearchChallenger(int i) {
 // One root move. False when the search was stopped in it.
 static bool SearchRootMove(int i) {
     const int lines = LineCount();
-    RootIndex = i;
-    if (i > 0 && NodeCount > CURRENT_MOVE_NODES)
+    Root.index = i;
+    if (i > 0 && Running.NodeCount > CURRENT_MOVE_NODES)
         Host.printCurrentMove();
-    const int64_t nodesBefore = NodeCount;
+    const int64_t nodesBefore = Running.NodeCount;
     MakeMove(RootMove(i), true);
     int place = i;
     if (i < lines)
@@ -150,12 +154,12 @@ static bool SearchRootMove(int i) {
     else
         place = SearchChallenger(i);
     UnmakeMove();
-    RootUnsettled = false;
+    Running.RootUnsettled = false;
     // The other entries keep their counts of the last iteration: what once cost much is looked at
     // early.
-    if (place < lines || i == RootMoveCount - 1)
-        RootNodes[place] = NodeCount - nodesBefore;
-    if (StopSearch)
+    if (place < lines || i == Root.count - 1)
+        Root.moves[place].nodes = Running.NodeCount - nodesBefore;
+    if (Running.StopSearch)
         return false;
     if (i < lines)
         RaiseByScore(i);
@@ -167,18 +171,18 @@ static bool SearchRootMove(int i) {
 
 // The result is the root's own, so that a mate is counted from there when a later search meets it.
 static void StoreRootResult() {
-    SearchPly = 0;
-    HashStore(ONE_PLY * IterationDepth + ROOT_CHECK_EXTRA, RootMove(0), RootScores[0], BOUND_EXACT,
-              false, 0);
-    SearchPly = 1;
+    Running.SearchPly = 0;
+    HashStore(ONE_PLY * Running.IterationDepth + ROOT_CHECK_EXTRA, RootMove(0), Root.moves[0].score,
+              BOUND_EXACT, false, 0);
+    Running.SearchPly = 1;
 }
 
 // One iteration over all root moves. False when the search was stopped in it.
 static bool SearchIteration() {
-    SelDepth = IterationDepth + 1;
+    Running.SelDepth = Running.IterationDepth + 1;
     SetLazyWindow();
     const int lines = LineCount();
-    for (int i = 0; i < RootMoveCount; i++) {
+    for (int i = 0; i < Root.count; i++) {
         if (!SearchRootMove(i))
             return false;
         if (i == lines - 1)
@@ -192,47 +196,41 @@ static bool SearchIteration() {
 static void LookForEasyMove() {
     const Move last = LastMove();
     const Move best = RootMove(0);
-    EasyMove = NO_MOVE;
+    Running.EasyMove = NO_MOVE;
     if (CapturedPiece(last) != EMPTY && CapturedPiece(best) != EMPTY && To(best) == To(last) &&
         SafeExchange(best))
-        EasyMove = best;
+        Running.EasyMove = best;
 }
 
 static bool MateInsideHorizon() {
-    return std::abs(RootScores[0]) > MATE - (IterationDepth - 1);
+    return std::abs(Root.moves[0].score) > MATE - (Running.IterationDepth - 1);
 }
 
 static void Deepen(int limitDepth) {
-    SearchPly = 1;
-    for (IterationDepth = 1; IterationDepth <= LAST_ITERATION; IterationDepth++) {
-        if (!SearchIteration() || MateInsideHorizon() || IterationDepth + 1 >= limitDepth)
+    Running.SearchPly = 1;
+    for (Running.IterationDepth = 1; Running.IterationDepth <= LAST_ITERATION;
+         Running.IterationDepth++) {
+        if (!SearchIteration() || MateInsideHorizon() || Running.IterationDepth + 1 >= limitDepth)
             break;
-        if (IterationDepth >= POLLED_ITERATION)
-            PollCountdown = -1;
-        if (IterationDepth == POLLED_ITERATION - 1)
+        if (Running.IterationDepth >= POLLED_ITERATION)
+            Running.PollCountdown = -1;
+        if (Running.IterationDepth == POLLED_ITERATION - 1)
             LookForEasyMove();
     }
-    IterationDepth = std::min(IterationDepth, LAST_ITERATION);
-    SearchPly = 0;
+    Running.IterationDepth = std::min(Running.IterationDepth, LAST_ITERATION);
+    Running.SearchPly = 0;
 }
 
 // Sets the statistics and counters up for a new search.
 static void SetUpSearch(bool keepHistory) {
     AgeOrdering(keepHistory);
-    StopSearch = LimitReached = false;
-    InfoCountdown = 100000 / PollReload;
+    Running = {};
+    Running.PollCountdown = Budget.PollReload;
+    Running.InfoCountdown = StatisticsInterval();
     HashAge = int16_t(uint16_t(HashAge) + 1);
     SetRootSide(SideToMove);
-    PollCountdown = PollReload;
-    NodeCount = 0;
-    TablebaseHits = 0;
     HashFilledCount = 0;
     MoveStackTop = 0;
-    SearchPly = 0;
-    IterationDepth = 1;
-    SelDepth = 2;
-    EasyMove = NO_MOVE;
-    RootUnsettled = false;
     LazyLow = -MATE;
     LazyHigh = MATE;
 }
@@ -240,9 +238,9 @@ static void SetUpSearch(bool keepHistory) {
 // What the root moves are worth before the first iteration: the quiet score of the position.
 static void ScoreRootMoves() {
     PlyStates[0].inCheck = InCheck(SideToMove);
-    std::fill_n(RootScores, RootMoveCount, Material[RootSide] - Material[ChangeSide(RootSide)]);
+    SetRootScores(Material[RootSide] - Material[ChangeSide(RootSide)]);
     SetLazyWindow();
-    std::fill_n(RootScores, RootMoveCount, Quiesce(-MATE, MATE));
+    SetRootScores(Quiesce(-MATE, MATE));
     // It was no node of the search: nobody below has tried checks before him.
     PlyStates[0].flags = 0;
 }
@@ -255,9 +253,9 @@ static bool TakeBookMove() {
     if (move == NO_MOVE)
         return false;
     SetOnlyRootMove(move);
-    BestMove = move;
-    BestMoveFromBook = true;
-    SearchesSinceBook = 0;
+    Past.BestMove = move;
+    Past.BestMoveFromBook = true;
+    Past.SearchesSinceBook = 0;
     return true;
 }
 
@@ -265,41 +263,43 @@ static bool TakeBookMove() {
 // over.
 static bool SearchRoot(int limitDepth, bool keepHistory, bool useBook) {
     SetUpSearch(keepHistory);
-    BestMove = NO_MOVE;
-    BestMoveFromBook = false;
+    Past.BestMove = NO_MOVE;
+    Past.BestMoveFromBook = false;
     if (useBook && TakeBookMove())
         return true;
     if (!PrepareRoot())
         return false;
     SortRootMoves();
     ScoreRootMoves();
-    if (RootMoveCount > (Analysing ? 0 : 1) && limitDepth >= 2)
+    if (Root.count > (Analysing ? 0 : 1) && limitDepth >= 2)
         Deepen(limitDepth);
-    BestMove = RootMove(0);
+    Past.BestMove = RootMove(0);
     return true;
 }
 
 // For the time test of the next search.
 static void RememberScore() {
-    LastScore = RootScores[0];
-    LastScoreSide = RootSide;
-    if (!BestMoveFromBook)
-        SearchesSinceBook++;
+    Past.LastScore = Root.moves[0].score;
+    Past.LastScoreSide = RootSide;
+    if (!Past.BestMoveFromBook)
+        Past.SearchesSinceBook++;
 }
 
 // For the resignation rule and for learning.
 static void RecordSearch() {
-    if (RecentSearchCount == SEARCH_RECORDS)
-        std::copy(RecentSearches + 1, RecentSearches + SEARCH_RECORDS, RecentSearches);
+    if (Past.RecentSearchCount == SEARCH_RECORDS)
+        std::copy(Past.RecentSearches + 1, Past.RecentSearches + SEARCH_RECORDS,
+                  Past.RecentSearches);
     else
-        RecentSearchCount++;
-    RecentSearches[RecentSearchCount - 1] = {RootScores[0], PosKey, BestMoveFromBook};
+        Past.RecentSearchCount++;
+    Past.RecentSearches[Past.RecentSearchCount - 1] = {Root.moves[0].score, PosKey,
+                                                       Past.BestMoveFromBook};
 }
 
 bool Think() {
-    SearchStart = ClockCentiseconds();
+    Budget.SearchStart = ClockCentiseconds();
     AllotTime();
-    const bool keepHistory = !ForgetInShortSearches || TimeAllotted >= SHORT_SEARCH;
+    const bool keepHistory = !ForgetInShortSearches || Budget.TimeAllotted >= SHORT_SEARCH;
     if (!SearchRoot(DepthLimit, keepHistory, true))
         return false;
     HoldUntilStopped();
@@ -309,18 +309,17 @@ bool Think() {
         return false;
     }
     RecordSearch();
-    Host.announceMove(BestMove, BestMoveFromBook);
-    if (!BestMoveFromBook)
-        LearnBookFromScore(RootScores[0]);
-    MakeMove(BestMove, true);
-    LearnFromSearches({RecentSearches, size_t(RecentSearchCount)}, IterationDepth);
+    Host.announceMove(Past.BestMove, Past.BestMoveFromBook);
+    if (!Past.BestMoveFromBook)
+        LearnBookFromScore(Root.moves[0].score);
+    MakeMove(Past.BestMove, true);
+    LearnFromSearches({Past.RecentSearches, size_t(Past.RecentSearchCount)},
+                      Running.IterationDepth);
     return true;
 }
 
 Move SearchFixedDepth(int maxDepth) {
-    SearchStart = ClockCentiseconds();
-    UnderClock = false;
-    DrawScore = 0;
-    PollReload = 50000;
-    return SearchRoot(maxDepth, true, false) ? BestMove : NO_MOVE;
+    Budget = {};
+    Budget.SearchStart = ClockCentiseconds();
+    return SearchRoot(maxDepth, true, false) ? Past.BestMove : NO_MOVE;
 }

@@ -9,6 +9,6 @@
 bool Think();
 
 // The search alone, to `maxDepth` plies at most, without clock or announcement: for the bench and
-// tests. Returns the best move (NO_MOVE when the game is over) and leaves its score in
-// RootScores[0].
+// tests. Returns the best move (NO_MOVE when the game is over) and leaves its score with
+// the first root move.
 Move SearchFixedDepth(int maxDepth);

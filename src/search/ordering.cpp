@@ -66,7 +66,7 @@ void RewardQuiet(Move move, int32_t depth, int slice) {
     int32_t& value = HistoryTable[HistoryIndex(move, slice, SideToMove)];
     value += ((HISTORY_MAX - value) * StepAtDepth(depth)) >> HISTORY_STEP_SHIFT;
 
-    Move(&killers)[2] = PlyStates[SearchPly].killers[SideToMove];
+    Move(&killers)[2] = PlyStates[Running.SearchPly].killers[SideToMove];
     if (move != killers[0]) {
         killers[1] = killers[0];
         killers[0] = move;

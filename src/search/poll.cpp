@@ -24,13 +24,13 @@ constexpr int RISE = 26;
 // The allotment in centiseconds as the course of the search corrects it: less for an easy move,
 // more when the score has turned since the last search of the game.
 static int AdjustedAllotment(bool easy) {
-    const int allotment = easy ? TimeAllotted / 3 : TimeAllotted;
-    const int previous = LastScoreSide == RootSide ? LastScore : -LastScore;
-    const int change = RootScores[0] - previous;
+    const int allotment = easy ? Budget.TimeAllotted / 3 : Budget.TimeAllotted;
+    const int previous = Past.LastScoreSide == RootSide ? Past.LastScore : -Past.LastScore;
+    const int change = Root.moves[0].score - previous;
     if (change >= RISE)
         return previous >= -9 && previous < 120 ? allotment * 2 : allotment;
     if (change < -LARGE_FALL)
-        return allotment * (SearchesSinceBook != 0 ? 7 : 4);
+        return allotment * (Past.SearchesSinceBook != 0 ? 7 : 4);
     if (change < -SMALL_FALL)
         return allotment * 2 + allotment / 2;
     return allotment;
@@ -39,44 +39,45 @@ static int AdjustedAllotment(bool easy) {
 static bool TimeIsUp() {
     const int elapsed = ElapsedTime();
     if (FixedTime > 0)
-        return elapsed >= TimeHardLimit;
-    const bool easy = EasyMove != NO_MOVE && RootMove(0) == EasyMove;
+        return elapsed >= Budget.TimeHardLimit;
+    const bool easy = Running.EasyMove != NO_MOVE && RootMove(0) == Running.EasyMove;
     if (!easy)
-        EasyMove = NO_MOVE;
+        Running.EasyMove = NO_MOVE;
     // A best move in doubt is given the time to be confirmed or refuted.
-    if (RootUnsettled && !easy && elapsed <= std::min(TimeAllotted * 5 / 3, TimeHardLimit))
+    if (Running.RootUnsettled && !easy &&
+        elapsed <= std::min(Budget.TimeAllotted * 5 / 3, Budget.TimeHardLimit))
         return false;
-    return std::min(AdjustedAllotment(easy), TimeHardLimit) <= elapsed;
+    return std::min(AdjustedAllotment(easy), Budget.TimeHardLimit) <= elapsed;
 }
 
 static bool ClockRuns() {
-    return UnderClock && !GoPonder && !Analysing;
+    return Budget.UnderClock && !GoPonder && !Analysing;
 }
 
 void Poll() {
-    PollCountdown = PollReload;
+    Running.PollCountdown = Budget.PollReload;
     if (Host.inputWaiting()) {
         Host.handleInput();
-        if (StopSearch)
+        if (Running.StopSearch)
             return;
     }
-    if (NodeLimit > 0 && NodeCount >= NodeLimit) {
-        StopSearch = LimitReached = true;
+    if (NodeLimit > 0 && Running.NodeCount >= NodeLimit) {
+        Running.StopSearch = Running.LimitReached = true;
         return;
     }
-    if (--InfoCountdown < 0) {
-        InfoCountdown = 100000 / PollReload;
+    if (--Running.InfoCountdown < 0) {
+        Running.InfoCountdown = StatisticsInterval();
         Host.printStatistics();
     }
     if (ClockRuns() && TimeIsUp())
-        StopSearch = true;
+        Running.StopSearch = true;
 }
 
 void HoldUntilStopped() {
     // A search that nobody has told to stop yet keeps its move, whatever has ended it.
-    if (LimitReached)
-        StopSearch = false;
-    while (!StopSearch && (GoPonder || (OwnTime == INFINITE_TIME && !Analysing)) &&
+    if (Running.LimitReached)
+        Running.StopSearch = false;
+    while (!Running.StopSearch && (GoPonder || (OwnTime == INFINITE_TIME && !Analysing)) &&
            Host.waitForInput())
         Host.handleInput();
 }

@@ -67,14 +67,14 @@ static int32_t QuiesceNode(int32_t alpha, int32_t beta, int32_t qdepth);
 // The best and worst that can still happen: mated at once, or mating with the next move. Returns
 // true when that alone decides the node, with its value in `best`.
 static bool BoundByMateDistance(Node& node) {
-    const int32_t floor = std::max(SearchPly - (node.ply.inCheck ? MATE : MATE - 2), -MATE);
+    const int32_t floor = std::max(Running.SearchPly - (node.ply.inCheck ? MATE : MATE - 2), -MATE);
     node.best = floor;
     if (floor > -MATE && floor > node.alpha) {
         if (floor >= node.beta)
             return true;
         node.alpha = floor;
     }
-    if (node.alpha >= MATE - 1 - SearchPly) {
+    if (node.alpha >= MATE - 1 - Running.SearchPly) {
         node.best = node.alpha;
         return true;
     }
@@ -119,7 +119,7 @@ static bool AllowChecks(Node& node) {
     }
     if (!EnemyKingBoxedIn())
         return false;
-    if (SearchPly >= 2 && (PlyStates[SearchPly - 2].flags & CHECKS_TRIED))
+    if (Running.SearchPly >= 2 && (PlyStates[Running.SearchPly - 2].flags & CHECKS_TRIED))
         return false;
     node.ply.flags = CHECKS_TRIED;
     return true;
@@ -128,10 +128,10 @@ static bool AllowChecks(Node& node) {
 // Makes the move, searches it at `qdepth` and takes it back; the ply's givesCheck must be set.
 static int32_t SearchMove(const Node& node, Move move, int32_t qdepth) {
     MakeMove(move, true);
-    PlyStates[SearchPly + 1].inCheck = node.ply.givesCheck;
-    SearchPly++;
+    PlyStates[Running.SearchPly + 1].inCheck = node.ply.givesCheck;
+    Running.SearchPly++;
     const int32_t score = -QuiesceNode(-node.beta, -node.alpha, qdepth);
-    SearchPly--;
+    Running.SearchPly--;
     UnmakeMove();
     return score;
 }
@@ -168,13 +168,14 @@ static bool TryHashMove(Node& node) {
         return false;
     node.hashMove = move;
     const int32_t score = SearchMove(node, move, node.qdepth - HASH_MOVE_COST);
-    return StopSearch || TakeScore(node, move, score);
+    return Running.StopSearch || TakeScore(node, move, score);
 }
 
 // The check that led here came from a node that tries checks only because the king looked boxed
 // in. Where the king has several ways out after all, or a sound reply, it led to nothing.
 static bool CheckLooksHarmless(int start, int end) {
-    if (SearchPly < 1 || !(PlyStates[SearchPly - 1].flags & CHECKS_TRIED) || !IsQuiet(LastMove()))
+    if (Running.SearchPly < 1 || !(PlyStates[Running.SearchPly - 1].flags & CHECKS_TRIED) ||
+        !IsQuiet(LastMove()))
         return false;
     int natural = 0;
     for (int i = start; i < end; i++) {
@@ -213,7 +214,7 @@ static bool TryMoves(Node& node, int start, int end) {
         if (IsLeftOut(node, tried.move))
             continue;
         const int32_t score = SearchMove(node, tried.move, node.qdepth - ONE_PLY);
-        if (StopSearch)
+        if (Running.StopSearch)
             return true;
         CountLosingCapture(node, tried, score);
         if (TakeScore(node, tried.move, score))
@@ -228,7 +229,7 @@ static bool TryEvasions(Node& node) {
     const int end = MoveStackTop;
     bool decided = true;
     if (end == start) {
-        node.best = SearchPly - MATE;
+        node.best = Running.SearchPly - MATE;
     } else if (end > start + 1 && CheckLooksHarmless(start, end)) {
         node.best = node.beta;
     } else {
@@ -279,7 +280,7 @@ static bool TryQuietChecks(Node& node) {
             continue;
         node.ply.givesCheck = true;
         const int32_t score = SearchMove(node, move, node.qdepth - ONE_PLY);
-        decided = StopSearch || TakeScore(node, move, score);
+        decided = Running.StopSearch || TakeScore(node, move, score);
     }
     MoveStackTop = start;
     return decided;
@@ -308,16 +309,16 @@ static bool TryStages(Node& node) {
 }
 
 static int32_t QuiesceNode(int32_t alpha, int32_t beta, int32_t qdepth) {
-    PlyState& ply = PlyStates[SearchPly];
+    PlyState& ply = PlyStates[Running.SearchPly];
     Node node = {alpha, beta, qdepth, ply, 0, NO_MOVE, NO_MOVE, 0, 0, 0, false};
 
     // 1. Count the node.
     ply.bestMove = NO_MOVE;
-    SelDepth = std::max(SelDepth, SearchPly);
-    NodeCount++;
-    if (--PollCountdown < -POLL_OVERDUE)
+    Running.SelDepth = std::max(Running.SelDepth, Running.SearchPly);
+    Running.NodeCount++;
+    if (--Running.PollCountdown < -POLL_OVERDUE)
         Poll();
-    if (StopSearch)
+    if (Running.StopSearch)
         return 0;
 
     // 2. Bounds by mate distance, and draws by the rules.
@@ -325,11 +326,11 @@ static int32_t QuiesceNode(int32_t alpha, int32_t beta, int32_t qdepth) {
         return node.best;
     if (DrawByHistory())
         return DrawValue();
-    if (SearchPly >= MAX_SEARCH_PLY)
+    if (Running.SearchPly >= MAX_SEARCH_PLY)
         return EvaluateCached();
 
     // 3. Far beyond the iteration the search must come to rest.
-    if (SearchPly > std::min(2 * IterationDepth + 36, 90))
+    if (Running.SearchPly > std::min(2 * Running.IterationDepth + 36, 90))
         node.qdepth = QDEPTH_DEEP;
 
     // 4. Hopelessly good material needs no evaluation.
@@ -354,7 +355,7 @@ static int32_t QuiesceNode(int32_t alpha, int32_t beta, int32_t qdepth) {
 
     // 7. The moves.
     if (TryStages(node))
-        return StopSearch ? 0 : node.best;
+        return Running.StopSearch ? 0 : node.best;
 
     // 8. Only a score inside the window is worth storing.
     if (node.alpha > alphaAfterStandPat) {

@@ -4,89 +4,92 @@
 
 #include "board/attackers.h"
 #include "board/legal_moves.h"
+#include "board/position.h"
 #include "search/host.h"
 #include "search/limits.h"
 
-constinit int32_t RootMoveCount = 0;
-constinit int32_t RootScores[MAX_ROOT_MOVES] = {};
-constinit bool RootGivesCheck[MAX_ROOT_MOVES] = {};
-constinit int64_t RootNodes[MAX_ROOT_MOVES] = {};
-constinit int32_t RootIndex = 0;
-constinit int32_t RootGamePly = 0;
+constinit RootList Root;
 
 int LineCount() {
-    return std::max(1, std::min(MultiPV, RootMoveCount));
+    return std::max(1, std::min(MultiPV, Root.count));
+}
+
+static void AddRootMove(const ScoredMove& generated) {
+    Root.moves[Root.count++] = {generated.move, generated.score, 0, GivesCheck(generated.move), 0};
+}
+
+static bool IsSearchMove(const RootEntry& entry) {
+    return std::count(SearchMoves, SearchMoves + SearchMoveCount, entry.move) > 0;
 }
 
 // Keeps the moves that the search was restricted to, if any of them is legal.
 static void RestrictToSearchMoves() {
     int kept = 0;
-    for (int i = 0; i < MoveStackTop; i++) {
-        if (std::count(SearchMoves, SearchMoves + SearchMoveCount, MoveStack[i].move) > 0)
-            std::swap(MoveStack[kept++], MoveStack[i]);
+    for (int i = 0; i < Root.count; i++) {
+        if (IsSearchMove(Root.moves[i]))
+            std::swap(Root.moves[kept++], Root.moves[i]);
     }
     if (kept > 0)
-        MoveStackTop = kept;
+        Root.count = kept;
+}
+
+static void EmptyRootList() {
+    MoveStackTop = 0;
+    Root.count = 0;
+    Root.index = 0;
+    Root.gamePly = Ply;
 }
 
 bool PrepareRoot() {
-    MoveStackTop = 0;
-    RootGamePly = Ply;
-    RootIndex = 0;
+    EmptyRootList();
     Host.announceDraw();
-    RootMoveCount = GenerateLegalMoves();
-    if (RootMoveCount == 0) {
+    const int legal = GenerateLegalMoves();
+    for (int i = 0; i < legal; i++)
+        AddRootMove(MoveStack[i]);
+    MoveStackTop = 0;
+    if (Root.count == 0) {
         Host.announceGameOver();
         return false;
     }
-    if (SearchMoveCount > 0)
-        RestrictToSearchMoves();
-    RootMoveCount = MoveStackTop;
-    for (int i = 0; i < RootMoveCount; i++) {
-        RootScores[i] = 0;
-        RootNodes[i] = 0;
-        RootGivesCheck[i] = GivesCheck(RootMove(i));
-    }
+    RestrictToSearchMoves();
     return true;
 }
 
 void SetOnlyRootMove(Move move) {
-    MoveStack[0] = {move, 0};
-    MoveStackTop = RootMoveCount = 1;
-    RootGamePly = Ply;
-    RootIndex = 0;
-    RootScores[0] = 0;
-    RootNodes[0] = 0;
-    RootGivesCheck[0] = GivesCheck(move);
+    EmptyRootList();
+    AddRootMove({move, 0});
 }
 
-// Turns the entries [first, last) round so that `middle` comes first, in all parallel lists.
-static void RotateEntries(int first, int middle, int last) {
-    std::rotate(MoveStack + first, MoveStack + middle, MoveStack + last);
-    std::rotate(RootScores + first, RootScores + middle, RootScores + last);
-    std::rotate(RootGivesCheck + first, RootGivesCheck + middle, RootGivesCheck + last);
-    std::rotate(RootNodes + first, RootNodes + middle, RootNodes + last);
+void SetRootScores(int32_t score) {
+    for (int i = 0; i < Root.count; i++)
+        Root.moves[i].score = score;
 }
 
 void MoveEntry(int i, int place) {
     if (place <= i)
-        RotateEntries(place, i, i + 1);
+        std::rotate(Root.moves + place, Root.moves + i, Root.moves + i + 1);
     else
-        RotateEntries(i, i + 1, place + 1);
+        std::rotate(Root.moves + i, Root.moves + i + 1, Root.moves + place + 1);
+}
+
+// Sorts entries `first` and up by a figure, highest first; equal ones keep their order.
+template <typename Figure> static void SortFrom(int first, Figure figure) {
+    std::stable_sort(
+        Root.moves + first, Root.moves + Root.count,
+        [figure](const RootEntry& a, const RootEntry& b) { return a.*figure > b.*figure; });
 }
 
 void SortRootMoves() {
-    for (int i = 1; i < RootMoveCount; i++) {
-        int place = i;
-        while (place > 0 && MoveStack[place - 1].score < MoveStack[i].score)
-            place--;
-        MoveEntry(i, place);
-    }
+    SortFrom(0, &RootEntry::orderScore);
+}
+
+void ReorderByNodes(int first) {
+    SortFrom(first, &RootEntry::nodes);
 }
 
 int RaiseByScore(int i) {
     int place = i;
-    while (place > 0 && RootScores[place - 1] < RootScores[i])
+    while (place > 0 && Root.moves[place - 1].score < Root.moves[i].score)
         place--;
     MoveEntry(i, place);
     return place;
@@ -94,17 +97,8 @@ int RaiseByScore(int i) {
 
 int LowerByScore(int i, int last) {
     int place = i;
-    while (place < last && RootScores[place + 1] > RootScores[i])
+    while (place < last && Root.moves[place + 1].score > Root.moves[i].score)
         place++;
     MoveEntry(i, place);
     return place;
-}
-
-void ReorderByNodes(int first) {
-    for (int i = first + 1; i < RootMoveCount; i++) {
-        int place = i;
-        while (place > first && RootNodes[place - 1] < RootNodes[i])
-            place--;
-        MoveEntry(i, place);
-    }
 }

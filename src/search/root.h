@@ -3,32 +3,45 @@
 
 #include "board/generate.h"
 
-// The root moves are the first entries of the move stack; these run parallel to them.
 constexpr int MAX_ROOT_MOVES = MAX_NODE_MOVES;
-extern int32_t RootMoveCount;
-extern int32_t RootScores[MAX_ROOT_MOVES]; // from the root side's view
-extern bool RootGivesCheck[MAX_ROOT_MOVES];
-extern int64_t RootNodes[MAX_ROOT_MOVES];
-extern int32_t RootIndex; // the move being searched
-extern int32_t RootGamePly;
+
+struct RootEntry {
+    Move move = NO_MOVE;
+    int32_t orderScore = 0; // the generator's
+    int32_t score = 0;      // the last search's, from the root side's view
+    bool givesCheck = false;
+    int64_t nodes = 0; // spent below the move when they were last counted
+};
+
+struct RootList {
+    RootEntry moves[MAX_ROOT_MOVES];
+    int32_t count = 0;
+    int32_t index = 0; // of the move being searched
+    int32_t gamePly = 0;
+};
+extern RootList Root;
 
 inline Move RootMove(int i) {
-    return MoveStack[i].move;
+    return Root.moves[i].move;
 }
 
 // How many of the best root moves get a score of their own and a line: what the user asked for, at
 // least one. They are the first entries.
 int LineCount();
 
-// Empties the move stack, generates the legal root moves in generator order with their order
-// scores, and lets the host announce draws and the end of the game. Returns false when the game
-// is over: no legal move is left.
+// Generates the legal root moves in generator order with their order scores, and lets the host
+// announce draws and the end of the game. Returns false when the game is over: no legal move is
+// left.
 bool PrepareRoot();
 
 // Makes the move the only root move, as if it had been searched with score 0.
 void SetOnlyRootMove(Move move);
 
-// Brings the moves into the order of their scores, highest first; equal ones keep theirs.
+// Gives every root move the score.
+void SetRootScores(int32_t score);
+
+// Brings the moves into the order of their scores by the generator, highest first; equal ones keep
+// theirs.
 void SortRootMoves();
 
 // Moves entry `i` to `place`; those between shift one place toward where it stood.

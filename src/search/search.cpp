@@ -80,8 +80,8 @@ struct Node {
     Move quietMoves[MAX_PENALISED]; // as many as `quiets` tells; clearing them all costs time
 
     Node(int32_t low, int32_t high, int32_t remaining, bool mayPass)
-        : alpha(low), beta(high), depth(remaining), ply(PlyStates[SearchPly]), nullAllowed(mayPass),
-          openWindow(low + 1 < high) {}
+        : alpha(low), beta(high), depth(remaining), ply(PlyStates[Running.SearchPly]),
+          nullAllowed(mayPass), openWindow(low + 1 < high) {}
 };
 
 } // namespace
@@ -89,14 +89,14 @@ struct Node {
 // The best and worst that can still happen: mated at once, or mating with the next move. True when
 // that decides the node, with its value in `best`.
 static bool BoundByMateDistance(Node& node) {
-    const int32_t floor = SearchPly - (node.ply.inCheck ? MATE : MATE - 2);
+    const int32_t floor = Running.SearchPly - (node.ply.inCheck ? MATE : MATE - 2);
     if (floor > -MATE && floor > node.alpha) {
         node.best = floor;
         if (floor >= node.beta)
             return true;
         node.alpha = floor;
     }
-    if (node.alpha >= MATE - 1 - SearchPly) {
+    if (node.alpha >= MATE - 1 - Running.SearchPly) {
         node.best = node.alpha;
         return true;
     }
@@ -150,7 +150,7 @@ static bool IsBareKing(Colour side) {
 static bool ProbesTablebase(const Node& node) {
     if (MenCount > LargestTablebase || CastleRights != 0)
         return false;
-    if (SearchPly < 2 || node.depth >= PROBE_DEPTH)
+    if (Running.SearchPly < 2 || node.depth >= PROBE_DEPTH)
         return true;
     const Piece promotion = Promotion(LastMove());
     return (promotion == EMPTY || promotion == QUEEN) && !IsBareKing(WHITE) && !IsBareKing(BLACK);
@@ -164,11 +164,11 @@ static bool CutByTablebase(Node& node) {
     if (node.best == 0)
         node.best = DrawValue();
     else if (node.best >= TABLEBASE_MATE)
-        node.best += 1 - SearchPly;
+        node.best += 1 - Running.SearchPly;
     else if (node.best <= -TABLEBASE_MATE)
-        node.best += SearchPly;
+        node.best += Running.SearchPly;
     HashStore(TABLEBASE_DEPTH, NO_MOVE, node.best, BOUND_EXACT, false, 0);
-    TablebaseHits++;
+    Running.TablebaseHits++;
     return true;
 }
 
@@ -200,7 +200,7 @@ static int32_t SearchAfterPass(int32_t beta, int32_t reduced) {
     for (;;) {
         const int32_t score =
             depth < ONE_PLY ? -Quiesce(-beta, 1 - beta) : -Search(-beta, 1 - beta, depth, false);
-        if (StopSearch || score < beta || depth + ONE_PLY > reduced)
+        if (Running.StopSearch || score < beta || depth + ONE_PLY > reduced)
             return score;
         depth += ONE_PLY;
     }
@@ -213,16 +213,16 @@ static bool CutByNullMove(Node& node) {
     const bool deep = PhaseUnits[SideToMove] > 8 && node.depth >= 6 * ONE_PLY;
     const int32_t reduced = node.depth - (deep ? 5 : 4) * ONE_PLY;
     MakeNullMove();
-    SearchPly++;
-    PlyStates[SearchPly].inCheck = false;
-    PlyStates[SearchPly].flags = 0;
+    Running.SearchPly++;
+    PlyStates[Running.SearchPly].inCheck = false;
+    PlyStates[Running.SearchPly].flags = 0;
     const int32_t score = SearchAfterPass(node.beta, reduced);
-    SearchPly--;
+    Running.SearchPly--;
     UnmakeNullMove();
-    if (StopSearch)
+    if (Running.StopSearch)
         return true;
     if (score < node.beta) {
-        node.mateThreat |= score == SearchPly + 1 - (MATE - 1);
+        node.mateThreat |= score == Running.SearchPly + 1 - (MATE - 1);
         return false;
     }
     node.best = node.beta;
@@ -239,7 +239,7 @@ static void DeepenInternally(Node& node) {
     if (reduced < ONE_PLY)
         return;
     Search(node.alpha, node.beta, reduced, false);
-    if (StopSearch)
+    if (Running.StopSearch)
         return;
     const HashHit hit = HashProbe();
     node.hashMove = hit.move;
@@ -300,11 +300,11 @@ static int32_t SearchMade(const Node& node, int32_t depth, bool extended, bool q
     const int32_t reduction = quiet && !extended ? ReductionOf(node) : 0;
     if (reduction > 0) {
         const int32_t test = SearchChild(node.alpha, node.alpha + 1, depth - reduction);
-        if (StopSearch || test <= node.alpha)
+        if (Running.StopSearch || test <= node.alpha)
             return test;
     }
     const int32_t score = SearchChild(node.alpha, node.alpha + 1, depth);
-    if (StopSearch || !node.openWindow || score <= node.alpha || score >= node.beta)
+    if (Running.StopSearch || !node.openWindow || score <= node.alpha || score >= node.beta)
         return score;
     return SearchChild(score, node.beta, depth);
 }
@@ -364,13 +364,13 @@ static bool TryMove(Node& node, Move move, Stage stage) {
         node.quiets++;
     }
     MakeMove(move, true);
-    SearchPly++;
-    PlyStates[SearchPly].inCheck = check;
+    Running.SearchPly++;
+    PlyStates[Running.SearchPly].inCheck = check;
     const int32_t score = SearchMade(node, node.depth - ONE_PLY + extension, extension > 0, quiet);
-    SearchPly--;
+    Running.SearchPly--;
     UnmakeMove();
     node.searched++;
-    return StopSearch || TakeScore(node, move, score, stage);
+    return Running.StopSearch || TakeScore(node, move, score, stage);
 }
 
 static bool TryHashMove(Node& node) {
@@ -448,7 +448,7 @@ static bool TryStages(Node& node) {
 // The value of a node without a legal move.
 static int32_t NoMoveValue(const Node& node) {
     if (node.ply.inCheck)
-        return SearchPly - MATE;
+        return Running.SearchPly - MATE;
     if (!node.futile)
         return DrawValue();
     HashStore(node.depth, NO_MOVE, node.alpha, BOUND_UPPER, node.mateThreat, node.hintBits);
@@ -472,7 +472,7 @@ static int32_t FinishNode(Node& node) {
 }
 
 int32_t Search(int32_t alpha, int32_t beta, int32_t depth, bool nullAllowed) {
-    if (StopSearch)
+    if (Running.StopSearch)
         return 0;
     Node node(alpha, beta, depth, nullAllowed);
     node.ply.bestMove = NO_MOVE;
@@ -480,28 +480,28 @@ int32_t Search(int32_t alpha, int32_t beta, int32_t depth, bool nullAllowed) {
 
     // 1. Count the node; no score can be better than mate with the next move, or worse than being
     //    mated now.
-    NodeCount++;
+    Running.NodeCount++;
     if (BoundByMateDistance(node))
         return node.best;
-    SelDepth = std::max(SelDepth, SearchPly);
+    Running.SelDepth = std::max(Running.SelDepth, Running.SearchPly);
 
     // 2. Look up from the board now and then: input, node limit, clock.
-    if (--PollCountdown < 0) {
+    if (--Running.PollCountdown < 0) {
         Poll();
-        if (StopSearch)
+        if (Running.StopSearch)
             return 0;
     }
 
     // 3. Draws by the rules are draws whatever the moves.
     if (DrawnByRule())
         return DrawValue();
-    if (SearchPly >= MAX_SEARCH_PLY)
+    if (Running.SearchPly >= MAX_SEARCH_PLY)
         return EvaluateCached();
 
     // 4. What is already known about the position: from the table, from tablebases. Below the root
     //    these come first, so that a mate is played out to the end whatever bounds an earlier
     //    search has left.
-    const bool tablebaseFirst = SearchPly < 2;
+    const bool tablebaseFirst = Running.SearchPly < 2;
     if ((tablebaseFirst && CutByTablebase(node)) || CutByHash(node) ||
         (!tablebaseFirst && CutByTablebase(node)))
         return node.best;
@@ -519,17 +519,17 @@ int32_t Search(int32_t alpha, int32_t beta, int32_t depth, bool nullAllowed) {
 
     // 7. A side that stands above beta even after passing needs no move.
     if (CutByNullMove(node))
-        return StopSearch ? 0 : node.best;
+        return Running.StopSearch ? 0 : node.best;
 
     // 8. A first move, where the table has none.
     DeepenInternally(node);
-    if (StopSearch)
+    if (Running.StopSearch)
         return 0;
 
     // 9. The moves, stage by stage.
     node.futile = QuietMovesAreFutile(node);
     if (TryStages(node))
-        return StopSearch ? 0 : node.best;
+        return Running.StopSearch ? 0 : node.best;
 
     // 10. No move, or none that failed high.
     return node.moves == 0 ? NoMoveValue(node) : FinishNode(node);

@@ -5,30 +5,19 @@
 #include "platform/clock.h"
 
 constinit PlyState PlyStates[PLY_STATES] = {};
-constinit int32_t SearchPly = 0;
-constinit int32_t SelDepth = 0;
-constinit int32_t IterationDepth = 0;
-constinit int64_t NodeCount = 0;
-constinit int32_t TablebaseHits = 0;
-constinit bool StopSearch = false;
-constinit bool LimitReached = false;
-constinit int32_t PollReload = 50000;
-constinit int32_t PollCountdown = 50000;
-constinit int32_t InfoCountdown = 2;
-constinit int32_t SearchStart = 0;
-constinit int32_t TimeAllotted = UNLIMITED_TIME;
-constinit int32_t TimeHardLimit = UNLIMITED_TIME;
-constinit Move EasyMove = NO_MOVE;
-constinit bool RootUnsettled = false;
-constinit bool UnderClock = false;
-constinit int32_t DrawScore = 0;
+constinit TimeBudget Budget;
+constinit SearchState Running;
 
 int32_t DrawValue() {
-    return SideToMove == RootSide ? DrawScore : -DrawScore;
+    return SideToMove == RootSide ? Budget.DrawScore : -Budget.DrawScore;
 }
 
 int ElapsedTime() {
-    return ClockCentiseconds() - SearchStart;
+    return ClockCentiseconds() - Budget.SearchStart;
+}
+
+int32_t StatisticsInterval() {
+    return 100000 / Budget.PollReload;
 }
 
 void ClearKillers() {

@@ -21,31 +21,42 @@ constexpr int32_t CHECKS_TRIED = 16;
 constexpr int PLY_STATES = 200;
 extern PlyState PlyStates[PLY_STATES];
 
-extern int32_t SearchPly; // 0 before the search, 1 at the root's children
-extern int32_t SelDepth;  // deepest SearchPly of this iteration
-extern int32_t IterationDepth;
-extern int64_t NodeCount;
-extern int32_t TablebaseHits;
-extern bool StopSearch;   // every node returns at once
-extern bool LimitReached; // the search has stopped by itself, at its node limit
+// What a search may use of the clock, which is decided before it begins and once more when the
+// opponent plays the predicted move. Times in centiseconds.
+struct TimeBudget {
+    int32_t SearchStart = 0; // on the process clock
+    int32_t TimeAllotted = UNLIMITED_TIME;
+    int32_t TimeHardLimit = UNLIMITED_TIME;
+    int32_t PollReload = 50000; // nodes between input polls
+    int32_t DrawScore = 0;      // of a draw for RootSide
+    bool UnderClock = false;    // the time test applies: a timed search of the game
+};
+extern TimeBudget Budget;
 
-extern int32_t PollReload; // nodes between input polls
-extern int32_t PollCountdown;
-extern int32_t InfoCountdown; // polls to the next statistics line
-
-extern int32_t SearchStart; // centiseconds on the process clock
-extern int32_t TimeAllotted;
-extern int32_t TimeHardLimit;
-extern Move EasyMove;      // a root move so natural that a third of the time will do; or NO_MOVE
-extern bool RootUnsettled; // the best root move has just failed high or low
-extern bool UnderClock;    // the time test applies: a timed search of the game
-extern int32_t DrawScore;  // of a draw for RootSide
+// Where the running search is. Every search begins with a new one.
+struct SearchState {
+    int32_t SearchPly = 0; // 0 before the search, 1 at the root's children
+    int32_t SelDepth = 2;  // deepest SearchPly of this iteration
+    int32_t IterationDepth = 1;
+    int32_t PollCountdown = 50000;
+    int64_t NodeCount = 0;
+    bool StopSearch = false;    // every node returns at once
+    bool LimitReached = false;  // the search has stopped by itself, at its node limit
+    bool RootUnsettled = false; // the best root move has just failed high or low
+    Move EasyMove = NO_MOVE; // a root move so natural that a third of the time will do; or NO_MOVE
+    int32_t InfoCountdown = 2; // polls to the next statistics line
+    int32_t TablebaseHits = 0;
+};
+extern SearchState Running;
 
 // Score of a draw for the side to move.
 int32_t DrawValue();
 
 // Hundredths of a second since the search started.
 int ElapsedTime();
+
+// Polls between two lines of statistics.
+int32_t StatisticsInterval();
 
 void ClearKillers();
 void ClearPlyStates();

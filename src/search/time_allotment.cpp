@@ -33,8 +33,8 @@ static int MovesToControl(int gamePly) {
 }
 
 static void SetLimits(int64_t allotted, int64_t hardLimit) {
-    TimeAllotted = int32_t(std::clamp<int64_t>(allotted, 1, UNLIMITED_TIME));
-    TimeHardLimit = int32_t(std::clamp<int64_t>(hardLimit, 0, UNLIMITED_TIME));
+    Budget.TimeAllotted = int32_t(std::clamp<int64_t>(allotted, 1, UNLIMITED_TIME));
+    Budget.TimeHardLimit = int32_t(std::clamp<int64_t>(hardLimit, 0, UNLIMITED_TIME));
 }
 
 static void DivideClock(int64_t usable, int movesToGo) {
@@ -44,7 +44,7 @@ static void DivideClock(int64_t usable, int movesToGo) {
     int64_t allotment = ((moves - 1) * increment + usable) / moves;
     const int64_t cap = movesToGo > 0 ? 7 * allotment : std::min(7 * allotment, half);
     // The first positions after the book are new to the engine.
-    if (SearchesSinceBook < 2)
+    if (Past.SearchesSinceBook < 2)
         allotment += allotment / 5;
     allotment = std::max(allotment, LEAST_ALLOTMENT);
     SetLimits(3 * allotment / 4, std::min({half, 7 * allotment, cap}));
@@ -60,7 +60,7 @@ static void ValueDrawByClock(int64_t time, int64_t usable, int movesToGo) {
     if (opponent <= usable || (opponent <= usable + usable / 2 && usable >= safe / 2))
         return;
     if ((increment == 0 && usable < 2 * safe) || usable < safe)
-        DrawScore = ClockDrawScore[std::clamp<int64_t>(10 * usable / safe, 0, 19)];
+        Budget.DrawScore = ClockDrawScore[std::clamp<int64_t>(10 * usable / safe, 0, 19)];
 }
 
 static int64_t TimeLeft() {
@@ -75,23 +75,26 @@ static int64_t UsableTime() {
 // Sets the limits of a search of the position at that game ply.
 static void SetTimeLimits(int gamePly) {
     const int64_t time = TimeLeft();
-    UnderClock = !Analysing && (FixedTime > 0 || (time != NO_CLOCK && time != INFINITE_TIME));
-    if (!UnderClock)
+    Budget.UnderClock =
+        !Analysing && (FixedTime > 0 || (time != NO_CLOCK && time != INFINITE_TIME));
+    if (!Budget.UnderClock)
         SetLimits(UNLIMITED_TIME, UNLIMITED_TIME);
     else if (FixedTime > 0)
         SetLimits(FixedTime, FixedTime);
     else
         DivideClock(UsableTime(), MovesToControl(gamePly));
-    PollReload = TimeAllotted >= 301 ? 50000 : TimeAllotted >= 101 ? 20000 : 5000;
+    Budget.PollReload = Budget.TimeAllotted >= 301   ? 50000
+                        : Budget.TimeAllotted >= 101 ? 20000
+                                                     : 5000;
 }
 
 void AllotTime() {
     SetTimeLimits(Ply);
-    DrawScore = 0;
-    if (UnderClock && FixedTime <= 0)
+    Budget.DrawScore = 0;
+    if (Budget.UnderClock && FixedTime <= 0)
         ValueDrawByClock(TimeLeft(), UsableTime(), MovesToControl(Ply));
 }
 
 void ReallotTime() {
-    SetTimeLimits(RootGamePly);
+    SetTimeLimits(Root.gamePly);
 }

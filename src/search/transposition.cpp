@@ -153,14 +153,14 @@ static int32_t ScoreToStore(int32_t score, BoundType bound) {
     if (bound == BOUND_LOWER)
         return std::min(score, MATE_BOUND);
     if (score > MATE_BOUND)
-        return score + SearchPly;
-    return score < -MATE_BOUND ? score - SearchPly : score;
+        return score + Running.SearchPly;
+    return score < -MATE_BOUND ? score - Running.SearchPly : score;
 }
 
 int32_t MateFromHash(int32_t score) {
     if (score > MATE_BOUND)
-        return score - SearchPly;
-    return score < -MATE_BOUND ? score + SearchPly : score;
+        return score - Running.SearchPly;
+    return score < -MATE_BOUND ? score + Running.SearchPly : score;
 }
 
 void HashStore(int32_t depth, Move move, int32_t score, BoundType bound, bool mateThreat,

@@ -21,7 +21,7 @@ protected:
     }
     void TearDown() override {
         Reset();
-        ResetDriverState();
+        Past = {};
     }
     static void Reset() {
         ResetLimits();

@@ -23,7 +23,7 @@ protected:
     }
     void TearDown() override {
         SetDefaultEgtbSettings();
-        ResetDriverState();
+        Past = {};
         SetStartPosition();
     }
 };
@@ -43,20 +43,20 @@ TEST_F(UciState, TablebaseOptionsCountOnlyWhileTablebasesAreUsed) {
 TEST_F(UciState, AnotherPositionForgetsTheLastScore) {
     for (const char* const line : {"position fen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1",
                                    "loadfen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1"}) {
-        LastScore = 123;
+        Past.LastScore = 123;
         Dispatch(line);
-        EXPECT_EQ(LastScore, 0) << line;
+        EXPECT_EQ(Past.LastScore, 0) << line;
         EXPECT_EQ(MenCount, 3) << line;
     }
 }
 
 TEST_F(UciState, EveryLineOfThinkingPutsTheStatisticsOff) {
     ASSERT_TRUE(PrepareRoot());
-    InfoCountdown = -1;
+    Running.InfoCountdown = -1;
     testing::internal::CaptureStdout();
     PrintUciVariation(true, BOUND_LOWER);
     const std::string line = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(InfoCountdown, 100000 / PollReload);
+    EXPECT_EQ(Running.InfoCountdown, StatisticsInterval());
     EXPECT_NE(line.find(" lowerbound nodes "), std::string::npos) << line;
 }
 

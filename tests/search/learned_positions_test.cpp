@@ -44,7 +44,7 @@ TEST(LearnedPositions, TheEngineAvoidsWhereItHasGoneWrong) {
     EXPECT_EQ(SearchAnew(), best) << "switched off";
     UseLearningData = true;
     EXPECT_NE(SearchAnew(), best);
-    EXPECT_GT(RootScores[0], -300);
+    EXPECT_GT(Root.moves[0].score, -300);
     SetDefaultBookSettings();
     CloseLearningFile();
     FreeHashTables();

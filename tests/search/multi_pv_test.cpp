@@ -31,8 +31,10 @@ protected:
         Reports = UnorderedReports = 0;
         Host.printVariations = [](BoundType bound, int) {
             Reports++;
-            if (bound == BOUND_EXACT &&
-                !std::is_sorted(RootScores, RootScores + LineCount(), std::greater<>()))
+            if (bound == BOUND_EXACT && !std::is_sorted(Root.moves, Root.moves + LineCount(),
+                                                        [](const RootEntry& a, const RootEntry& b) {
+                                                            return a.score > b.score;
+                                                        }))
                 UnorderedReports++;
         };
     }
@@ -48,7 +50,7 @@ protected:
         ClearEvasionReplies();
         ClearCaptureStats();
         ClearPlyStates();
-        ResetDriverState();
+        Past = {};
         ResetLimits();
     }
 
@@ -64,7 +66,7 @@ protected:
         SearchFixedDepth(depth);
         std::vector<Line> lines;
         for (int i = 0; i < LineCount(); i++)
-            lines.push_back({RootMove(i), RootScores[i]});
+            lines.push_back({RootMove(i), Root.moves[i].score});
         return lines;
     }
     // The score of a move that is searched alone.
@@ -75,7 +77,7 @@ protected:
         SearchMoveCount = 1;
         Analysing = true;
         SearchFixedDepth(depth);
-        return RootScores[0];
+        return Root.moves[0].score;
     }
 };
 
@@ -111,7 +113,7 @@ TEST_F(MultiPv, NoMoveLeftOutIsBetter) {
         SCOPED_TRACE(fen);
         const std::vector<Line> best = Best(fen, 3, 5);
         const std::vector<Line> all = Best(fen, 300, 5);
-        ASSERT_EQ(int(all.size()), RootMoveCount);
+        ASSERT_EQ(int(all.size()), Root.count);
         ASSERT_GT(all.size(), best.size());
         for (size_t i = 0; i < best.size(); i++)
             EXPECT_NEAR(best[i].score, all[i].score, 60) << i;

@@ -32,7 +32,7 @@ protected:
         ClearCaptureStats();
         ClearKillers();
         HashAge = 0;
-        SearchPly = 0;
+        Running.SearchPly = 0;
         MoveStackTop = 0;
     }
 };
@@ -113,7 +113,7 @@ TEST_F(OrderingTest, ARewardBelowOnePlyLeavesATrace) {
 }
 
 TEST_F(OrderingTest, TheLatestKillerIsTheFirst) {
-    SearchPly = 3;
+    Running.SearchPly = 3;
     const auto& killers = PlyStates[3].killers[WHITE];
     RewardQuiet(KnightOut, 60, 0);
     RewardQuiet(KnightOut, 60, 0);

@@ -24,7 +24,7 @@ static void ForgetSearches() {
     ClearEvasionReplies();
     ClearCaptureStats();
     ClearPlyStates();
-    ResetDriverState();
+    Past = {};
     ResetLimits();
 }
 
@@ -91,7 +91,7 @@ TEST_F(SearchTest, FindsMatesAtAFixedDepth) {
         ForgetSearches();
         const Move best = SearchFixedDepth(p.depth);
         EXPECT_EQ(MoveName(best), p.move);
-        EXPECT_EQ(RootScores[0], p.score);
+        EXPECT_EQ(Root.moves[0].score, p.score);
     }
 }
 
@@ -102,19 +102,19 @@ TEST_F(SearchTest, NeverTakesTheBoundOfMatesForAScore) {
         LoadFen("3qk3/8/8/8/8/4P3/3R4/3QK3 w - - 0 1");
         ForgetSearches();
         SearchFixedDepth(depth);
-        EXPECT_NE(RootScores[0], MATE_BOUND) << depth;
+        EXPECT_NE(Root.moves[0].score, MATE_BOUND) << depth;
     }
-    EXPECT_EQ(RootScores[0], MateIn(4));
+    EXPECT_EQ(Root.moves[0].score, MateIn(4));
 }
 
 // A search of the position a move before a known mate counts that mate from where it stands.
 TEST_F(SearchTest, CountsAMateThatAnEarlierSearchHasFound) {
     LoadFen("5r1k/6pp/7N/8/2Q5/8/5PPP/6K1 w - - 0 1");
     SearchFixedDepth(8);
-    EXPECT_EQ(RootScores[0], MateIn(2));
+    EXPECT_EQ(Root.moves[0].score, MateIn(2));
     LoadFen("5rk1/5Npp/8/8/2Q5/8/5PPP/6K1 w - - 0 1");
     SearchFixedDepth(9);
-    EXPECT_EQ(RootScores[0], MateIn(3));
+    EXPECT_EQ(Root.moves[0].score, MateIn(3));
 }
 
 TEST_F(SearchTest, SolvesSimpleTacticsAtAFixedDepth) {
@@ -123,7 +123,7 @@ TEST_F(SearchTest, SolvesSimpleTacticsAtAFixedDepth) {
         LoadFen(p.fen);
         ForgetSearches();
         EXPECT_EQ(MoveName(SearchFixedDepth(p.depth)), p.move);
-        EXPECT_GE(RootScores[0], p.score);
+        EXPECT_GE(Root.moves[0].score, p.score);
     }
 }
 
@@ -135,8 +135,8 @@ TEST_F(SearchTest, RepeatsItselfToTheNode) {
         LoadFen(fen);
         ForgetSearches();
         SearchFixedDepth(7);
-        nodes[run] = NodeCount;
-        scores[run] = RootScores[0];
+        nodes[run] = Running.NodeCount;
+        scores[run] = Root.moves[0].score;
     }
     EXPECT_EQ(nodes[0], nodes[1]);
     EXPECT_EQ(scores[0], scores[1]);
@@ -148,7 +148,7 @@ TEST_F(SearchTest, LeavesThePositionAsItWas) {
     SearchFixedDepth(6);
     EXPECT_EQ(WriteFen(), fen);
     EXPECT_EQ(Ply, 0);
-    EXPECT_EQ(MoveStackTop, RootMoveCount);
+    EXPECT_EQ(MoveStackTop, 0);
 }
 
 TEST_F(SearchTest, SearchesWithoutATableToTheSameMates) {
@@ -159,7 +159,7 @@ TEST_F(SearchTest, SearchesWithoutATableToTheSameMates) {
         LoadFen(p.fen);
         ForgetSearches();
         SearchFixedDepth(p.depth);
-        EXPECT_EQ(RootScores[0], p.score);
+        EXPECT_EQ(Root.moves[0].score, p.score);
     }
     TranspositionCount = count;
     AllocateHashTables();
@@ -183,7 +183,7 @@ TEST_F(SearchTest, SeesDrawsByTheRules) {
         FiftyCount = c.fiftyCount;
         ForgetSearches();
         SearchFixedDepth(c.fiftyCount > 0 ? 5 : 14);
-        EXPECT_LT(std::abs(RootScores[0]), c.fiftyCount > 0 ? 1 : 200);
+        EXPECT_LT(std::abs(Root.moves[0].score), c.fiftyCount > 0 ? 1 : 200);
     }
 }
 
@@ -192,7 +192,7 @@ TEST_F(SearchTest, CountsARepetitionOfTheGameAsADraw) {
     LoadFen("6k1/6p1/8/6KQ/1r6/q2b4/8/8 w - - 0 1");
     ForgetSearches();
     SearchFixedDepth(9);
-    EXPECT_EQ(RootScores[0], 0);
+    EXPECT_EQ(Root.moves[0].score, 0);
 }
 
 TEST_F(SearchTest, SearchesPositionsWithoutKingsOrWithTheEnemyInCheck) {
@@ -204,7 +204,7 @@ TEST_F(SearchTest, SearchesPositionsWithoutKingsOrWithTheEnemyInCheck) {
         LoadFen(fen);
         ForgetSearches();
         SearchFixedDepth(3);
-        EXPECT_EQ(SearchPly, 0);
+        EXPECT_EQ(Running.SearchPly, 0);
         EXPECT_EQ(Ply, 0);
     }
 }

@@ -20,12 +20,12 @@ protected:
     void SetUp() override {
         TablebaseTest::SetUp();
         AllocateHashTables();
-        ResetDriverState();
+        Past = {};
     }
     void TearDown() override {
         FreeHashTables();
         ClearPlyStates();
-        ResetDriverState();
+        Past = {};
         TablebaseTest::TearDown();
     }
 };
@@ -47,9 +47,9 @@ TEST_F(TablebaseSearch, PlaysMatesWithoutADetour) {
         while (distance != -MATE) {
             const Move move = SearchFixedDepth(3);
             // An only move is played without a search.
-            if (RootMoveCount > 1) {
-                ASSERT_EQ(RootScores[0], RootScoreOf(distance));
-                ASSERT_GT(TablebaseHits, 0);
+            if (Root.count > 1) {
+                ASSERT_EQ(Root.moves[0].score, RootScoreOf(distance));
+                ASSERT_GT(Running.TablebaseHits, 0);
             }
             MakeMove(move, true);
             const int32_t next = ProbedScore(WriteFen().c_str());
@@ -65,11 +65,11 @@ TEST_F(TablebaseSearch, TrustsTablesMoreThanTheHash) {
     const char* const fen = "8/8/3k4/8/8/8/8/KR6 w - - 0 1";
     LoadFen(fen);
     SearchFixedDepth(9);
-    EXPECT_EQ(TablebaseHits, 0);
+    EXPECT_EQ(Running.TablebaseHits, 0);
     ASSERT_EQ(Register(ThreeMenTables), 3);
     const int32_t probed = ProbedScore(fen);
     SearchFixedDepth(3);
-    EXPECT_EQ(RootScores[0], RootScoreOf(probed));
+    EXPECT_EQ(Root.moves[0].score, RootScoreOf(probed));
 }
 
 // A table holds the position: the score counts from the root, a draw is worth what draws are.
@@ -79,17 +79,17 @@ TEST_F(TablebaseSearch, CountsScoresFromTheRoot) {
     const int32_t probed = ProbedScore(won);
     for (const int ply : {1, 4}) {
         ClearAllHashTables();
-        SearchPly = ply;
+        Running.SearchPly = ply;
         EXPECT_EQ(Search(-MATE, MATE, 4 * ONE_PLY, true), probed + 1 - ply);
         EXPECT_EQ(Search(-MATE, MATE, 4 * ONE_PLY, true), probed + 1 - ply); // from the hash
     }
     LoadFen("8/8/8/8/8/1k6/1p6/1K6 w - - 0 1");
     SetRootSide(WHITE);
-    DrawScore = 30;
-    SearchPly = 2;
+    Budget.DrawScore = 30;
+    Running.SearchPly = 2;
     EXPECT_EQ(Search(-MATE, MATE, 4 * ONE_PLY, true), 30);
-    DrawScore = 0;
-    SearchPly = 0;
+    Budget.DrawScore = 0;
+    Running.SearchPly = 0;
 }
 
 TEST_F(TablebaseSearch, AsksNoTableWhileACastlingRightRemains) {
@@ -97,11 +97,11 @@ TEST_F(TablebaseSearch, AsksNoTableWhileACastlingRightRemains) {
     for (const auto& [fen, asked] : {std::pair{"8/8/8/3k4/8/8/8/4K2R w K - 0 1", false},
                                      std::pair{"8/8/8/3k4/8/8/8/4K2R w - - 0 1", true}}) {
         LoadFen(fen);
-        SearchPly = 1;
+        Running.SearchPly = 1;
         Search(-MATE, MATE, ONE_PLY, true);
         EXPECT_EQ(HashProbe().depth == TABLEBASE_DEPTH, asked) << fen;
     }
-    SearchPly = 0;
+    Running.SearchPly = 0;
 }
 
 } // namespace

@@ -14,13 +14,13 @@ class TimeAllotment : public testing::Test {
 protected:
     void SetUp() override {
         ResetLimits();
-        ResetDriverState();
+        Past = {};
         SetStartPosition();
-        SearchesSinceBook = 5;
+        Past.SearchesSinceBook = 5;
     }
     void TearDown() override {
         ResetLimits();
-        ResetDriverState();
+        Past = {};
         SetStartPosition();
     }
 };
@@ -56,11 +56,11 @@ TEST_F(TimeAllotment, DividesTheClockByTheMovesAhead) {
         MovesPerPeriod = c.moves;
         MovesToGo = c.toGo;
         Ply = c.gamePly;
-        SearchesSinceBook = c.sinceBook;
+        Past.SearchesSinceBook = c.sinceBook;
         AllotTime();
-        EXPECT_EQ(TimeAllotted, c.allotted);
-        EXPECT_EQ(TimeHardLimit, c.hardLimit);
-        EXPECT_TRUE(UnderClock);
+        EXPECT_EQ(Budget.TimeAllotted, c.allotted);
+        EXPECT_EQ(Budget.TimeHardLimit, c.hardLimit);
+        EXPECT_TRUE(Budget.UnderClock);
     }
 }
 
@@ -68,27 +68,27 @@ TEST_F(TimeAllotment, NoClockAndTheInfiniteOneLeaveTheSearchUnlimited) {
     for (const int time : {NO_CLOCK, INFINITE_TIME}) {
         OwnTime = time;
         AllotTime();
-        EXPECT_EQ(TimeAllotted, UNLIMITED_TIME);
-        EXPECT_EQ(TimeHardLimit, UNLIMITED_TIME);
-        EXPECT_EQ(PollReload, 50000);
-        EXPECT_FALSE(UnderClock);
+        EXPECT_EQ(Budget.TimeAllotted, UNLIMITED_TIME);
+        EXPECT_EQ(Budget.TimeHardLimit, UNLIMITED_TIME);
+        EXPECT_EQ(Budget.PollReload, 50000);
+        EXPECT_FALSE(Budget.UnderClock);
     }
 }
 
 TEST_F(TimeAllotment, APersonWithoutAClockGetsAnAnswerByTheBaseTime) {
     PlayByBaseTime = true;
     AllotTime();
-    EXPECT_TRUE(UnderClock);
-    EXPECT_LT(TimeHardLimit, BaseTime);
+    EXPECT_TRUE(Budget.UnderClock);
+    EXPECT_LT(Budget.TimeHardLimit, BaseTime);
 }
 
 TEST_F(TimeAllotment, AFixedTimeWinsOverTheClock) {
     OwnTime = 30000;
     FixedTime = 250;
     AllotTime();
-    EXPECT_EQ(TimeAllotted, 250);
-    EXPECT_EQ(TimeHardLimit, 250);
-    EXPECT_EQ(PollReload, 20000);
+    EXPECT_EQ(Budget.TimeAllotted, 250);
+    EXPECT_EQ(Budget.TimeHardLimit, 250);
+    EXPECT_EQ(Budget.PollReload, 20000);
 }
 
 TEST_F(TimeAllotment, APonderedMoveIsGivenTheTimeOfTheClockThatCameMeanwhile) {
@@ -96,20 +96,20 @@ TEST_F(TimeAllotment, APonderedMoveIsGivenTheTimeOfTheClockThatCameMeanwhile) {
     OpponentTime = 1000;
     MovesPerPeriod = 40;
     Ply = 80;
-    RootGamePly = 80;
+    Root.gamePly = 80;
     AllotTime();
-    const int drawScore = DrawScore;
+    const int drawScore = Budget.DrawScore;
     ASSERT_GT(drawScore, 0);
-    const int meagre = TimeAllotted;
+    const int meagre = Budget.TimeAllotted;
     OwnTime = 30100;
     Ply = 95; // the board stands somewhere in the tree
     ReallotTime();
-    EXPECT_GT(TimeAllotted, 100 * meagre);
-    EXPECT_EQ(DrawScore, drawScore) << "scores already in the table count on it";
-    const int allotted = TimeAllotted;
+    EXPECT_GT(Budget.TimeAllotted, 100 * meagre);
+    EXPECT_EQ(Budget.DrawScore, drawScore) << "scores already in the table count on it";
+    const int allotted = Budget.TimeAllotted;
     Ply = 80;
     AllotTime();
-    EXPECT_EQ(TimeAllotted, allotted);
+    EXPECT_EQ(Budget.TimeAllotted, allotted);
 }
 
 struct DrawCase {
@@ -140,7 +140,7 @@ TEST_F(TimeAllotment, ADrawIsWorthMoreTheShorterTheClock) {
         MovesPerPeriod = c.movesToGo;
         MovesToGo = c.movesToGo > 0;
         AllotTime();
-        EXPECT_EQ(DrawScore, c.drawScore);
+        EXPECT_EQ(Budget.DrawScore, c.drawScore);
     }
 }
 

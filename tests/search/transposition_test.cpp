@@ -24,12 +24,12 @@ protected:
         SetUpEngineTables();
         SetStartPosition();
         UseTable(1);
-        SearchPly = 0;
+        Running.SearchPly = 0;
         HashFilledCount = 0;
     }
     void TearDown() override {
         SetStartPosition();
-        SearchPly = 0;
+        Running.SearchPly = 0;
         HashFilledCount = 0;
         SetTranspositionMemory(nullptr, 0);
     }
@@ -247,9 +247,9 @@ TEST_F(TranspositionTest, MatesAreCountedFromTheNode) {
          }) {
         SCOPED_TRACE(testing::Message() << c.score << " " << c.bound);
         ClearHash();
-        SearchPly = 5;
+        Running.SearchPly = 5;
         HashStore(60, SomeMove, c.score, c.bound, false, 0);
-        SearchPly = 9;
+        Running.SearchPly = 9;
         EXPECT_EQ(c.stored, HashProbe().score);
         if (c.bound == BOUND_EXACT) {
             EXPECT_EQ(c.fromPly9, MateFromHash(HashProbe().score));
