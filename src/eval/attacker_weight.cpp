@@ -14,11 +14,13 @@ constexpr int32_t BuiltIn[ATTACKER_COUNTS] = {0,   64,  192, 256, 288, 304, 312,
 
 constinit int32_t AttackerWeight[ATTACKER_COUNTS] = {};
 
+// The last change holds for all greater numbers of attackers but the greatest, which stays as it
+// is.
 void InitAttackerWeight() {
+    const auto& changes = Params.AttackerWeightChange;
     std::ranges::copy(BuiltIn, AttackerWeight);
-    for (size_t i = 0; i < Params.AttackerWeightChange.size(); i++) {
-        const int64_t changed = int64_t{BuiltIn[i + 1]} + Params.AttackerWeightChange[i];
-        AttackerWeight[i + 1] =
-            int32_t(std::clamp(changed, int64_t{0}, int64_t{MAX_ATTACKER_WEIGHT}));
+    for (size_t attackers = 1; attackers < ATTACKER_COUNTS - 1; attackers++) {
+        const int32_t change = changes[std::min(attackers, changes.size()) - 1];
+        AttackerWeight[attackers] = std::max(BuiltIn[attackers] + change, 0);
     }
 }

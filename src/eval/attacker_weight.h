@@ -3,10 +3,9 @@
 
 #include <cstdint>
 
-// 0 to MAX_ATTACKER_WEIGHT, by the number of attackers. Filled from the built-in weights and the
-// parameters' changes to them.
+// Never negative, by the number of attackers. Filled from the built-in weights and the parameters'
+// changes to them.
 constexpr int ATTACKER_COUNTS = 17;
-constexpr int32_t MAX_ATTACKER_WEIGHT = 4096;
 extern int32_t AttackerWeight[ATTACKER_COUNTS];
 
 // Fills the table. Called at start-up, after the parameters are loaded, and when they change.

@@ -23,7 +23,8 @@ struct EvalParameters {
     // fifth of its own side and of the other; with fewer than five they count negatively.
     std::array<int32_t, 4> PieceByOwnPawns = {};
     std::array<int32_t, 4> PieceByOpponentPawns = {};
-    // Added to the weight of an attack on the king by one to six pieces.
+    // Added to the weight of an attack on the king by one to six pieces, the last to that by seven
+    // to fifteen as well.
     std::array<int32_t, 6> AttackerWeightChange = {};
 
     // Minor pieces. Each counts for the side that its name speaks of; what is "up" and "for" is
