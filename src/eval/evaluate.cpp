@@ -75,13 +75,11 @@ static void AddShelter(Colour side, Sums& sums) {
         optimism[ChangeSide(side)] -= shelter;
 }
 
+// In an ending too: few pieces can still mate, and the phase fades what they do.
 static void AddKingAttack(Colour attacker, Sums& sums) {
-    const Colour king = ChangeSide(attacker);
-    if (EndingFlag[king])
-        return;
     const int32_t attack = KingAttack(attacker);
     KingAttackScore[attacker] = attack;
-    sums.kingSafety[king] += attacker == BLACK ? attack : -attack;
+    sums.kingSafety[ChangeSide(attacker)] += attacker == BLACK ? attack : -attack;
     optimism[attacker] += attack;
 }
 

@@ -135,6 +135,14 @@ TEST_F(EvaluateTest, ScoresFadeWithQuietPlies) {
     }
 }
 
+TEST_F(EvaluateTest, AnAttackOnAKingCountsInAnEndingToo) {
+    LoadFen("5k2/nbNp1pp1/1p3n1r/6Np/2P2P1P/P2B4/1P6/2K1R3 b - -");
+    Score();
+    EXPECT_NE(0, EndingFlag[BLACK]);
+    EXPECT_GT(KingAttackScore[WHITE], 0);
+    EXPECT_EQ(optimism[WHITE], KingAttackScore[WHITE]);
+}
+
 TEST_F(EvaluateTest, MaterialIsBlackLessWhiteAndCountsForItsOwner) {
     LoadFen("4k2r/pp6/8/8/8/8/P7/4KQ2 w - -");
     const int32_t white = Score();
