@@ -147,7 +147,9 @@ void Evaluate(int32_t& score, int32_t /*bound*/) {
     int32_t total = Total(sums);
 
     // 5. Endings that are harder to win than they look.
-    total = CapUnwinnable(Scale(total, DrawishScale(total)));
+    const int32_t drawish = DrawishScale(total);
+    total = CapUnwinnable(Scale(total, drawish));
+    AuxScore = Scale(AuxScore, drawish);
 
     // 6. An advantage that makes no progress is worth less.
     const int32_t fade = FiftyMoveScale();

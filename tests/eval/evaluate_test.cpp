@@ -9,6 +9,7 @@
 
 #include "board/fen.h"
 #include "eval/flipped_fen.h"
+#include "eval/parameters.h"
 #include "eval/position_walk.h"
 #include "support/engine_setup.h"
 
@@ -133,6 +134,12 @@ TEST_F(EvaluateTest, ScoresFadeWithQuietPlies) {
         EXPECT_EQ(c.faded + 7, Score() - (KingAttackScore[BLACK] >> 3));
         EXPECT_EQ(c.auxiliary, AuxScore);
     }
+}
+
+TEST_F(EvaluateTest, TheScaleOfADrawishEndingHoldsForTheAuxiliaryScore) {
+    LoadFen("2b1k3/5ppp/8/8/8/8/PP3PPP/2B1K3 w - -");
+    Score();
+    EXPECT_EQ(6300 * Params.OppositeBishopsScale / 256, AuxScore);
 }
 
 TEST_F(EvaluateTest, AnAttackOnAKingCountsInAnEndingToo) {
