@@ -3,6 +3,7 @@
 #include "board/position.h"
 #include "eval/parameters.h"
 #include "eval/passer_race.h"
+#include "eval/pawn_structure.h"
 #include "eval/square_colours.h"
 
 // Below, Us is the side that is ahead.
@@ -67,8 +68,8 @@ template <Colour Us> static bool OppositeBishops() {
 }
 
 // Rook's pawns with no piece but a bishop that cannot attack their corner, or with none at all. The
-// corner is the other king's when it is there first; standing there it holds against a knight's
-// pawn beside them as well.
+// corner is the other king's when it is there before ours and before the pawn; standing there it
+// holds against a knight's pawn beside them as well.
 template <Colour Us> static bool WrongRookPawn() {
     constexpr Colour Them = ChangeSide(Us);
     const Bitboard pawns = PieceBB[PAWN][Us];
@@ -82,7 +83,8 @@ template <Colour Us> static bool WrongRookPawn() {
     if (!OnOneRookFile(pawns))
         return bishops && KingAtCorner(Them, corner);
     return KingAtCorner(Them, corner) ||
-           KingSteps(KingSquare[Them], corner) < KingSteps(KingSquare[Us], corner);
+           (KingSteps(KingSquare[Them], corner) < KingSteps(KingSquare[Us], corner) &&
+            UnstoppableMoves(Us) == 0);
 }
 
 // A rook and a pawn against a rook: the king before the pawn holds; and a rook's pawn is held, with
@@ -104,8 +106,21 @@ template <Colour Us> static bool LonePawnHeld(Bitboard pawns) {
     return KingSquare[Us] == corner && KingSteps(KingSquare[Them], corner) <= 4;
 }
 
+// A passed rook's pawn is all that is extra, and from behind it the other rook holds it and whoever
+// guards it: one of them can never move.
+template <Colour Us> static bool EdgePasserHeld() {
+    constexpr Colour Them = ChangeSide(Us);
+    const int rook = LowestSquare(PieceBB[ROOK][Them]);
+    const Bitboard runners = PassedPawns[Us] & ROOK_FILES & FileBB(FileOf(rook));
+    if (runners == 0)
+        return false;
+    const int sq = Us == WHITE ? HighestSquare(runners) : LowestSquare(runners);
+    const Bitboard behind = RookAttacks(sq) & ~PassedMask[Us][sq];
+    return (behind & SquareBit(rook)) != 0;
+}
+
 // Rook endings are drawn with one pawn more when the pawns stand on one side of the board and the
-// other king is there too.
+// other king is there too, or when the one is a rook's pawn that is held from behind.
 template <Colour Us> static bool RookEnding() {
     constexpr Colour Them = ChangeSide(Us);
     const Bitboard ours = PieceBB[PAWN][Us];
@@ -116,7 +131,7 @@ template <Colour Us> static bool RookEnding() {
         return LonePawnHeld<Us>(ours);
     const Bitboard pawns = ours | theirs;
     const Bitboard side = pawns & QUEEN_SIDE ? QUEEN_SIDE : ~QUEEN_SIDE;
-    return OnOneSide(pawns) && (side & SquareBit(KingSquare[Them]));
+    return (OnOneSide(pawns) && (side & SquareBit(KingSquare[Them]))) || EdgePasserHeld<Us>();
 }
 
 // Without a pawn a minor piece more does not win, nor a rook for a minor piece; the exception is

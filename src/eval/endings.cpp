@@ -114,6 +114,22 @@ template <Colour Us> static bool CornerHolds() {
            KingSteps(KingSquare[ChangeSide(Us)], corner) <= 1;
 }
 
+// A knight does not help a rook's pawn on the seventh rank out of the corner's way either: while it
+// guards the pawn their king goes to and fro between the corner and the square before it, and where
+// ours takes those from it there is stalemate. Ours is too near when it guards the pawn, the knight
+// when it takes the corner.
+template <Colour Us> static bool CornerHoldsAgainstKnight() {
+    constexpr Colour Them = ChangeSide(Us);
+    const Bitboard pawn = PieceBB[PAWN][Us];
+    if (MenCount != 4 || PieceCount[KNIGHT][Us] != 1 ||
+        !(pawn & (FILE_A | FILE_H) & RelativeRankBB(Us, 6)))
+        return false;
+    const int corner = LowestSquare(Ahead<Us>(pawn));
+    const bool cornerTaken = (KnightAttacks[corner] & PieceBB[KNIGHT][Us]) != 0;
+    return KingSteps(KingSquare[Them], corner) <= 1 && !(KingAttacks[KingSquare[Us]] & pawn) &&
+           (!cornerTaken || SideToMove == Them);
+}
+
 template <Colour Us> static Verdict KingAndPawn() {
     const int pawn = LowestSquare(PieceBB[PAWN][Us]);
     if (!KingPawnWins(Us, KingSquare[Us], pawn, KingSquare[ChangeSide(Us)], SideToMove))
@@ -128,7 +144,7 @@ template <Colour Us> static Verdict AgainstBareKing() {
         return MateDrive<Us>();
     if (PieceCount[PAWN][Us] == 0)
         return DRAW;
-    if (PieceCount[KNIGHT][Us] == 0 && CornerHolds<Us>())
+    if (PieceCount[KNIGHT][Us] == 0 ? CornerHolds<Us>() : CornerHoldsAgainstKnight<Us>())
         return DRAW;
     return MenCount == 3 ? KingAndPawn<Us>() : UNKNOWN;
 }

@@ -50,11 +50,16 @@ template <Colour Us> static bool Escorted(int sq) {
     return (KingAttacks[KingSquare[Them]] & SquareBit(sq) & ~guards) == 0 || SideToMove == Us;
 }
 
-template <Colour Us> static bool OutOfReach(int sq, int moves) {
+template <Colour Us> static int PromotionSquare(int pawn) {
+    return FileOf(pawn) + (Us == WHITE ? 56 : 0);
+}
+
+// How many moves too late the enemy king comes for a pawn that promotes after that many; 0 or less
+// when it comes in time.
+template <Colour Us> static int MovesTooLate(int sq, int moves) {
     constexpr Colour Them = ChangeSide(Us);
-    const int promotion = FileOf(sq) + (Us == WHITE ? 56 : 0);
     const int headStart = SideToMove == Them ? 1 : 0;
-    return KingSteps(KingSquare[Them], promotion) - headStart > moves;
+    return KingSteps(KingSquare[Them], PromotionSquare<Us>(sq)) - headStart - moves;
 }
 
 // As `UnstoppableMoves`, whatever the enemy pawns do; NEVER for none.
@@ -65,10 +70,37 @@ template <Colour Us> static int FastestMoves() {
     for (Bitboard pawns = Foremost<Us>(); pawns;) {
         const int sq = PopLowest(pawns);
         const int moves = MovesToPromote<Us>(sq);
-        if (moves < fastest && (OutOfReach<Us>(sq, moves) || Escorted<Us>(sq)))
+        if (moves < fastest && (MovesTooLate<Us>(sq, moves) > 0 || Escorted<Us>(sq)))
             fastest = moves;
     }
     return fastest;
+}
+
+// By how many plies a pawn of Us that needs `ours` moves promotes later than one that needs
+// `theirs`.
+template <Colour Us> static int PliesLater(int ours, int theirs) {
+    return 2 * (ours - theirs) + (SideToMove == Us ? -1 : 1);
+}
+
+// Whether the other side, though its king cannot stop our pawn in time, queens about as soon. A
+// step of its pawn that our king must answer brings its own king no nearer to ours; only where that
+// king is near enough to support the pawn does ours come for nothing.
+template <Colour Us> static bool Answered(int ours) {
+    constexpr Colour Them = ChangeSide(Us);
+    if (PhaseUnits[Us] != 0)
+        return false;
+    for (Bitboard pawns = Foremost<Them>(); pawns;) {
+        const int sq = PopLowest(pawns);
+        const int moves = MovesToPromote<Them>(sq);
+        if (moves == NEVER || PliesLater<Us>(ours, moves) <= -DECISIVE_PLIES)
+            continue;
+        const int promotion = PromotionSquare<Them>(sq);
+        const int steps = KingSteps(KingSquare[Us], promotion);
+        const bool supported = KingSteps(KingSquare[Them], promotion) <= steps;
+        if (MovesTooLate<Them>(sq, moves) > 0 || supported)
+            return true;
+    }
+    return false;
 }
 
 template <Colour Us> static int Unstoppable() {
@@ -76,8 +108,9 @@ template <Colour Us> static int Unstoppable() {
     if (ours == NEVER)
         return 0;
     const int theirs = FastestMoves<ChangeSide(Us)>();
-    const int lead = 2 * (ours - theirs) + (SideToMove == Us ? -1 : 1);
-    return theirs != NEVER && lead >= DECISIVE_PLIES ? 0 : ours;
+    if (theirs != NEVER)
+        return PliesLater<Us>(ours, theirs) >= DECISIVE_PLIES ? 0 : ours;
+    return Answered<Us>(ours) ? 0 : ours;
 }
 
 int UnstoppableMoves(Colour side) {

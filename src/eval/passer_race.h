@@ -15,6 +15,7 @@ constexpr int KingSteps(int a, int b) {
 Bitboard ForemostPassers(Colour side);
 
 // Moves until the side's fastest passed pawn promotes that the enemy king cannot stop; 0 when there
-// is none, when an enemy piece could stop it, or when an enemy pawn comes so much earlier that the
-// new queen will. Needs `PassedPawns` of the position.
+// is none, when an enemy piece could stop it, when an enemy pawn comes so much earlier that the new
+// queen will, or when in a pawn ending one that is not sure to be stopped promotes about as soon.
+// Needs `PassedPawns` of the position.
 int UnstoppableMoves(Colour side);

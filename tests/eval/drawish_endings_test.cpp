@@ -7,6 +7,7 @@
 
 #include "board/fen.h"
 #include "eval/flipped_fen.h"
+#include "eval/pawn_structure.h"
 #include "support/scratch.h"
 
 namespace {
@@ -26,6 +27,11 @@ protected:
     }
     ScratchParameters parameters;
 };
+
+void ProbePawns() {
+    int32_t unused = 0;
+    PawnProbe(unused, unused);
+}
 
 constexpr int32_t BISHOPS = 1, CORNER = 2, ROOKS = 3, PAWNLESS = 4, QUEENS = 5, NONE = 256;
 
@@ -63,6 +69,8 @@ TEST_F(DrawishEndings, AreRecognisedForTheSideThatIsAhead) {
              Case{"a bishop's pawn with it", "k7/1p6/8/8/P1P5/8/8/2B1K3", NONE},
              Case{"pawns on both edges", "k7/1p6/8/8/P6P/8/8/2B1K3", NONE},
              Case{"no bishop", "k7/2p5/8/P7/P7/8/8/4K3", CORNER},
+             Case{"no bishop, nearer", "3k4/2p5/8/P7/8/8/8/4K3", CORNER},
+             Case{"no bishop, nearer but too late", "6k1/2p5/8/P7/8/8/8/7K", NONE},
              Case{"no bishop, a knight's pawn", "k7/2p5/8/PP6/8/8/8/4K3", NONE},
              Case{"a knight", "k7/2p5/8/8/P7/8/8/2N1K3", NONE},
              Case{"a rook", "k7/2p5/8/8/P7/8/8/2R1K3", NONE},
@@ -80,6 +88,11 @@ TEST_F(DrawishEndings, AreRecognisedForTheSideThatIsAhead) {
              Case{"rook before its rook's pawn", "R7/P6k/8/8/8/8/r7/6K1", ROOKS},
              Case{"and the king not in cover", "R7/P7/5k2/8/8/8/r7/6K1", NONE},
              Case{"king shut in before its pawn", "K7/P2k4/8/8/8/8/1r6/7R", ROOKS},
+             Case{"held from behind", "6k1/5ppp/8/8/8/PR6/5PPP/r5K1", ROOKS},
+             Case{"guarded from behind", "6k1/5ppp/8/8/8/Pr6/5PPP/R5K1", NONE},
+             Case{"held from before", "r5k1/5ppp/8/8/8/PR6/5PPP/6K1", NONE},
+             Case{"a knight's pawn held from behind", "6k1/5ppp/8/8/8/1PR5/5PPP/1r4K1", NONE},
+             Case{"not passed", "6k1/p4ppp/8/8/8/PR6/5PPP/r5K1", NONE},
              Case{"king comes out in time", "K7/P5k1/8/8/8/8/1r6/7R", NONE},
              // No pawns.
              Case{"rook and bishop against rook", "3rk3/p7/8/8/8/8/8/2B1K2R", PAWNLESS},
@@ -99,8 +112,10 @@ TEST_F(DrawishEndings, AreRecognisedForTheSideThatIsAhead) {
         SCOPED_TRACE(c.name);
         for (const char* toMove : {" w - -", " b - -"}) {
             LoadFen((c.men + std::string(toMove)).c_str());
+            ProbePawns();
             EXPECT_EQ(c.scale, DrawishScale(-100));
             LoadFen(FlippedFen().c_str());
+            ProbePawns();
             EXPECT_EQ(c.scale, DrawishScale(100));
         }
     }
@@ -139,8 +154,10 @@ TEST_F(DrawishEndings, PreferNoColourOnAnyBoard) {
                 PlacePiece(sq, side, KING);
         }
         const std::string fen = WriteFen();
+        ProbePawns();
         const int32_t scores[] = {DrawishScale(1), DrawishScale(-1)};
         LoadFen(FlippedFen().c_str());
+        ProbePawns();
         ASSERT_EQ(scores[0], DrawishScale(-1)) << fen;
         ASSERT_EQ(scores[1], DrawishScale(1)) << fen;
         found[scores[0] == NONE ? 0 : scores[0]]++;

@@ -78,6 +78,11 @@ TEST_F(Endings, AreJudgedAsTheBooksDo) {
              Case{"right bishop", "k7/8/1K6/P7/8/3B4/8/8 w - -", OPEN},
              Case{"wrong bishop and another pawn", "k7/8/1K6/P7/2P5/2B5/8/8 w - -", OPEN},
              Case{"knight and rook's pawn", "k7/8/1K6/P7/8/2N5/8/8 w - -", OPEN},
+             Case{"on the seventh", "k7/P7/8/3N4/8/8/8/4K3 w - -", DRAWN},
+             Case{"on the seventh, beside the corner", "8/Pk6/8/3N4/8/2K5/8/8 w - -", DRAWN},
+             Case{"the corner taken", "8/Pk6/1N6/2K5/8/8/8/8 w - -", OPEN},
+             Case{"the corner taken for nothing", "8/Pk6/1N6/2K5/8/8/8/8 b - -", DRAWN},
+             Case{"mate in one", "k7/P7/1K6/3N4/8/8/8/8 w - -", OPEN},
              // Without pawns.
              Case{"queen and rook", "8/8/3k4/3r4/8/8/8/3QK3 b - -", WIN},
              Case{"queen and bishop", "8/8/3k4/3b4/8/8/8/4KQ2 b - -", WIN},

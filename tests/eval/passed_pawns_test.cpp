@@ -141,6 +141,10 @@ TEST_F(PassedPawnsTest, OfTwoUnstoppablePawnsTheOneThatComesMuchLaterCountsNothi
              Case{"one ply apart", "k7/8/7P/8/8/p7/8/7K w - -", 2, 2},
              Case{"one ply apart, the other way", "k7/8/7P/8/8/p7/8/7K b - -", 2, 2},
              Case{"three plies apart", "k7/8/7P/8/p7/8/8/7K w - -", 2, 0},
+             Case{"a king beside the pawn that the other could catch",
+                  "8/8/p7/8/1k5K/8/6P1/8 w - -", 0, 0},
+             Case{"that pawn comes much later", "8/8/8/p7/1k5K/8/6P1/8 b - -", 0, 4},
+             Case{"a king far from it", "8/8/8/2k3P1/4p3/7K/8/8 w - -", 3, 0},
              Case{"one ply apart, since Black begins", "k7/8/7P/8/p7/8/8/7K b - -", 2, 3},
          }) {
         SCOPED_TRACE(c.name);
