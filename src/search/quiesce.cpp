@@ -27,7 +27,7 @@ namespace {
 constexpr uint16_t HINT_NO_CHECKS = 1;
 constexpr uint16_t HINT_NO_CAPTURES = 2;
 
-// Where the line is too long, checks come only from the boxed-in king.
+// Where the line is too long, only a king that is boxed in is still checked.
 constexpr int32_t QDEPTH_DEEP = -240;
 // No quiet checks below this depth.
 constexpr int32_t QDEPTH_CHECKS = -120;
