@@ -3,6 +3,8 @@
 #include <cctype>
 #include <cstring>
 
+#include "board/keys.h"
+#include "board/piece_square.h"
 #include "board/position.h"
 
 namespace {
@@ -91,12 +93,17 @@ static void ReadEnPassant(const char* text) {
         return;
     if (Board[to + behind] != EMPTY || Board[from] != EMPTY)
         return;
-    RemovePiece(to);
-    PlacePiece(from, stepper, PAWN);
-    UndoStack[0] = {PosKey,  0,      MoveWord(from, to, PAWN), CastleRights, MaterialIndex,
-                    PstSumA, PstSumB};
-    RemovePiece(from);
-    PlacePiece(to, stepper, PAWN);
+    const auto& keys = PieceKeys[stepper][PAWN];
+    const auto& pstA = PstA[PAWN][stepper];
+    const auto& pstB = PstB[PAWN][stepper];
+    const int view = stepper == BLACK ? 1 : -1;
+    UndoStack[0] = {PosKey ^ keys[from] ^ keys[to],
+                    0,
+                    MoveWord(from, to, PAWN),
+                    CastleRights,
+                    MaterialIndex,
+                    int16_t(PstSumA + view * (pstA[from] - pstA[to])),
+                    int16_t(PstSumB + view * (pstB[from] - pstB[to]))};
     Ply = SetupPly = 1;
 }
 
@@ -105,7 +112,9 @@ void LoadFen(const char* text) {
     ClearBoard();
     text = SkipBlanks(ReadPlacement(SkipBlanks(text)));
     SideToMove = *text == 'w' ? WHITE : BLACK;
-    text = SkipBlanks(SkipField(text));
+    if (*text != '\0')
+        text++;
+    text = SkipBlanks(text);
     text = SkipBlanks(ReadCastleRights(text));
     DropImpossibleCastleRights();
     ReadEnPassant(text);

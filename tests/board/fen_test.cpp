@@ -92,7 +92,8 @@ TEST_F(Fen, OddPlacementsAreReadAsFarAsTheyGo) {
         {"ranks too many are dropped", "4k3/8/8/8/8/8/8/4K3/QQQQ/8 w - -",
          "4k3/8/8/8/8/8/8/4K3 w - - 0 1"},
         {"missing ranks are empty", "4k3/8 w - -", "4k3/8/8/8/8/8/8/8 w - - 0 1"},
-        {"nothing at all", "", "8/8/8/8/8/8/8/8 b - - 0 1"},
+        {"the side is one character", "4k2r/8/8/8/8/8/8/4K3 wk -",
+         "4k2r/8/8/8/8/8/8/4K3 w k - 0 1"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -100,6 +101,14 @@ TEST_F(Fen, OddPlacementsAreReadAsFarAsTheyGo) {
         EXPECT_EQ(WriteFen(), c.written);
         EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
     }
+}
+
+TEST_F(Fen, ADoubleStepAmongTooManyPawnsIsReadInSilence) {
+    constexpr const char* fen = "4k3/pppppppp/p7/8/4P3/8/P7/4K3 b - e4";
+    testing::internal::CaptureStdout();
+    LoadFen(fen);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(WriteFen(), std::string(fen) + " 0 1");
 }
 
 TEST_F(Fen, LastKingOfAColourIsTheKing) {
