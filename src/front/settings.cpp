@@ -15,6 +15,7 @@
 #include "front/resign.h"
 #include "platform/files.h"
 #include "search/hash_memory.h"
+#include "search/limits.h"
 #include "tablebase/registry.h"
 
 namespace {
@@ -179,6 +180,10 @@ constexpr SettingsKey Keys[] = {
     {"UseLearningData", [](const Line& line) { SetFlag(line, UseLearningData); }},
     {"UseBookWeights", [](const Line& line) { SetFlag(line, UseBookWeights); }},
     {"LogLearningIntoFile", [](const Line& line) { SetFlag(line, LogLearningIntoFile); }},
+    {"MoveOverhead",
+     [](const Line& line) {
+         MoveOverhead = BoundedNumber(line, "MoveOverhead", MAX_MOVE_OVERHEAD);
+     }},
 };
 
 } // namespace
@@ -194,6 +199,7 @@ void SetDefaultSettings() {
     SetDefaultBookSettings();
     SetDefaultEgtbSettings();
     PonderingSetting = PonderNow = true;
+    MoveOverhead = 0;
 }
 
 static void ApplyLine(const char* text, int number) {

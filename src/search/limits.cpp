@@ -11,6 +11,7 @@ constinit int32_t DepthLimit = UNLIMITED_DEPTH;
 constinit int32_t NodeLimit = 0;
 constinit bool PlayByBaseTime = false;
 constinit bool ForgetInShortSearches = false;
+constinit int32_t MoveOverhead = 0;
 constinit bool MovesToGo = false;
 constinit Move SearchMoves[MAX_SEARCH_MOVES] = {};
 constinit int32_t SearchMoveCount = 0;
@@ -27,7 +28,14 @@ void ResetLimits() {
     DepthLimit = UNLIMITED_DEPTH;
     NodeLimit = 0;
     PlayByBaseTime = MovesToGo = ForgetInShortSearches = false;
+    MoveOverhead = 0;
     SearchMoveCount = 0;
     GoPonder = Analysing = false;
     MultiPV = 1;
+}
+
+void AnswerByClock() {
+    PlayByBaseTime = true;
+    if (OwnTime == INFINITE_TIME)
+        OwnTime = NO_CLOCK;
 }

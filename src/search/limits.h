@@ -24,6 +24,10 @@ extern bool PlayByBaseTime;
 // Short searches start from an empty history: what the last one learned is not worth keeping to
 // those who search anew for each move.
 extern bool ForgetInShortSearches;
+// Milliseconds that a move loses on its way to the opponent, taken off the remaining time. A
+// setting of the user, 0 unless it is set.
+extern int32_t MoveOverhead;
+constexpr int32_t MAX_MOVE_OVERHEAD = 5000;
 extern bool MovesToGo; // MovesPerPeriod counts the moves to the next control, not all of them
 
 // Only these root moves are searched when there are any.
@@ -37,3 +41,7 @@ extern int32_t MultiPV; // lines to report; 1 and less is one
 
 // Sets everything above to its value at process start.
 void ResetLimits();
+
+// A person who asks for a move gets one, whatever the last search was told to wait for: without a
+// clock by the base time.
+void AnswerByClock();

@@ -63,8 +63,14 @@ static void ValueDrawByClock(int64_t time, int64_t usable, int movesToGo) {
         Budget.DrawScore = ClockDrawScore[std::clamp<int64_t>(10 * usable / safe, 0, 19)];
 }
 
+// The remaining time without what the move will lose on its way; a clock that is left nothing by
+// that still runs.
 static int64_t TimeLeft() {
-    return OwnTime == NO_CLOCK && PlayByBaseTime ? std::max(BaseTime, 1) : OwnTime;
+    if (OwnTime == NO_CLOCK && PlayByBaseTime)
+        return std::max(BaseTime, 1);
+    if (OwnTime == NO_CLOCK || OwnTime == INFINITE_TIME)
+        return OwnTime;
+    return std::max<int64_t>(OwnTime - (int64_t{MoveOverhead} + 9) / 10, 1);
 }
 
 // Time that can be used without the clock's running out on the way to the opponent.

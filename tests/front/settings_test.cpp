@@ -91,6 +91,8 @@ constexpr WarningCase Warnings[] = {
     {"VarietyOfPlay = 101",
      "Tarquelin.ini(1) WARNING: Incorrect VarietyOfPlay setting; set to 100\n",
      "VarietyOfPlay = 100\n"},
+    {"MoveOverhead = -1", "Tarquelin.ini(1) WARNING: Incorrect MoveOverhead setting; set to 0\n",
+     "Pondering = on\n"},
     {"BookLearningMode = discover", "", "BookLearningMode = DISCOVER\n"},
     {"BookLearningMode = learn", "Tarquelin.ini(1) WARNING: Token unknown \"learn\"\n",
      "BookLearningMode = KILL\n"},

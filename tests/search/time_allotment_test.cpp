@@ -64,6 +64,27 @@ TEST_F(TimeAllotment, DividesTheClockByTheMovesAhead) {
     }
 }
 
+TEST_F(TimeAllotment, TheOverheadOfAMoveIsTakenOffTheClockButNotOffAFixedTime) {
+    struct Case {
+        int overhead; // milliseconds
+        int time;
+        int32_t fixedTime;
+        int hardLimit;
+    };
+    for (const Case& c :
+         {Case{30, 103, 0, 28}, Case{21, 103, 0, 28}, Case{30, 2, 0, 0}, Case{30, 103, 50, 50},
+          Case{30, NO_CLOCK, 0, UNLIMITED_TIME}, Case{30, INFINITE_TIME, 0, UNLIMITED_TIME}}) {
+        SCOPED_TRACE(c.time);
+        MoveOverhead = c.overhead;
+        OwnTime = c.time;
+        OwnIncrement = 1;
+        FixedTime = c.fixedTime;
+        AllotTime();
+        EXPECT_EQ(TimeHardLimit, c.hardLimit);
+        EXPECT_EQ(UnderClock, c.hardLimit != UNLIMITED_TIME);
+    }
+}
+
 TEST_F(TimeAllotment, NoClockAndTheInfiniteOneLeaveTheSearchUnlimited) {
     for (const int time : {NO_CLOCK, INFINITE_TIME}) {
         OwnTime = time;
