@@ -1,5 +1,7 @@
 #include "front/game.h"
 
+#include <cstring>
+
 #include "board/fen.h"
 #include "board/make_move.h"
 #include "board/order_tables.h"
@@ -18,6 +20,18 @@ constinit bool PonderNow = true;
 constinit bool DebugMode = false;
 constinit bool PostThinking = false;
 
+namespace {
+
+// The position whose turn was last changed by hand, and how far the game could be taken back
+// before.
+struct {
+    int32_t ply = -1;
+    uint64_t posKey = 0;
+    int32_t setupPly = 0;
+} constinit Turned;
+
+} // namespace
+
 void NewGame() {
     if (!PartnerMode && !UciMode) {
         ForgetLastScore();
@@ -35,8 +49,24 @@ void BeginLearningAnew() {
     ForgetNotedPositions();
 }
 
+void GiveTurn(Colour side) {
+    if (SideToMove == side)
+        return;
+    SideToMove = side;
+    if (SetupPly == Ply && Turned.ply == Ply && Turned.posKey == PosKey) {
+        SetupPly = Turned.setupPly;
+        Turned.ply = -1;
+    } else {
+        Turned = {Ply, PosKey, SetupPly};
+        SetupPly = Ply;
+    }
+}
+
 void SetUpFen(const char* fen) {
-    ForgetLastScore();
+    if (fen[std::strspn(fen, " ")] == '\0')
+        return;
+    if (!UciMode)
+        ForgetLastScore();
     GoPonder = false;
     LoadFen(fen);
 }

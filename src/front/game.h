@@ -27,7 +27,13 @@ void NewGame();
 // What one game taught is done with: the next may teach again.
 void BeginLearningAnew();
 
-// Sets the position of a FEN up, for another game than the one before.
+// Gives the move to a side. What was played before cannot be taken back any more, since its records
+// belong to the other turn; but a turn given back at once leaves the game as it was.
+void GiveTurn(Colour side);
+
+// Sets the position of a FEN up, for another game than the one before. UCI gives the games that
+// begin from one position by position, so there the last search's score still counts. Text without
+// a position does nothing.
 void SetUpFen(const char* fen);
 
 // Sets every limit of `new` back: depth, fixed time, force mode.

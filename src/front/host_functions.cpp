@@ -10,6 +10,7 @@
 #include "search/host.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
+#include "search/state.h"
 
 static bool InputWaiting() {
     return LineWaiting() || StandardInputWaiting() != 0;
@@ -41,11 +42,15 @@ static void AnnounceChosenMove(Move move, bool fromBook) {
 }
 
 // The interface may have answered the announcement of a draw with the end of the game. A search
-// that has pondered in vain so far has a variation to show all the same.
+// that has pondered in vain so far, and an analysis that found all there is to find, have a
+// variation to show all the same.
 static void KeepMove() {
     LearnAnnouncedDraw();
-    if (UciMode && GoPonder)
+    const bool analysisEnded = Analysing && !Running.StopSearch;
+    if (UciMode && (GoPonder || analysisEnded))
         PrintUciVariation(true, BOUND_EXACT);
+    else if (analysisEnded)
+        PrintThinking(true);
 }
 
 static void PrintBestVariations(BoundType bound, int line) {

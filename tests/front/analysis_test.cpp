@@ -63,6 +63,15 @@ TEST(Analysis, WaitsWhereThereIsNothingMoreToFind) {
     EXPECT_NE(engine.Ask("brd").find(" R . . . .*P*P*P"), std::string::npos);
 }
 
+TEST(Analysis, ShowsItsLastLineWhenItEndsByItself) {
+    EngineProcess engine;
+    engine.Ask("xboard\npost");
+    engine.Send(std::string(MateInOne) + "analyze");
+    const std::string line = engine.ReadLine();
+    EXPECT_NE(line.find(" 32766 "), std::string::npos) << line;
+    EXPECT_TRUE(line.ends_with(" a1a8")) << line;
+}
+
 TEST(Analysis, AFinishedGameCanBeLeft) {
     EngineProcess engine;
     engine.Settle();

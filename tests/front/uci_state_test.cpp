@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "board/position.h"
+#include "front/game.h"
 #include "front/interpreter.h"
 #include "front/uci.h"
 #include "search/driver_state.h"
@@ -24,6 +25,7 @@ protected:
     void TearDown() override {
         SetDefaultEgtbSettings();
         Past = {};
+        UciMode = false;
         SetStartPosition();
     }
 };
@@ -40,14 +42,22 @@ TEST_F(UciState, TablebaseOptionsCountOnlyWhileTablebasesAreUsed) {
     EXPECT_EQ(std::string(EgtbPath), "d:\\my tables; e:\\x ");
 }
 
-TEST_F(UciState, AnotherPositionForgetsTheLastScore) {
-    for (const char* const line : {"position fen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1",
-                                   "loadfen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1"}) {
-        Past.LastScore = 123;
-        Dispatch(line);
-        EXPECT_EQ(Past.LastScore, 0) << line;
-        EXPECT_EQ(MenCount, 3) << line;
+TEST_F(UciState, AnotherPositionForgetsTheLastScoreUnlessTheGamesComePositionByPosition) {
+    for (const bool uci : {true, false}) {
+        for (const char* const line : {"position fen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1",
+                                       "loadfen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1"}) {
+            UciMode = uci;
+            Past.LastScore = 123;
+            Past.LastScoreSide = BLACK;
+            Dispatch(line);
+            EXPECT_EQ(Past.LastScore, uci ? 123 : 0) << line;
+            EXPECT_EQ(Past.LastScoreSide, uci ? BLACK : WHITE) << line;
+            EXPECT_EQ(MenCount, 3) << line;
+        }
     }
+    Past.LastScore = 123;
+    Dispatch("new");
+    EXPECT_EQ(Past.LastScore, 0);
 }
 
 TEST_F(UciState, EveryLineOfThinkingPutsTheStatisticsOff) {

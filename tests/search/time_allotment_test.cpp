@@ -80,8 +80,8 @@ TEST_F(TimeAllotment, TheOverheadOfAMoveIsTakenOffTheClockButNotOffAFixedTime) {
         OwnIncrement = 1;
         FixedTime = c.fixedTime;
         AllotTime();
-        EXPECT_EQ(TimeHardLimit, c.hardLimit);
-        EXPECT_EQ(UnderClock, c.hardLimit != UNLIMITED_TIME);
+        EXPECT_EQ(Budget.TimeHardLimit, c.hardLimit);
+        EXPECT_EQ(Budget.UnderClock, c.hardLimit != UNLIMITED_TIME);
     }
 }
 
