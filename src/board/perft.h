@@ -9,4 +9,8 @@ constexpr int MAX_PERFT_DEPTH = 60;
 // Moves in the tree of that depth (1..MAX_PERFT_DEPTH; otherwise 0). Castling out of check is
 // counted, since the generator does not ask whether the king stands in check: counts are
 // compared with earlier versions by users who know this.
-uint64_t CountPerft(int depth);
+//
+// `wanted` is asked now and then; once it says no the count is given up, and what is returned means
+// nothing.
+uint64_t CountPerft(
+    int depth, bool (*wanted)() = [] { return true; });

@@ -19,10 +19,12 @@
 #include "front/engine_turn.h"
 #include "front/game.h"
 #include "front/help.h"
+#include "front/input_lines.h"
 #include "front/search_commands.h"
 #include "front/shutdown.h"
 #include "platform/clock.h"
 #include "platform/signals.h"
+#include "platform/standard_streams.h"
 #include "search/driver_state.h"
 #include "search/hash_memory.h"
 #include "search/interrupts.h"
@@ -50,13 +52,6 @@ void CleanTables(const CommandLine&) {
     ForgetLastScore();
 }
 
-// A person who asks for a move gets one, whatever the last search was told to wait for.
-static void PlayByClock() {
-    PlayByBaseTime = true;
-    if (OwnTime == INFINITE_TIME)
-        OwnTime = NO_CLOCK;
-}
-
 void PlayTypedMove(const CommandLine& line) {
     const Move move = MoveFromText(line.text);
     if (!IsLegal(move)) {
@@ -69,7 +64,7 @@ void PlayTypedMove(const CommandLine& line) {
         return;
     GoPonder = false;
     SearchMoveCount = 0;
-    PlayByClock();
+    AnswerByClock();
     TakeTurn();
 }
 
@@ -146,7 +141,11 @@ void RunPerft(const CommandLine& line) {
     int64_t start = tick;
     while (start == tick)
         start = ClockMilliseconds();
-    const uint64_t leaves = CountPerft(std::min(line.Number(1), MAX_PERFT_DEPTH));
+    // Nothing else ends a count that nobody waits for any more.
+    constexpr auto wanted = [] { return !OutputAbandoned(); };
+    const uint64_t leaves = CountPerft(std::min(line.Number(1), MAX_PERFT_DEPTH), wanted);
+    if (!wanted())
+        return;
     std::printf("total moves = %" PRIu64 " time = %.2f\n", leaves,
                 double(ClockMilliseconds() - start) / 1000.0);
     std::fflush(stdout);
@@ -247,28 +246,29 @@ static int ReadGoParameter(const CommandLine& line, int i) {
         OwnTime = INFINITE_TIME;
     else if (KeywordMatches("ponder", word))
         GoPonder = true;
-    else if (KeywordMatches("searchmoves", word))
-        ReadSearchMoves(line, i + 1);
     return 1;
 }
 
 void Go(const CommandLine& line) {
     ForceMode = GoPonder = false;
     SearchMoveCount = 0;
-    PlayByClock();
+    AnswerByClock();
     if (line.Arguments() > 0)
         ResetSearchLimits();
-    for (int i = 1; i <= line.Arguments();)
+    bool movesRead = false;
+    for (int i = 1; i <= line.Arguments();) {
+        // A second keyword of the kind has nothing to add.
+        if (!movesRead && KeywordMatches("searchmoves", line.tokens[size_t(i)].text)) {
+            ReadSearchMoves(line, i + 1);
+            movesRead = true;
+        }
         i += ReadGoParameter(line, i);
+    }
     TakeTurn();
 }
 
-// Gives the move to a side. What was played before cannot be taken back any more: its records
-// belong to the other turn.
 static void SetTurn(Colour side) {
-    if (SideToMove != side)
-        SetupPly = Ply;
-    SideToMove = side;
+    GiveTurn(side);
     EngineSide = ChangeSide(side);
 }
 
@@ -345,12 +345,12 @@ void PlayDemo(const CommandLine&) {
     NewGame();
     GoPonder = false;
     SearchMoveCount = 0;
-    PlayByClock();
+    AnswerByClock();
     ResetInterrupts();
     while (ThinkAndMove()) {
         // A drawn game goes on, with searches too short to look at their input.
         HandleSearchCommands();
-        if (!MoveWanted())
+        if (!MoveWanted() || Abandoned())
             break;
         ResetInterrupts();
     }

@@ -5,10 +5,14 @@
 #include <vector>
 
 #include "platform/input.h"
+#include "platform/standard_streams.h"
 
 namespace {
 
 constexpr int READ_SIZE = 4096;
+// Reads in one look for a line: a megabyte, so that a sender of endless lines delays a search but
+// does not stop it.
+constexpr int READS_PER_LOOK = 256;
 
 // What was read and not yet taken. Only bytes from `TakenUpTo` on count; the head is dropped when
 // it has grown large, so that many short lines in one burst cost no copying.
@@ -16,13 +20,16 @@ constinit std::vector<char> Buffer;
 constinit size_t TakenUpTo = 0;
 // No line feed stands before this place: endless lines are not searched again and again.
 constinit size_t SearchedUpTo = 0;
+// The last read has met the end of input. A terminal may go on after it.
+constinit bool InputEnded = false;
 
 } // namespace
 
 bool ReadInput() {
     char chunk[READ_SIZE];
     const int count = ReadStandardInput(chunk, READ_SIZE);
-    if (count == 0)
+    InputEnded = count == 0;
+    if (InputEnded)
         return false;
     if (TakenUpTo > READ_SIZE) {
         Buffer.erase(Buffer.begin(), Buffer.begin() + std::ptrdiff_t(TakenUpTo));
@@ -39,11 +46,23 @@ bool LineWaiting() {
     return end != Buffer.end();
 }
 
+bool ReadWaitingInput() {
+    for (int i = 0; i < READS_PER_LOOK && !LineWaiting() && StandardInputWaiting() != 0; i++) {
+        if (!ReadInput())
+            return false;
+    }
+    return true;
+}
+
 bool TakeLine(std::string& line) {
     if (!LineWaiting())
         return false;
     const char* const begin = Buffer.data() + TakenUpTo;
-    line.assign(begin, strnlen(begin, SearchedUpTo - TakenUpTo));
+    size_t length = SearchedUpTo - TakenUpTo;
+    // A carriage return right before the line feed belongs to the line end.
+    if (length > 0 && begin[length - 1] == '\r')
+        length--;
+    line.assign(begin, strnlen(begin, length));
     TakenUpTo = ++SearchedUpTo;
     if (const size_t carriageReturn = line.find('\r'); carriageReturn != std::string::npos)
         line[carriageReturn] = ' ';
@@ -67,6 +86,10 @@ void ReturnLine(const std::string& line) {
     Buffer.insert(Buffer.insert(place, line.begin(), line.end()) + std::ptrdiff_t(line.size()),
                   '\n');
     SearchedUpTo = TakenUpTo;
+}
+
+bool Abandoned() {
+    return InputEnded && OutputAbandoned();
 }
 
 int NextCharacter() {

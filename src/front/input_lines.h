@@ -9,8 +9,12 @@ bool ReadInput();
 // Whether a whole line waits in the buffer.
 bool LineWaiting();
 
-// Takes the next line out of the buffer, without its line end and with the first carriage return
-// turned into a blank; a NUL ends it. False when no whole line waits.
+// Reads what waits, without blocking, until there is a whole line; a very long one may take several
+// calls. False at the end of input.
+bool ReadWaitingInput();
+
+// Takes the next line out of the buffer, without its line end (LF or CR LF) and with the first
+// other carriage return turned into a blank; a NUL ends it. False when no whole line waits.
 bool TakeLine(std::string& line);
 
 // Waits until a whole line waits, asleep. False at the end of input, when what is left has no line
@@ -22,6 +26,10 @@ bool NextLine(std::string& line);
 
 // Puts a line that was taken back: it will be the next.
 void ReturnLine(const std::string& line);
+
+// Whether the input has ended and the output reaches nobody either: what is still being done is
+// done for nobody.
+bool Abandoned();
 
 // The next character of the input, -1 at its end.
 int NextCharacter();

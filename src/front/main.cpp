@@ -1,5 +1,6 @@
 // The entry: the order in which the engine starts.
 #include <cstdio>
+#include <new>
 
 #include "board/attacks.h"
 #include "board/keys.h"
@@ -17,6 +18,7 @@
 #include "platform/clock.h"
 #include "platform/runtime_rand.h"
 #include "platform/signals.h"
+#include "platform/standard_streams.h"
 #include "search/driver_state.h"
 #include "search/hash_memory.h"
 #include "tablebase/block_cache.h"
@@ -36,7 +38,8 @@ static void PrintBanner() {
     std::fflush(stdout);
 }
 
-int main() {
+// Starts the engine and plays until it is told to end.
+[[noreturn]] static void RunEngine() {
     StartClock();
     InitSignals();
     InstallHostFunctions();
@@ -62,4 +65,16 @@ int main() {
     InitTablebases();
     NewGame();
     RunCommandLoop();
+}
+
+int main() {
+    OpenStandardStreams();
+    try {
+        RunEngine();
+    } catch (const std::bad_alloc&) {
+        // A line of input may be longer than the memory that is left.
+        std::puts("An error occured while memory allocation!");
+        std::fflush(stdout);
+        return 1;
+    }
 }

@@ -13,7 +13,6 @@
 #include "front/keyword.h"
 #include "front/shutdown.h"
 #include "front/thinking.h"
-#include "platform/input.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
 #include "search/root.h"
@@ -143,6 +142,7 @@ static After AnswerPrediction(const std::string& line) {
         return EndSearch();
     }
     PonderingOnPrediction = GoPonder = false;
+    AnswerByClock();
     ReallotTime();
     AnnounceDraws();
     return After::RETURN;
@@ -205,27 +205,18 @@ static After ActOn(const std::string& line) {
     return HasMoveShape(line) ? TakeTypedMove(line) : After::NEXT_LINE;
 }
 
-// Nothing can end a search that waits to be told, and nobody sees what it finds. (Output that still
-// has a reader may belong to someone who has sent all that he wanted to.)
-static bool Abandoned() {
-    return (GoPonder || Analysing || OwnTime == INFINITE_TIME) && std::ferror(stdout) != 0;
-}
-
-// At the end of input the predicted move cannot come any more, and an abandoned search would keep
-// the processor busy for ever. Other searches go on.
+// At the end of input the predicted move cannot come any more, and a search whose interface has
+// died would keep the processor busy for nobody. Other searches go on: output that still has a
+// reader may belong to someone who has sent all that he wanted to.
 static void ActOnEndOfInput() {
     if (PonderingOnPrediction || Abandoned())
         Running.StopSearch = ExitRequested = true;
 }
 
-// Takes the next line if a whole one waits; reads once where none does.
+// Takes the next line if a whole one waits.
 static bool TakeWaitingLine(std::string& line) {
-    if (!LineWaiting()) {
-        if (StandardInputWaiting() == 0)
-            return false;
-        if (!ReadInput())
-            ActOnEndOfInput();
-    }
+    if (!ReadWaitingInput())
+        ActOnEndOfInput();
     return TakeLine(line);
 }
 

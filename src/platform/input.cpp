@@ -1,5 +1,6 @@
 #include "platform/input.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <thread>
@@ -11,13 +12,6 @@
 #include <poll.h>
 #include <unistd.h>
 #endif
-
-namespace {
-
-// A carriage return that ended the last read: what follows tells whether it belongs to a line end.
-constinit bool HeldReturn = false;
-
-} // namespace
 
 #ifdef _WIN32
 
@@ -80,36 +74,11 @@ int StandardInputWaiting() {
 
 #endif
 
-// Drops carriage returns before line feeds from the `count` bytes in the buffer, which has room for
-// the one held back from the last read at its head. Returns how many are left.
-static int TranslateLineEnds(char* buffer, int count) {
-    int kept = 0;
-    for (int i = 0; i < count; i++) {
-        if (buffer[i] == '\r' && i + 1 < count && buffer[i + 1] == '\n')
-            continue;
-        buffer[kept++] = buffer[i];
-    }
-    HeldReturn = kept > 0 && buffer[kept - 1] == '\r';
-    return HeldReturn ? kept - 1 : kept;
-}
-
 int ReadStandardInput(char* buffer, int size) {
-    if (size < 2)
-        return 0;
-    for (;;) {
-        const int held = HeldReturn ? 1 : 0;
-        if (held)
-            buffer[0] = '\r';
-        const int count = RawRead(buffer + held, size - held);
-        if (count < 0 && MayTryAgain())
-            continue;
-        if (count <= 0) {
-            HeldReturn = false;
-            return held;
-        }
-        if (const int kept = TranslateLineEnds(buffer, held + count); kept > 0)
-            return kept;
-    }
+    int count = RawRead(buffer, size);
+    while (count < 0 && MayTryAgain())
+        count = RawRead(buffer, size);
+    return std::max(count, 0);
 }
 
 void SleepAtEndOfInput() {

@@ -2,7 +2,7 @@
 #pragma once
 
 // Reads what is there, at most `size` bytes, blocking until there is something. Returns the
-// number of bytes, with CR LF translated to LF; 0 means end of input or an error.
+// number of bytes, line ends as they were sent; 0 means end of input or an error.
 int ReadStandardInput(char* buffer, int size);
 
 // Non-zero when a read would not block. A terminal counts as a console, anything else as a pipe;

@@ -72,6 +72,9 @@ constexpr Exchange Exchanges[] = {
      "force\ne2e4\nwhite\nundo\nremove\nd2d4\nundo\nblack\ne7e5\nbrd",
      "*R*N*B*Q*K*B*N*R\n*P*P*P*P .*P*P*P\n . . . . . . . .\n . . . .*P . . .\n . . . . P . . .\n"
      " . . . . . . . .\n P P P P . P P P\n R N B Q K B N R\n"},
+    {"a turn given back leaves the game as it was",
+     "force\ne2e4\ne7e5\nblack\nwhite\nundo\nundo\nbrd", StartBoard},
+    {"no text, no position", "loadfen\nloadfen   \nposition fen\nposition fen  \nbrd", StartBoard},
     {"no book", "bkm", "Current nhash1 = 62112, nhash2 = 42397\nNo book loaded...\n"},
     {"tablebases", "egtbstat",
      "UseEGTB = TRUE\ntb_path = c:\\tablebases\\\nEGTB files not found\n"},
@@ -322,6 +325,16 @@ TEST(Console, AtTheEndOfInputItWaitsWithoutUsingTheProcessor) {
 
 TEST(Console, CarriageReturnsBelongToTheLineEnd) {
     EXPECT_EQ(Answer("mvd\r\n\r\negtbstat\r\nmvd\r").substr(0, 21), "castling flags = 15\nU");
+    EXPECT_EQ(Answer("e2e5\rx\ry\r\r"), "Illegal move: e2e5 x\ry\r\n");
+    // Whatever follows it: a search does not wait for that.
+    EngineProcess engine;
+    engine.Ask("easy\nnopost");
+    engine.SendBytes("st 1\ngo\nisready\n");
+    engine.ReadUntil("readyok");
+    engine.SendBytes("mvd\r");
+    engine.ReadUntilPrefix("move ");
+    engine.SendBytes("\n");
+    EXPECT_EQ(engine.ReadLine(), "castling flags = 15");
 }
 
 } // namespace

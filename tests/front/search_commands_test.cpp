@@ -110,18 +110,29 @@ TEST(SearchCommands, QuitEndsTheProcessAtOnce) {
     EXPECT_EQ(engine.WaitForExit(), 0);
 }
 
-TEST(SearchCommands, AnAbandonedEngineFinishesItsSearchAndSleeps) {
-    for (const char* const search : {"st 1\ngo", "uci\ngo infinite", "uci\ngo ponder", "analyze"}) {
+TEST(SearchCommands, AnAbandonedEngineEndsWhateverItDoesAndSleeps) {
+    for (const char* const search :
+         {"st 600\ngo", "go depth 90", "uci\ngo movetime 1000000", "uci\ngo infinite",
+          "uci\ngo ponder", "analyze", "demo", "perft 9"}) {
         SCOPED_TRACE(search);
         EngineProcess engine(NoPondering);
-        engine.Settle();
+        engine.Ask("nopost");
         engine.Send(search);
-        engine.Send(".\nisready");
-        engine.ReadUntil("readyok");
         engine.Die();
         EXPECT_TRUE(engine.FallsAsleep());
         EXPECT_TRUE(engine.Running());
     }
+}
+
+TEST(SearchCommands, AreHeardBehindALongLine) {
+    EngineProcess engine(NoPondering);
+    engine.Ask("uci");
+    engine.Send("go infinite\nisready");
+    engine.ReadUntil("readyok");
+    engine.Send(std::string(4 << 20, 'x') + "\nstop");
+    const std::string text = engine.ReadUntilPrefix("bestmove ");
+    const long nodes = std::stol(text.substr(text.rfind(" nodes ") + 7));
+    EXPECT_LT(nodes, 10000000) << "which are 200 looks at the input";
 }
 
 // An engine that has answered 1. e2e4 and ponders; nothing is sent before it has said on what.
@@ -154,6 +165,20 @@ TEST(Pondering, ThePredictedMoveIsAnsweredAndTheNextOnePredicted) {
     engine.Send("easy");
     EXPECT_NE(engine.Ask("remove\nbrd"), StartBoard);
     EXPECT_EQ(engine.Ask("remove\nbrd"), StartBoard) << "four plies were played";
+}
+
+TEST(Pondering, ThePredictedMoveIsAnsweredWhateverTheSearchBeforeWasToldToWaitFor) {
+    for (const char* const go : {"go infinite", "go searchmoves e2e4 d2d4"}) {
+        SCOPED_TRACE(go);
+        EngineProcess engine;
+        engine.Ask("nopost\nlevel 0 0:01 0");
+        engine.Send(std::string(go) + "\nisready");
+        engine.ReadUntil("readyok");
+        engine.Send("?");
+        const std::string text = engine.ReadUntilPrefix("Hint: ");
+        engine.Send(text.substr(text.rfind(' ') + 1, 4));
+        engine.ReadUntilPrefix("move ");
+    }
 }
 
 TEST(Pondering, AnotherMoveTakesThePredictionBackAndIsAnswered) {

@@ -1,0 +1,11 @@
+// The three streams that a process is started with, as far as they are more than bytes.
+#pragma once
+
+// Opens the null device in the place of every stream that the process was started without: else the
+// first file to be opened would take its number, be read as commands or written over by replies.
+// Called first thing in `main`.
+void OpenStandardStreams();
+
+// Whether what is written to standard output can reach nobody any more: the reader has closed his
+// end of the pipe, or the terminal is gone.
+bool OutputAbandoned();
