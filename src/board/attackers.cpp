@@ -1,6 +1,9 @@
 #include "board/attackers.h"
 
+#include <cassert>
+
 bool SquareAttacked(Colour side, int square) {
+    assert(IsSquare(square));
     if (PawnAttacks[ChangeSide(side)][square] & PieceBB[PAWN][side])
         return true;
     if (KnightAttacks[square] & PieceBB[KNIGHT][side])
@@ -121,6 +124,7 @@ static bool AttacksFrom(int to, int from, Colour us, int piece, int king) {
 }
 
 bool GivesCheck(Move move) {
+    assert(ColourBB[SideToMove] & SquareBit(From(move)));
     const Colour us = SideToMove;
     const Colour them = ChangeSide(us);
     const int king = KingSquare[them];

@@ -1,5 +1,6 @@
 #include "board/evasions.h"
 
+#include <cassert>
 #include <initializer_list>
 
 #include "board/attackers.h"
@@ -21,7 +22,7 @@ constexpr int32_t REPLY_SLICE = 1;
 
 static void EmitCapture(Move move) {
     const int32_t score = CaptureScore(move);
-    MoveStack[MoveStackTop++] = {move, score > 0 ? score + GOOD_CAPTURE : score};
+    PushMove(move, score > 0 ? score + GOOD_CAPTURE : score);
 }
 
 static void EmitQuiet(Move move) {
@@ -29,14 +30,14 @@ static void EmitQuiet(Move move) {
     const Colour us = SideToMove;
     if (EvasionReply[EvasionReplyIndex(LastMove(), KingSquare[us], us)] == move)
         score += REMEMBERED_REPLY;
-    MoveStack[MoveStackTop++] = {move, score};
+    PushMove(move, score);
 }
 
 static void EmitBlock(Move move) {
     if (SafeExchange(move))
         EmitQuiet(move);
     else
-        MoveStack[MoveStackTop++] = {move, LOSING_BLOCK - BlockerValue[MovingPiece(move)]};
+        PushMove(move, LOSING_BLOCK - BlockerValue[MovingPiece(move)]);
 }
 
 // Squares behind the king as its sliding checkers see them: still attacked once it has moved,
@@ -154,6 +155,7 @@ template <Colour Us> static void GenerateEvasionsFor() {
 }
 
 void GenerateEvasions() {
+    assert(InCheck(SideToMove));
     if (SideToMove == WHITE)
         GenerateEvasionsFor<WHITE>();
     else

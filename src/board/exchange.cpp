@@ -1,5 +1,6 @@
 #include "board/exchange.h"
 
+#include <cassert>
 #include <initializer_list>
 
 #include "board/attackers.h"
@@ -70,6 +71,7 @@ static bool ExchangeHolds(Attackers attackers, int balance, Colour us) {
 }
 
 bool SafeExchange(int to, int from, int piece, int captured, int promotion) {
+    assert(IsSquare(to) && IsSquare(from) && to != from);
     if (promotion != EMPTY && promotion != QUEEN)
         return false;
     int moved = ExchangeUnits[piece];

@@ -1,5 +1,7 @@
 #include "board/generate.h"
 
+#include <cassert>
+
 #include "board/attackers.h"
 #include "board/exchange.h"
 #include "board/order_tables.h"
@@ -29,12 +31,8 @@ constexpr Piece PushPromotions[] = {QUEEN, ROOK, KNIGHT, BISHOP};
 
 } // namespace
 
-static inline void Emit(Move move, int32_t score) {
-    MoveStack[MoveStackTop++] = {move, score};
-}
-
 static inline void EmitCapture(Move move) {
-    Emit(move, CaptureScore(move));
+    PushMove(move, CaptureScore(move));
 }
 
 // Success ratio of a losing capture in 256ths, 0 while too little is known.
@@ -167,7 +165,7 @@ void GeneratePromotionsQN() {
 }
 
 template <Colour Us> static inline void EmitQuiet(Move move, const int32_t* history) {
-    Emit(move, history[HistoryIndex(move, 0, Us)]);
+    PushMove(move, history[HistoryIndex(move, 0, Us)]);
 }
 
 template <Colour Us> static void GenerateCastling(const int32_t* history) {
@@ -217,6 +215,7 @@ template <Colour Us> static void GenerateQuietFor(const int32_t* history) {
 }
 
 void GenerateQuiet(int slice) {
+    assert(slice == 0 || slice == 1);
     const int32_t* const history = HistoryTable + slice * (HISTORY_ENTRIES / 2);
     if (SideToMove == WHITE)
         GenerateQuietFor<WHITE>(history);

@@ -6,6 +6,8 @@
 // part of the engine's behaviour.
 #pragma once
 
+#include <cassert>
+
 #include "board/position.h"
 
 struct ScoredMove {
@@ -19,6 +21,11 @@ constexpr int MAX_NODE_MOVES = 1100;
 constexpr int MOVE_STACK_SIZE = MAX_NODE_MOVES * MAX_LINE_PLY;
 extern ScoredMove MoveStack[MOVE_STACK_SIZE];
 extern int32_t MoveStackTop;
+
+inline void PushMove(Move move, int32_t score) {
+    assert(MoveStackTop >= 0 && MoveStackTop < MOVE_STACK_SIZE);
+    MoveStack[MoveStackTop++] = {move, score};
+}
 
 // Order score of a capture or promotion; updates the age of a losing capture's statistics. A
 // move that is neither (an en-passant capture) gets 100901.

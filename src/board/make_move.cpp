@@ -1,9 +1,12 @@
 #include "board/make_move.h"
 
 #include <array>
+#include <cassert>
 
 #include "board/keys.h"
 #include "board/piece_square.h"
+#include "board/pseudo_legal.h"
+#include "board/recompute.h"
 
 namespace {
 
@@ -165,6 +168,13 @@ template <Colour Us> static inline void MoveKing(int from, int to) {
     }
 }
 
+// For assertions: whether the record has what unmake will need in the current position.
+[[maybe_unused]] static bool RecordHolds(const UndoRecord& record) {
+    return record.posKey == PosKey && record.fiftyCount == FiftyCount &&
+           record.castleRights == CastleRights && record.materialIndex == MaterialIndex &&
+           record.pstSumA == PstSumA && record.pstSumB == PstSumB;
+}
+
 static inline void SaveRecord(UndoRecord& record) {
     record.posKey = PosKey;
     record.fiftyCount = FiftyCount;
@@ -207,9 +217,12 @@ template <Colour Us> static inline void MakeMoveFor(Move move) {
 }
 
 Colour MakeMove(Move move, bool save) {
+    assert(Ply >= 0 && Ply < UNDO_RECORDS);
+    assert(IsPseudoLegal(move));
     UndoRecord& record = UndoStack[Ply];
     if (save)
         SaveRecord(record);
+    assert(RecordHolds(record));
     if (SideToMove == WHITE)
         MakeMoveFor<WHITE>(move);
     else
@@ -217,6 +230,7 @@ Colour MakeMove(Move move, bool save) {
     record.move = move;
     Ply++;
     SideToMove = ChangeSide(SideToMove);
+    assert(SampleIsConsistent());
     return SideToMove;
 }
 
@@ -296,6 +310,7 @@ template <Colour Us> static inline void UnmakeMoveFor(Move move) {
 }
 
 void UnmakeMove() {
+    assert(Ply > 0 && LastMove() != NO_MOVE);
     const UndoRecord& record = UndoStack[--Ply];
     SideToMove = ChangeSide(SideToMove);
     if (SideToMove == WHITE)
@@ -308,9 +323,11 @@ void UnmakeMove() {
     PstSumB = record.pstSumB;
     PosKey = record.posKey;
     MaterialIndex = record.materialIndex;
+    assert(SampleIsConsistent());
 }
 
 void MakeNullMove() {
+    assert(Ply >= 0 && Ply < UNDO_RECORDS);
     UndoRecord& record = UndoStack[Ply++];
     SaveRecord(record);
     record.move = NO_MOVE;
@@ -318,6 +335,7 @@ void MakeNullMove() {
 }
 
 void UnmakeNullMove() {
+    assert(Ply > 0 && LastMove() == NO_MOVE);
     Ply--;
     SideToMove = ChangeSide(SideToMove);
 }

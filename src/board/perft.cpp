@@ -1,8 +1,11 @@
 #include "board/perft.h"
 
+#include <cassert>
+
 #include "board/attackers.h"
 #include "board/generate.h"
 #include "board/make_move.h"
+#include "board/recompute.h"
 
 namespace {
 
@@ -17,6 +20,7 @@ constexpr int ASKING_DEPTH = 5;
 static uint64_t Perft(int depth, bool (*wanted)()) {
     if (depth >= ASKING_DEPTH && !wanted())
         return 0;
+    assert(PositionIsConsistent());
     const int start = MoveStackTop;
     GenerateCaptures(ColourBB[ChangeSide(SideToMove)]);
     GeneratePromotions();
@@ -37,6 +41,7 @@ static uint64_t Perft(int depth, bool (*wanted)()) {
             leaves++;
         UnmakeMove();
     }
+    assert(PositionIsConsistent());
     MoveStackTop = start;
     return leaves;
 }

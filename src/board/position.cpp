@@ -1,6 +1,7 @@
 #include "board/position.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 #include <initializer_list>
 #include <iterator>
@@ -34,7 +35,7 @@ constinit int16_t PstSumA = 0;
 constinit int16_t PstSumB = 0;
 constinit int32_t Ply = 0;
 constinit int32_t SetupPly = 0;
-constinit UndoRecord UndoStack[MAX_GAME_PLY + MAX_LINE_PLY] = {};
+constinit UndoRecord UndoStack[UNDO_RECORDS] = {};
 
 void ClearBoard() {
     for (const Colour c : {WHITE, BLACK}) {
@@ -90,6 +91,7 @@ static void CountMan(int sq, Colour colour, Piece type, int sign) {
 }
 
 void PlacePiece(int square, Colour colour, Piece type) {
+    assert(IsSquare(square) && Board[square] == EMPTY && PieceValue[type] != 0);
     ColourBB[colour] |= SquareBit(square);
     Board[square] = type;
     ToggleOccupancy(square);
@@ -111,6 +113,7 @@ void PlacePiece(int square, Colour colour, Piece type) {
 }
 
 void RemovePiece(int square) {
+    assert(IsSquare(square));
     const Piece type = Board[square];
     if (type == EMPTY)
         return;

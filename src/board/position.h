@@ -21,6 +21,7 @@ struct UndoRecord {
 // outgrowing it.
 constexpr int MAX_GAME_PLY = 16384;
 constexpr int MAX_LINE_PLY = 256;
+constexpr int UNDO_RECORDS = MAX_GAME_PLY + MAX_LINE_PLY;
 
 // No material signature can be formed: some side has three men of a kind.
 constexpr int MATERIAL_INVALID = 531441;
@@ -57,7 +58,7 @@ extern int16_t PstSumA;
 extern int16_t PstSumB;
 extern int32_t Ply;      // moves since the set-up; index of the next free record
 extern int32_t SetupPly; // `Ply` of the position that was set up: 1 after an en-passant field
-extern UndoRecord UndoStack[MAX_GAME_PLY + MAX_LINE_PLY];
+extern UndoRecord UndoStack[UNDO_RECORDS];
 
 // Empties the board and zeroes all that depends on the men, with FiftyCount and both keys. Leaves
 // SideToMove, CastleRights, Ply and the history.

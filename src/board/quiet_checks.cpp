@@ -34,7 +34,7 @@ static CheckTargets FindTargets(Colour us, int slice) {
 
 static void EmitCheck(Move move, int slice) {
     if (SafeExchange(move))
-        MoveStack[MoveStackTop++] = {move, HistoryTable[HistoryIndex(move, slice, SideToMove)]};
+        PushMove(move, HistoryTable[HistoryIndex(move, slice, SideToMove)]);
 }
 
 // Where a man on `from` must go to give check: to the squares that check directly, and, if it

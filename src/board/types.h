@@ -23,6 +23,9 @@ constexpr int PieceValue[PIECE_CODES] = {0, 10000, 300, 100, 0, 500, 300, 900};
 // Pieces without pawns in pawn units, by piece code: what the phase of the game is measured in.
 constexpr int PiecePhaseUnits[PIECE_CODES] = {0, 0, 3, 0, 0, 5, 3, 9};
 
+constexpr bool IsSquare(int sq) {
+    return sq >= 0 && sq < 64;
+}
 constexpr int FileOf(int sq) {
     return sq & 7;
 }

@@ -1,6 +1,7 @@
 #include "eval/eval_cache.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 
 #include "board/keys.h"
@@ -113,6 +114,7 @@ static void WriteFigures(CacheEntry& entry) {
 static int32_t EvaluateInto(CacheEntry& entry, uint64_t key) {
     int32_t score = 0;
     Evaluate(score, FULL_BOUND);
+    assert(score > SCORE_UNKNOWN && score == int16_t(score));
     if (KeyOf(entry) != key) {
         WriteFigures(entry);
         entry.score[ChangeSide(SideToMove)] = SCORE_UNKNOWN;

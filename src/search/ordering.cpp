@@ -1,6 +1,7 @@
 #include "search/ordering.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 #include <utility>
 
@@ -31,6 +32,7 @@ static_assert(AGED_KILLER_PLIES + KILLER_AGING_PLIES <= PLY_STATES);
 } // namespace
 
 void PickMove(int next, int end) {
+    assert(0 <= next && next < end && end <= MoveStackTop);
     int best = next;
     for (int i = next + 1; i < end; i++) {
         if (MoveStack[i].score > MoveStack[best].score)
@@ -65,6 +67,7 @@ void RewardQuiet(Move move, int32_t depth, int slice) {
         std::putchar('?');
     int32_t& value = HistoryTable[HistoryIndex(move, slice, SideToMove)];
     value += ((HISTORY_MAX - value) * StepAtDepth(depth)) >> HISTORY_STEP_SHIFT;
+    assert(0 <= value && value <= HISTORY_MAX);
 
     Move(&killers)[2] = PlyStates[Running.SearchPly].killers[SideToMove];
     if (move != killers[0]) {

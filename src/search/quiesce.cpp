@@ -1,6 +1,7 @@
 #include "search/quiesce.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "board/attackers.h"
 #include "board/evasions.h"
@@ -309,6 +310,8 @@ static bool TryStages(Node& node) {
 }
 
 static int32_t QuiesceNode(int32_t alpha, int32_t beta, int32_t qdepth) {
+    assert(-MATE <= alpha && alpha < beta && beta <= MATE);
+    assert(SearchPlyIsSound());
     PlyState& ply = PlyStates[Running.SearchPly];
     Node node = {alpha, beta, qdepth, ply, 0, NO_MOVE, NO_MOVE, 0, 0, 0, false};
 

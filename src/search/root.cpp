@@ -1,6 +1,7 @@
 #include "search/root.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "board/attackers.h"
 #include "board/legal_moves.h"
@@ -66,6 +67,7 @@ void SetRootScores(int32_t score) {
 }
 
 void MoveEntry(int i, int place) {
+    assert(0 <= i && i < Root.count && 0 <= place && place < Root.count);
     if (place <= i)
         std::rotate(Root.moves + place, Root.moves + i, Root.moves + i + 1);
     else

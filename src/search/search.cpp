@@ -1,6 +1,7 @@
 #include "search/search.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "board/attackers.h"
 #include "board/evasions.h"
@@ -474,6 +475,8 @@ static int32_t FinishNode(Node& node) {
 int32_t Search(int32_t alpha, int32_t beta, int32_t depth, bool nullAllowed) {
     if (Running.StopSearch)
         return 0;
+    assert(-MATE <= alpha && alpha < beta && beta <= MATE && depth >= ONE_PLY);
+    assert(SearchPlyIsSound());
     Node node(alpha, beta, depth, nullAllowed);
     node.ply.bestMove = NO_MOVE;
     node.ply.flags = 0;

@@ -1,5 +1,6 @@
 #include "search/state.h"
 
+#include "board/attackers.h"
 #include "board/position.h"
 #include "eval/evaluate.h"
 #include "platform/clock.h"
@@ -18,6 +19,12 @@ int ElapsedTime() {
 
 int32_t StatisticsInterval() {
     return 100000 / Budget.PollReload;
+}
+
+bool SearchPlyIsSound() {
+    if (Running.SearchPly < 0 || Running.SearchPly > MAX_SEARCH_PLY)
+        return false;
+    return !PlyStates[Running.SearchPly].inCheck || InCheck(SideToMove);
 }
 
 void ClearKillers() {

@@ -1,7 +1,9 @@
 #include "search/transposition.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
 
 #include "board/keys.h"
@@ -165,6 +167,8 @@ int32_t MateFromHash(int32_t score) {
 
 void HashStore(int32_t depth, Move move, int32_t score, BoundType bound, bool mateThreat,
                uint16_t hintBits) {
+    assert(depth >= 0 && depth <= TABLEBASE_DEPTH && std::abs(score) <= MATE);
+    assert(move <= MOVE_MASK);
     if (EntryCount <= 0)
         return;
     const uint64_t key = HashKey();

@@ -1,7 +1,7 @@
 #include "board/fen.h"
 
 #include "board_moves.h"
-#include "support/recompute.h"
+#include "board/recompute.h"
 
 namespace {
 
@@ -116,7 +116,7 @@ TEST_F(Fen, LastKingOfAColourIsTheKing) {
     EXPECT_EQ(KingSquare[BLACK], Sq("d6"));
     EXPECT_EQ(KingSquare[WHITE], Sq("g1"));
     EXPECT_EQ(MenCount, 4);
-    EXPECT_EQ(FirstDifferenceFromRecomputation(true), "");
+    EXPECT_EQ(FirstDifferenceFromRecomputation(ANY_BOARD), "");
 }
 
 TEST_F(Fen, CastlingRightsAreThoseThatThePlacementAllows) {

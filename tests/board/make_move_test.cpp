@@ -1,7 +1,7 @@
 #include "board/make_move.h"
 
 #include "board_moves.h"
-#include "support/recompute.h"
+#include "board/recompute.h"
 
 namespace {
 

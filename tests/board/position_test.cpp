@@ -1,7 +1,7 @@
 #include "board/position.h"
 
 #include "board_moves.h"
-#include "support/recompute.h"
+#include "board/recompute.h"
 
 namespace {
 
@@ -135,7 +135,7 @@ TEST_F(PositionTest, SecondKingTakesThePlaceOfTheFirst) {
     EXPECT_EQ(KingSquare[WHITE], Sq("a4"));
     EXPECT_EQ(PieceBB[KING][WHITE], Squares("a4"));
     EXPECT_EQ(ColourBB[WHITE], Squares("e1 a4"));
-    EXPECT_EQ(FirstDifferenceFromRecomputation(true), "");
+    EXPECT_EQ(FirstDifferenceFromRecomputation(ANY_BOARD), "");
 }
 
 TEST_F(PositionTest, LastMoveIsNoneAtTheSetUpAndAfterANullMove) {

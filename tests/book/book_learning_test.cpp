@@ -9,6 +9,7 @@
 #include "board/fen.h"
 #include "board/notation.h"
 #include "board/position.h"
+#include "board/recompute.h"
 #include "book/book.h"
 #include "book/book_settings.h"
 #include "front/adjudication.h"
@@ -18,7 +19,6 @@
 #include "search/host.h"
 #include "support/book_file.h"
 #include "support/engine_setup.h"
-#include "support/recompute.h"
 #include "support/scratch.h"
 
 namespace {

@@ -8,11 +8,11 @@
 #include "board/fen.h"
 #include "board/notation.h"
 #include "board/position.h"
+#include "board/recompute.h"
 #include "book/book_settings.h"
 #include "book/learning_file.h"
 #include "front/game.h"
 #include "support/engine_setup.h"
-#include "support/recompute.h"
 #include "support/scratch.h"
 
 namespace {

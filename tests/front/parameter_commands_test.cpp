@@ -9,13 +9,13 @@
 #include "board/make_move.h"
 #include "board/piece_square.h"
 #include "board/position.h"
+#include "board/recompute.h"
 #include "eval/eval_cache.h"
 #include "eval/evaluate.h"
 #include "eval/values_file.h"
 #include "front/game.h"
 #include "search/hash_memory.h"
 #include "search/state.h"
-#include "support/recompute.h"
 #include "support/scratch.h"
 
 namespace {

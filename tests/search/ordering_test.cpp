@@ -47,6 +47,7 @@ TEST_F(OrderingTest, PicksTheHighestAndOfEqualsTheEarliest) {
     constexpr int32_t scores[] = {-900, 5, 70, 5, 70, 0};
     for (int i = 0; i < 6; i++)
         MoveStack[10 + i] = {Move(i), scores[i]};
+    MoveStackTop = 16;
     Move picked[6] = {};
     for (int i = 0; i < 6; i++) {
         PickMove(10 + i, 16);

@@ -1,4 +1,4 @@
-#include "support/recompute.h"
+#include "board/recompute.h"
 
 #include <array>
 #include <cstdio>
@@ -39,6 +39,8 @@ struct Worth {
 constexpr Worth WorthOf[PIECE_CODES] = {{0, 0, 0, 0},   {0, 0, 0, 0},  {300, 3, 0, 1},
                                         {100, 0, 0, 0}, {0, 0, 0, 0},  {500, 5, 1, 0},
                                         {300, 3, 0, 1}, {900, 9, 2, 0}};
+
+constexpr uint64_t SAMPLED_PLACEMENTS = 16;
 
 // Collects the first difference only.
 class Difference {
@@ -90,7 +92,7 @@ static int MaterialSignature(const Recomputed& r) {
     for (const int code : {QUEEN, ROOK, BISHOP, KNIGHT}) {
         for (const int colour : {WHITE, BLACK}) {
             if (r.pieceCount[code][colour] > 2)
-                return 531441;
+                return MATERIAL_INVALID;
             index += weight * r.pieceCount[code][colour];
             weight *= 3;
         }
@@ -98,9 +100,9 @@ static int MaterialSignature(const Recomputed& r) {
     return index + 6561 * r.pieceCount[PAWN][WHITE] + 59049 * r.pieceCount[PAWN][BLACK];
 }
 
-static void CompareKings(Difference& d, const Recomputed& r, int colour, bool several) {
+static void CompareKings(Difference& d, const Recomputed& r, int colour, BoardKind kind) {
     const Bitboard king = PieceBB[KING][colour];
-    if (!several)
+    if (kind == PLAYED_BOARD)
         d.Compare("PieceBB[KING]", colour, king, r.pieceBB[KING][colour]);
     d.Compare("PieceBB[KING] without a man under it", colour, king & ~r.pieceBB[KING][colour],
               Bitboard{0});
@@ -123,7 +125,7 @@ static void CompareOccupancy(Difference& d, const Recomputed& r) {
     }
 }
 
-static void CompareCounters(Difference& d, const Recomputed& r, bool severalKings) {
+static void CompareCounters(Difference& d, const Recomputed& r, BoardKind kind) {
     for (const int colour : {WHITE, BLACK}) {
         for (int code = 0; code < PIECE_CODES; code++) {
             if (code != KING)
@@ -132,7 +134,7 @@ static void CompareCounters(Difference& d, const Recomputed& r, bool severalKing
             d.Compare("PieceCount", code * 2 + colour, PieceCount[code][colour],
                       r.pieceCount[code][colour]);
         }
-        CompareKings(d, r, colour, severalKings);
+        CompareKings(d, r, colour, kind);
         d.Compare("Material", colour, Material[colour], r.material[colour]);
         d.Compare("PhaseUnits", colour, PhaseUnits[colour], r.phaseUnits[colour]);
         d.Compare("HeavyCount", colour, HeavyCount[colour], r.heavyCount[colour]);
@@ -141,7 +143,7 @@ static void CompareCounters(Difference& d, const Recomputed& r, bool severalKing
     d.Compare("MenCount", 0, MenCount, r.menCount);
 }
 
-std::string FirstDifferenceFromRecomputation(bool severalKings) {
+std::string FirstDifferenceFromRecomputation(BoardKind kind) {
     Difference d;
     Recomputed r;
     d.Compare("squares of both colours", 0, ColourBB[WHITE] & ColourBB[BLACK], Bitboard{0});
@@ -152,11 +154,24 @@ std::string FirstDifferenceFromRecomputation(bool severalKings) {
             CountMan(r, sq, int(ColourBB[BLACK] >> sq & 1), Board[sq]);
     }
     CompareOccupancy(d, r);
-    CompareCounters(d, r, severalKings);
+    CompareCounters(d, r, kind);
     d.Compare("PosKey", 0, PosKey, r.posKey);
     d.Compare("PawnKey", 0, PawnKey, r.pawnKey);
     d.Compare("PstSumA", 0, PstSumA, int16_t(r.pstSumA));
     d.Compare("PstSumB", 0, PstSumB, int16_t(r.pstSumB));
-    d.Compare("MaterialIndex", 0, MaterialIndex, MaterialSignature(r));
+    if (kind == PLAYED_BOARD || MaterialIndex != MATERIAL_INVALID)
+        d.Compare("MaterialIndex", 0, MaterialIndex, MaterialSignature(r));
     return d.text;
+}
+
+bool PositionIsConsistent() {
+    const std::string difference = FirstDifferenceFromRecomputation(ANY_BOARD);
+    if (difference.empty())
+        return true;
+    std::fprintf(stderr, "%s\n", difference.c_str());
+    return false;
+}
+
+bool SampleIsConsistent() {
+    return PosKey % SAMPLED_PLACEMENTS != 0 || PositionIsConsistent();
 }
