@@ -1,6 +1,6 @@
 #include "board/attackers.h"
 
-#include "board_moves.h"
+#include "support/board_test.h"
 
 namespace {
 
@@ -68,44 +68,6 @@ TEST_F(Attackers, AgreeWithSteppingOverTheBoard) {
 TEST_F(Attackers, CodesThatAreNoPieceAttackNothing) {
     for (const int code : {-1, 0, 4, 8, 100})
         EXPECT_EQ(PieceAttacks(Sq("d4"), WHITE, code), 0u) << code;
-}
-
-TEST_F(Attackers, MenAreAskedFromSquaresWhereTheyDoNotStand) {
-    LoadFen("4k3/8/3p4/8/1P1r4/8/8/4K3 w - -");
-    EXPECT_EQ(PieceAttacks(Sq("d4"), WHITE, BISHOP),
-              Squares("a1 b2 c3 e5 f6 g7 h8 a7 b6 c5 e3 f2 g1"));
-    EXPECT_EQ(PieceAttacks(Sq("d5"), BLACK, ROOK), Squares("d4 d6 a5 b5 c5 e5 f5 g5 h5"));
-    EXPECT_EQ(PieceAttacks(Sq("c5"), WHITE, PAWN), Squares("b6 d6"));
-    EXPECT_EQ(PieceAttacks(Sq("c5"), BLACK, PAWN), Squares("b4 d4"));
-}
-
-TEST_F(Attackers, SlidersBeyondAreTheFirstOfTheirKind) {
-    struct Case {
-        const char* name;
-        const char* fen;
-        const char* square;
-        Direction direction;
-        const char* found;
-    };
-    constexpr Case cases[] = {
-        {"rook to the north", "3r4/8/8/8/8/8/3P4/8 w - -", "d2", NORTH, "d8"},
-        {"the nearer of two", "3r4/3R4/8/8/8/8/3P4/8 w - -", "d2", NORTH, "d7"},
-        {"queen on a line", "8/8/8/8/q2P4/8/8/8 w - -", "d4", WEST, "a4"},
-        {"bishop on a line", "8/8/8/8/3P2b1/8/8/8 w - -", "d4", EAST, ""},
-        {"pawn before the rook", "8/8/8/8/3P2pr/8/8/8 w - -", "d4", EAST, ""},
-        {"wrong side", "3r4/8/8/8/8/8/3P4/8 w - -", "d2", SOUTH, ""},
-        {"bishop to the south-east", "8/8/8/8/3P4/8/8/6B1 w - -", "d4", SOUTH_EAST, "g1"},
-        {"queen to the north-east", "7q/8/8/8/3P4/8/8/8 w - -", "d4", NORTH_EAST, "h8"},
-        {"rook on a diagonal", "7r/8/8/8/3P4/8/8/8 w - -", "d4", NORTH_EAST, ""},
-        {"next to it", "8/8/8/2b5/3P4/8/8/8 w - -", "d4", NORTH_WEST, "c5"},
-        {"to the south-west", "8/8/8/8/3P4/8/1Q6/8 w - -", "d4", SOUTH_WEST, "b2"},
-        {"from the edge", "8/8/8/8/P7/8/8/8 w - -", "a4", WEST, ""},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        LoadFen(c.fen);
-        EXPECT_EQ(SlidersBeyond(Sq(c.square), c.direction), Squares(c.found));
-    }
 }
 
 TEST_F(Attackers, ChecksAreKnownBeforeTheMoveIsMade) {

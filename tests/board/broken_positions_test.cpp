@@ -8,7 +8,7 @@
 #include "board/pseudo_legal.h"
 #include "board/quiet_checks.h"
 #include "board/recompute.h"
-#include "board_moves.h"
+#include "support/board_test.h"
 
 namespace {
 

@@ -1,8 +1,6 @@
 #include "board/keys.h"
 
-#include <set>
-
-#include "board_moves.h"
+#include "support/board_test.h"
 
 namespace {
 
@@ -25,17 +23,4 @@ TEST_F(Keys, AreTheSameInEveryRun) {
     EXPECT_EQ(EpKeys[7], 0x54e945bff9370dacu); // the last one drawn
     EXPECT_EQ(PosKey, 0x93564fa2667ff762u);    // starting position
     EXPECT_EQ(PawnKey, 0xdbeb060b054d1273u);
-}
-
-TEST_F(Keys, OfRealMenDifferAndTheOthersAreZero) {
-    std::set<Bitboard> seen;
-    for (const Colour c : {WHITE, BLACK}) {
-        for (int sq = 0; sq < 64; sq++) {
-            EXPECT_EQ(PieceKeys[c][0][sq], 0u);
-            EXPECT_EQ(PieceKeys[c][4][sq], 0u);
-            for (const Piece piece : {KING, KNIGHT, PAWN, ROOK, BISHOP, QUEEN})
-                seen.insert(PieceKeys[c][piece][sq]);
-        }
-    }
-    EXPECT_EQ(seen.size(), 2u * 64 * 6);
 }

@@ -1,7 +1,7 @@
 #include "board/legal_moves.h"
 
 #include "board/pseudo_legal.h"
-#include "board_moves.h"
+#include "support/board_test.h"
 
 namespace {
 
@@ -40,28 +40,10 @@ TEST_F(LegalMoves, AreThosePlayedWithoutLosingTheKing) {
     });
 }
 
-TEST_F(LegalMoves, LeaveOutCastlingOutOfCheck) {
-    LoadFen("4r1k1/8/8/8/8/8/8/R3K2R w KQ -");
-    EXPECT_NE(FindMove("e1g1"), NO_MOVE);
-    EXPECT_FALSE(IsLegal(FindMove("e1g1")));
-    EXPECT_EQ(MovesText(Generated([] { GenerateLegalMoves(); })), "e1d1 e1f1 e1d2 e1f2");
-}
-
 TEST_F(LegalMoves, LeaveOutCapturesOfAKing) {
     LoadFen("4k3/8/8/8/8/8/4R3/4K3 w - -");
     EXPECT_NE(FindMove("e2e8"), NO_MOVE);
     EXPECT_FALSE(IsLegal(FindMove("e2e8")));
-}
-
-TEST_F(LegalMoves, WordsMustFitInEveryField) {
-    LoadFen("4k3/P7/8/3p4/4P3/8/8/4K3 w - -");
-    EXPECT_TRUE(IsLegal(MoveWord(Sq("e4"), Sq("d5"), PAWN, PAWN)));
-    EXPECT_FALSE(IsLegal(MoveWord(Sq("e4"), Sq("d5"), PAWN)));
-    EXPECT_FALSE(IsLegal(MoveWord(Sq("e4"), Sq("d5"), PAWN, KNIGHT)));
-    EXPECT_FALSE(IsLegal(MoveWord(Sq("e4"), Sq("d5"), BISHOP, PAWN)));
-    EXPECT_FALSE(IsLegal(MoveWord(Sq("a7"), Sq("a8"), PAWN)));
-    EXPECT_TRUE(IsLegal(MoveWord(Sq("a7"), Sq("a8"), PAWN, EMPTY, QUEEN)));
-    EXPECT_FALSE(IsLegal(NO_MOVE));
 }
 
 // What comes out of a hash table may be any word.

@@ -1,24 +1,11 @@
 #include "board/notation.h"
 
-#include <gtest/gtest.h>
-
-#include "board/fen.h"
-#include "board/generate.h"
 #include "board/legal_moves.h"
-#include "board/position.h"
-#include "support/engine_setup.h"
+#include "support/board_test.h"
 
 namespace {
 
-class Notation : public testing::Test {
-protected:
-    void SetUp() override {
-        SetUpEngineTables();
-    }
-    void TearDown() override {
-        SetStartPosition();
-    }
-};
+class Notation : public BoardTest {};
 
 TEST_F(Notation, WritesSquaresAndThePromotionLetter) {
     EXPECT_EQ(MoveText(MoveWord(12, 28, PAWN)), "e2e4");

@@ -1,7 +1,7 @@
 #include "board/perft.h"
 
 #include "board/legal_moves.h"
-#include "board_moves.h"
+#include "support/board_test.h"
 
 namespace {
 
@@ -35,18 +35,12 @@ constexpr Row Rows[] = {
     {"every kind of move",
      "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq -",
      {{48}, {2039}, {97862}, {4085603, 4086290}, {193690690, 193737613}}},
-    {"every kind of move for Black",
-     "r3k2r/pppbbppp/2n2q1P/1P2p3/3pn3/BN2PNP1/P1PPQPB1/R3K2R b KQkq -",
-     {{48}, {2039}, {97862}, {4085603, 4086290}}},
     {"rank pin against en passant",
      "8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - -",
      {{14}, {191}, {2812}, {43238}, {674624}, {11030083}}},
     {"castling under promotion",
      "r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq -",
      {{6}, {264}, {9467}, {422333}, {15833292}}},
-    {"castling under promotion for Black",
-     "r2q1rk1/pP1p2pp/Q4n2/bbp1p3/Np6/1B3NBn/pPPP1PPP/R3K2R b KQ -",
-     {{6}, {264}, {9467}, {422333}}},
     {"pawn takes on the back rank",
      "rnbq1k1r/pp1Pbppp/2p5/8/2B5/8/PPP1NnPP/RNBQK2R w KQ -",
      {{44}, {1486}, {62379, 62478}, {2103487, 2107464}, {89941194, 90219128}}},
@@ -56,9 +50,6 @@ constexpr Row Rows[] = {
     {"promotions everywhere",
      "n1n5/PPPk4/8/8/8/8/4Kppp/5N1N b - -",
      {{24}, {496}, {9483}, {182838}, {3605103}, {71179139}}},
-    {"promotions everywhere for White",
-     "n1n5/PPPk4/8/8/8/8/4Kppp/5N1N w - -",
-     {{24}, {496}, {9483}, {182838}, {3605103}}},
     {"bare rooks and kings",
      "r3k2r/8/8/8/8/8/8/R3K2R w KQkq -",
      {{26},
@@ -67,9 +58,6 @@ constexpr Row Rows[] = {
       {314346, 315106},
       {7594526, 7616560},
       {179862938, 180413095}}},
-    {"bare rooks and kings, Black",
-     "r3k2r/8/8/8/8/8/8/R3K2R b KQkq -",
-     {{26}, {568, 570}, {13744, 13792}, {314346, 315106}, {7594526, 7616560}}},
     {"short castling checks",
      "5k2/8/8/8/8/8/8/4K2R w K -",
      {{15}, {66}, {1198}, {6399}, {120330}, {661072}}},
@@ -90,9 +78,6 @@ constexpr Row Rows[] = {
      {{6}, {136}, {863}, {20471}, {117741}}},
     {"en passant discovers on the diagonal",
      "8/5bk1/8/2Pp4/8/1K6/8/8 w - d5",
-     {{8}, {104}, {736}, {9287}, {62297}, {824064}}},
-    {"en passant discovers on the diagonal, Black",
-     "8/8/1k6/8/2pP4/8/5BK1/8 b - d4",
      {{8}, {104}, {736}, {9287}, {62297}, {824064}}},
     {"en passant gives check",
      "8/5k2/8/2Pp4/2B5/1K6/8/8 w - d5",
@@ -115,12 +100,6 @@ constexpr Row Rows[] = {
     {"promotion gives check",
      "4k3/1P6/8/8/8/8/K7/8 w - -",
      {{9}, {40}, {472}, {2661}, {38983}, {217342}, {3742283}}},
-    {"underpromotion in the corner",
-     "8/P1k5/K7/8/8/8/8/8 w - -",
-     {{6}, {27}, {273}, {1329}, {18135}, {92683}, {1555980}}},
-    {"stalemate is near",
-     "K1k5/8/P7/8/8/8/8/8 w - -",
-     {{2}, {6}, {13}, {63}, {382}, {2217}, {15453}, {93446}}},
     {"stalemate and mate",
      "8/k1P5/8/1K6/8/8/8/8 w - -",
      {{10}, {25}, {268}, {926}, {10857}, {43261}, {567584}}},
@@ -131,9 +110,6 @@ constexpr Row Rows[] = {
     {"double check waits on the e-file",
      "rnb1kbnr/ppppqppp/8/4N3/8/8/PPPPQPPP/RNB1KB1R w KQkq -",
      {{36}, {994}, {34514}, {994246}}},
-    {"knight against pawns",
-     "8/8/1P2K3/8/2n5/1q6/8/5k2 b - -",
-     {{29}, {165}, {5160}, {31961}, {1004658}}},
     {"three queens a side",
      "3qk3/1q4q1/8/8/8/8/1Q4Q1/3QK3 w - -",
      {{58}, {2629}, {119920}, {5239290}}},
@@ -155,15 +131,6 @@ constexpr Row Rows[] = {
     {"queenside is open",
      "r3k2r/pbppqppp/1pn2n2/4p3/1bB1P3/2NP1N2/PPPBQPPP/R3K2R w KQkq -",
      {{41}, {1567, 1568}, {62249, 62306}, {2402751, 2406126}}},
-    {"rook ending",
-     "8/5pk1/4p1p1/7P/5P2/1r6/6PK/4R3 w - -",
-     {{19}, {450}, {7925}, {171753}, {3022323}}},
-    {"minor pieces",
-     "8/2k2b2/2n5/1p2p3/4P3/1B2N3/5K2/8 b - -",
-     {{23}, {514}, {10368}, {206395}, {3905559}}},
-    {"rooks on the seventh",
-     "r5k1/1R3R1p/6p1/8/8/6P1/1r3r1P/R5K1 b - -",
-     {{37}, {1178}, {38633}, {1236325}}},
     {"king hunt",
      "r1b2r2/pp1n1ppk/4p2p/3pP2Q/2pP1N2/q1P4R/P1P2PPP/4K2R b K -",
      {{32}, {934, 936}, {26695, 26761}, {804489, 807604}}},
@@ -231,11 +198,6 @@ TEST_F(Perft, LegalMovesAloneGiveTheLegalCounts) {
             }
         }
     }
-}
-
-TEST_F(Perft, DepthsThatCannotBeFinishedCountNothing) {
-    for (const int depth : {-1, 0, MAX_PERFT_DEPTH + 1})
-        EXPECT_EQ(CountPerft(depth), 0u);
 }
 
 TEST_F(Perft, FinishedGamesHaveNoLeaves) {

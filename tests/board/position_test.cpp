@@ -1,79 +1,13 @@
 #include "board/position.h"
 
-#include "board_moves.h"
 #include "board/recompute.h"
+#include "support/board_test.h"
 
 namespace {
 
 class PositionTest : public BoardTest {};
 
 } // namespace
-
-TEST_F(PositionTest, StartPositionHasItsNumbers) {
-    EXPECT_EQ(MaterialIndex, 531436);
-    EXPECT_EQ(MenCount, 32);
-    EXPECT_EQ(KingSquare[WHITE], 4);
-    EXPECT_EQ(KingSquare[BLACK], 60);
-    EXPECT_EQ(CastleRights, 15);
-    EXPECT_EQ(FiftyCount, 0);
-    EXPECT_EQ(Ply, 0);
-    EXPECT_EQ(SideToMove, WHITE);
-    for (const Colour c : {WHITE, BLACK}) {
-        EXPECT_EQ(Material[c], 8 * 100 + 4 * 300 + 2 * 500 + 900);
-        EXPECT_EQ(PhaseUnits[c], 4 * 3 + 2 * 5 + 9);
-        EXPECT_EQ(HeavyCount[c], 4);
-        EXPECT_EQ(MinorCount[c], 4);
-        EXPECT_EQ(PieceCount[PAWN][c], 8);
-        EXPECT_EQ(PieceCount[KING][c], 1);
-    }
-    // Both camps stand alike, so the sums of the men cancel.
-    EXPECT_EQ(PstSumA, 0);
-    EXPECT_EQ(PstSumB, 0);
-    EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
-}
-
-TEST_F(PositionTest, BlackMenCountPositivelyInThePieceSquareSums) {
-    ClearBoard();
-    PlacePiece(Sq("d8"), BLACK, QUEEN);
-    const int queenA = PstSumA;
-    const int queenB = PstSumB;
-    EXPECT_GT(queenA, 0);
-    EXPECT_GT(queenB, 0);
-    PlacePiece(Sq("d1"), WHITE, QUEEN);
-    EXPECT_EQ(PstSumA, 0);
-    EXPECT_EQ(PstSumB, 0);
-    RemovePiece(Sq("d8"));
-    EXPECT_EQ(PstSumA, -queenA);
-    EXPECT_EQ(PstSumB, -queenB);
-}
-
-TEST_F(PositionTest, ThirdPieceOfAKindInvalidatesTheSignature) {
-    for (const Colour c : {WHITE, BLACK}) {
-        for (const Piece piece : {KNIGHT, ROOK, BISHOP, QUEEN}) {
-            ClearBoard();
-            PlacePiece(Sq("a1"), c, piece);
-            PlacePiece(Sq("b4"), c, piece);
-            const int two = MaterialIndex;
-            EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
-            PlacePiece(Sq("e5"), c, piece);
-            EXPECT_EQ(MaterialIndex, 531441);
-            EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
-            PlacePiece(Sq("f5"), c, PAWN);
-            EXPECT_EQ(MaterialIndex, 531441);
-            RemovePiece(Sq("f5"));
-            RemovePiece(Sq("b4"));
-            EXPECT_EQ(MaterialIndex, two);
-            EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
-        }
-    }
-}
-
-TEST_F(PositionTest, FullestSignatureIsTheLargestValidOne) {
-    LoadFen("qqrrbbnn/pppppppp/8/8/8/8/PPPPPPPP/QQRRBBNN w - -");
-    EXPECT_EQ(MaterialIndex, 531440);
-    PlacePiece(Sq("e4"), WHITE, KING);
-    EXPECT_EQ(MaterialIndex, 531440);
-}
 
 TEST_F(PositionTest, TooManyPawnsAreReportedWhenTheSignatureIsRebuilt) {
     struct Case {
@@ -117,17 +51,6 @@ TEST_F(PositionTest, MenCanBePlacedAndTakenOffAtRandom) {
     EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
 }
 
-TEST_F(PositionTest, ClearingLeavesTheGameAlone) {
-    Play("e2e4 e7e5 g1f3");
-    ClearBoard();
-    EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
-    EXPECT_EQ(MenCount, 0);
-    EXPECT_EQ(FiftyCount, 0);
-    EXPECT_EQ(SideToMove, BLACK);
-    EXPECT_EQ(CastleRights, 15);
-    EXPECT_EQ(Ply, 3);
-}
-
 TEST_F(PositionTest, SecondKingTakesThePlaceOfTheFirst) {
     ClearBoard();
     PlacePiece(Sq("e1"), WHITE, KING);
@@ -136,16 +59,6 @@ TEST_F(PositionTest, SecondKingTakesThePlaceOfTheFirst) {
     EXPECT_EQ(PieceBB[KING][WHITE], Squares("a4"));
     EXPECT_EQ(ColourBB[WHITE], Squares("e1 a4"));
     EXPECT_EQ(FirstDifferenceFromRecomputation(ANY_BOARD), "");
-}
-
-TEST_F(PositionTest, LastMoveIsNoneAtTheSetUpAndAfterANullMove) {
-    EXPECT_EQ(LastMove(), NO_MOVE);
-    Play("e2e4");
-    EXPECT_EQ(MoveText(LastMove()), "e2e4");
-    MakeNullMove();
-    EXPECT_EQ(LastMove(), NO_MOVE);
-    UnmakeNullMove();
-    EXPECT_EQ(MoveText(LastMove()), "e2e4");
 }
 
 TEST_F(PositionTest, GamesOutlastTheRecords) {

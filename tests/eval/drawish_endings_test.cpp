@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "eval/flipped_fen.h"
 #include "eval/pawn_structure.h"
+#include "support/flipped.h"
 #include "support/scratch.h"
 
 namespace {

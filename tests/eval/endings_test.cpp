@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "eval/flipped_fen.h"
+#include "support/flipped.h"
 
 namespace {
 

@@ -8,10 +8,10 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "eval/flipped_fen.h"
 #include "eval/parameters.h"
 #include "eval/position_walk.h"
 #include "support/engine_setup.h"
+#include "support/flipped.h"
 
 namespace {
 

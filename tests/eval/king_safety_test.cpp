@@ -4,10 +4,10 @@
 
 #include "board/fen.h"
 #include "eval/evaluate.h"
-#include "eval/flipped_fen.h"
 #include "eval/pawn_structure.h"
 #include "eval/personality.h"
 #include "support/engine_setup.h"
+#include "support/flipped.h"
 
 namespace {
 

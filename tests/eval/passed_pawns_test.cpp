@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "eval/flipped_fen.h"
 #include "eval/parameters.h"
 #include "eval/passer_race.h"
 #include "eval/pawn_corrections.h"
@@ -17,6 +16,7 @@
 #include "eval/position_walk.h"
 #include "eval/term_limit.h"
 #include "support/engine_setup.h"
+#include "support/flipped.h"
 #include "support/scratch.h"
 
 namespace {

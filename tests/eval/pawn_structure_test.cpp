@@ -10,11 +10,11 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "eval/flipped_fen.h"
 #include "eval/parameters.h"
 #include "eval/position_walk.h"
 #include "eval/term_limit.h"
 #include "support/engine_setup.h"
+#include "support/flipped.h"
 #include "support/scratch.h"
 
 namespace {

@@ -10,11 +10,11 @@
 
 #include "board/fen.h"
 #include "eval/evaluate.h"
-#include "eval/flipped_fen.h"
 #include "eval/passed_pawns.h"
 #include "eval/pawn_structure.h"
 #include "eval/position_walk.h"
 #include "support/engine_setup.h"
+#include "support/flipped.h"
 #include "support/scratch.h"
 
 namespace {

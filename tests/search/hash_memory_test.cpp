@@ -5,26 +5,18 @@
 #include <random>
 #include <unistd.h>
 
-#include <gtest/gtest.h>
-
 #include "board/order_tables.h"
-#include "board/position.h"
-#include "support/engine_setup.h"
+#include "support/search_test.h"
 #include "tablebase/block_cache.h"
 
 namespace {
 
-class HashMemoryTest : public testing::Test {
+class HashMemoryTest : public SearchingTest {
 protected:
-    void SetUp() override {
-        SetUpEngineTables();
-        SetStartPosition();
-        AllocateHashTables();
-    }
     void TearDown() override {
         TranspositionCount = DEFAULT_TRANSPOSITION_ENTRIES;
         PawnHashCount = DEFAULT_PAWN_ENTRIES;
-        FreeHashTables();
+        SearchingTest::TearDown();
     }
 };
 
@@ -98,16 +90,6 @@ TEST_F(HashMemoryTest, ResizingLeavesNoMemoryBehind) {
     ResizePawnHash(7);
     FreeTablebaseCache();
     EXPECT_LT(ResidentBytes(), before + Slack);
-}
-
-TEST_F(HashMemoryTest, ClearingEmptiesEveryTable) {
-    ASSERT_TRUE(StoresAndFinds());
-    std::memset(PawnHashTable, 0, size_t(PawnHashSlots) * PAWN_ENTRY_BYTES);
-    HashAge = 9;
-    ClearAllHashTables();
-    EXPECT_FALSE(HashProbe().found);
-    EXPECT_TRUE(PawnHashIsEmpty());
-    EXPECT_EQ(0, HashAge);
 }
 
 TEST_F(HashMemoryTest, TablesOfNoEntriesCanBeAllocatedAndCleared) {

@@ -1,7 +1,5 @@
 // What the search makes of positions that were learned in earlier games.
 
-#include <gtest/gtest.h>
-
 #include "board/generate.h"
 #include "board/legal_moves.h"
 #include "board/make_move.h"
@@ -10,12 +8,13 @@
 #include "book/learning_file.h"
 #include "search/driver.h"
 #include "search/hash_memory.h"
-#include "search/limits.h"
 #include "search/root.h"
-#include "support/engine_setup.h"
 #include "support/scratch.h"
+#include "support/search_test.h"
 
 namespace {
+
+class LearnedPositions : public SearchingTest {};
 
 constexpr int DEPTH = 9;
 
@@ -25,11 +24,7 @@ Move SearchAnew() {
     return SearchFixedDepth(DEPTH);
 }
 
-TEST(LearnedPositions, TheEngineAvoidsWhereItHasGoneWrong) {
-    SetUpEngineTables();
-    AllocateHashTables();
-    ResetLimits();
-    SetStartPosition();
+TEST_F(LearnedPositions, TheEngineAvoidsWhereItHasGoneWrong) {
     ScratchDirectory directory;
     OpenLearningFile("Learn.tq1");
     const Move best = SearchAnew();
@@ -47,7 +42,6 @@ TEST(LearnedPositions, TheEngineAvoidsWhereItHasGoneWrong) {
     EXPECT_GT(Root.moves[0].score, -300);
     SetDefaultBookSettings();
     CloseLearningFile();
-    FreeHashTables();
 }
 
 } // namespace

@@ -3,31 +3,22 @@
 #include <algorithm>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "board/fen.h"
-#include "board/order_tables.h"
-#include "board/position.h"
 #include "search/driver.h"
-#include "search/driver_state.h"
-#include "search/hash_memory.h"
 #include "search/host.h"
 #include "search/limits.h"
 #include "search/root.h"
-#include "search/state.h"
-#include "support/engine_setup.h"
+#include "support/search_test.h"
 
 namespace {
 
 constinit int Reports = 0;
 constinit int UnorderedReports = 0;
 
-class MultiPv : public testing::Test {
+class MultiPv : public SearchingTest {
 protected:
     void SetUp() override {
-        SetUpEngineTables();
-        AllocateHashTables();
-        Forget();
+        SearchingTest::SetUp();
         Reports = UnorderedReports = 0;
         Host.printVariations = [](BoundType bound, int) {
             Reports++;
@@ -40,18 +31,7 @@ protected:
     }
     void TearDown() override {
         Host.printVariations = [](BoundType, int) {};
-        Forget();
-        FreeHashTables();
-        SetStartPosition();
-    }
-    static void Forget() {
-        ClearAllHashTables();
-        ClearHistory();
-        ClearEvasionReplies();
-        ClearCaptureStats();
-        ClearPlyStates();
-        Past = {};
-        ResetLimits();
+        SearchingTest::TearDown();
     }
 
     struct Line {
@@ -60,7 +40,7 @@ protected:
     };
     // The best moves of a search from a clear memory.
     static std::vector<Line> Best(const char* fen, int count, int depth) {
-        Forget();
+        ForgetSearches();
         LoadFen(fen);
         MultiPV = count;
         SearchFixedDepth(depth);
@@ -71,7 +51,7 @@ protected:
     }
     // The score of a move that is searched alone.
     static int32_t ScoreAlone(const char* fen, Move move, int depth) {
-        Forget();
+        ForgetSearches();
         LoadFen(fen);
         SearchMoves[0] = move;
         SearchMoveCount = 1;

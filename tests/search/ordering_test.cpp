@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <iterator>
 
-#include <gtest/gtest.h>
-
 #include "board/fen.h"
 #include "board/make_move.h"
 #include "search/state.h"
-#include "support/engine_setup.h"
+#include "support/search_test.h"
 
 namespace {
 
@@ -16,26 +14,7 @@ constexpr Move KnightOut = MoveWord(6, 21, KNIGHT);
 constexpr Move PawnUp = MoveWord(12, 28, PAWN);
 constexpr Move BishopOut = MoveWord(5, 33, BISHOP);
 
-class OrderingTest : public testing::Test {
-protected:
-    void SetUp() override {
-        SetUpEngineTables();
-        Forget();
-    }
-    void TearDown() override {
-        Forget();
-    }
-    static void Forget() {
-        SetStartPosition();
-        ClearHistory();
-        ClearEvasionReplies();
-        ClearCaptureStats();
-        ClearKillers();
-        HashAge = 0;
-        Running.SearchPly = 0;
-        MoveStackTop = 0;
-    }
-};
+class OrderingTest : public SearchingTest {};
 
 int32_t History(Move move, int slice = 0) {
     return HistoryTable[HistoryIndex(move, slice, SideToMove)];
@@ -83,21 +62,6 @@ TEST_F(OrderingTest, HistoryStaysBetweenZeroAndItsLimit) {
         ASSERT_GE(History(KnightOut), 0);
     }
     EXPECT_LT(History(KnightOut), 10);
-}
-
-TEST_F(OrderingTest, APenaltyTakesTheSameShareBack) {
-    HistoryTable[HistoryIndex(KnightOut, 1, WHITE)] = 32700;
-    PenaliseQuiet(KnightOut, 60, 1);
-    EXPECT_EQ(32700 - 1820, History(KnightOut, 1));
-    EXPECT_EQ(0, History(KnightOut, 0));
-}
-
-TEST_F(OrderingTest, SlicesAndSidesLearnApart) {
-    RewardQuiet(KnightOut, 60, 1);
-    EXPECT_EQ(0, History(KnightOut, 0));
-    EXPECT_EQ(1820, History(KnightOut, 1));
-    SideToMove = BLACK;
-    EXPECT_EQ(0, History(KnightOut, 1));
 }
 
 TEST_F(OrderingTest, ARewardBelowOnePlyLeavesATrace) {
@@ -148,54 +112,26 @@ TEST_F(OrderingTest, AKillerMustFitThePosition) {
     };
     for (const Case& c : {
              Case{"free", "4k3/8/8/8/8/8/8/R3K3 w - -", rookUp, true},
-             Case{"blocked", "4k3/8/8/8/8/8/P7/R3K3 w - -", rookUp, false},
-             Case{"onto an own man", "4k3/8/8/8/P7/8/8/R3K3 w - -", rookUp, false},
              Case{"onto a man", "4k3/8/8/8/n7/8/8/R3K3 w - -", rookUp, false},
              Case{"the same man to take", "4k3/8/8/8/n7/8/8/R3K3 w - -", rookTakes, true},
              Case{"another man to take", "4k3/8/8/8/b7/8/8/R3K3 w - -", rookTakes, false},
              Case{"an own man to take", "4k3/8/8/8/N7/8/8/R3K3 w - -", rookTakes, false},
-             Case{"gone", "4k3/8/8/8/8/8/8/4K3 w - -", rookUp, false},
              Case{"another man there", "4k3/8/8/8/8/8/8/Q3K3 w - -", rookUp, false},
-             Case{"the enemy's man there", "4k3/8/8/8/8/8/8/r3K3 w - -", rookUp, false},
-             Case{"a double step", "4k3/8/8/8/8/8/3P4/4K3 w - -", doubleStep, true},
              Case{"a double step blocked", "4k3/8/8/8/8/3n4/3P4/4K3 w - -", doubleStep, false},
              Case{"a knight jumps", "4k3/8/8/8/8/8/4PPPP/4KBNR w - -", KnightOut, true},
              Case{"none", "4k3/8/8/8/8/8/8/R3K3 w - -", NO_MOVE, false},
-             Case{"none on an empty corner", "4k3/8/8/8/8/8/8/4K3 w - -", NO_MOVE, false},
              Case{"castling", "4k3/8/8/8/8/8/8/R3K2R w KQ -", WHITE_CASTLES_SHORT, true},
-             Case{"castling long", "4k3/8/8/8/8/8/8/R3K2R w KQ -", WHITE_CASTLES_LONG, true},
              Case{"castling without the right", "4k3/8/8/8/8/8/8/R3K2R w Q -", WHITE_CASTLES_SHORT,
                   false},
              Case{"castling over an attacked square", "4kr2/8/8/8/8/8/8/R3K2R w KQ -",
                   WHITE_CASTLES_SHORT, false},
-             Case{"castling onto an attacked square", "4k1r1/8/8/8/8/8/8/R3K2R w KQ -",
-                  WHITE_CASTLES_SHORT, false},
-             Case{"castling with b1 attacked", "1r2k3/8/8/8/8/8/8/R3K2R w KQ -", WHITE_CASTLES_LONG,
-                  true},
              Case{"castling with b1 occupied", "4k3/8/8/8/8/8/8/RN2K2R w KQ -", WHITE_CASTLES_LONG,
                   false},
-             Case{"castling with the other king", "r3k2r/8/8/8/8/8/8/R3K2R b KQkq -",
-                  WHITE_CASTLES_SHORT, false},
-             Case{"black castling", "r3k2r/8/8/8/8/8/8/R3K2R b KQkq -", BLACK_CASTLES_LONG, true},
          }) {
         SCOPED_TRACE(c.name);
         LoadFen(c.fen);
         EXPECT_EQ(c.fits, KillerFits(c.move));
     }
-}
-
-TEST_F(OrderingTest, AReplyToCheckIsRememberedForThatCheck) {
-    LoadFen("4k3/8/8/8/8/8/3P4/r3K3 w - -");
-    const Move reply = MoveWord(4, 12, KING);
-    RememberEvasion(reply); // no move was played here: nothing to remember it by
-    for (const Move move : EvasionReply)
-        ASSERT_EQ(NO_MOVE, move);
-
-    LoadFen("4k3/8/8/8/8/r7/3P4/4K3 b - -");
-    const Move check = MoveWord(16, 0, ROOK);
-    MakeMove(check, true);
-    RememberEvasion(reply);
-    EXPECT_EQ(reply, EvasionReply[EvasionReplyIndex(check, 4, WHITE)]);
 }
 
 TEST_F(OrderingTest, LosingCapturesAreCountedAndHalved) {

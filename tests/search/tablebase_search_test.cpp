@@ -10,6 +10,7 @@
 #include "search/search.h"
 #include "search/state.h"
 #include "search/transposition.h"
+#include "support/search_test.h"
 #include "support/tablebase_test.h"
 #include "tablebase/registry.h"
 
@@ -20,12 +21,11 @@ protected:
     void SetUp() override {
         TablebaseTest::SetUp();
         AllocateHashTables();
-        Past = {};
+        ForgetSearches();
     }
     void TearDown() override {
+        ForgetSearches();
         FreeHashTables();
-        ClearPlyStates();
-        Past = {};
         TablebaseTest::TearDown();
     }
 };
@@ -88,8 +88,6 @@ TEST_F(TablebaseSearch, CountsScoresFromTheRoot) {
     Budget.DrawScore = 30;
     Running.SearchPly = 2;
     EXPECT_EQ(Search(-MATE, MATE, 4 * ONE_PLY, true), 30);
-    Budget.DrawScore = 0;
-    Running.SearchPly = 0;
 }
 
 TEST_F(TablebaseSearch, AsksNoTableWhileACastlingRightRemains) {
@@ -101,7 +99,6 @@ TEST_F(TablebaseSearch, AsksNoTableWhileACastlingRightRemains) {
         Search(-MATE, MATE, ONE_PLY, true);
         EXPECT_EQ(HashProbe().depth == TABLEBASE_DEPTH, asked) << fen;
     }
-    Running.SearchPly = 0;
 }
 
 } // namespace

@@ -1,27 +1,19 @@
 #include "search/time_allotment.h"
 
-#include <gtest/gtest.h>
-
 #include "board/position.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
 #include "search/root.h"
 #include "search/state.h"
+#include "support/search_test.h"
 
 namespace {
 
-class TimeAllotment : public testing::Test {
+class TimeAllotment : public SearchingTest {
 protected:
     void SetUp() override {
-        ResetLimits();
-        Past = {};
-        SetStartPosition();
+        SearchingTest::SetUp();
         Past.SearchesSinceBook = 5;
-    }
-    void TearDown() override {
-        ResetLimits();
-        Past = {};
-        SetStartPosition();
     }
 };
 

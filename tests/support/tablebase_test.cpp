@@ -2,7 +2,6 @@
 
 #include "board/fen.h"
 #include "board/position.h"
-#include "eval/flipped_fen.h"
 #include "support/engine_setup.h"
 #include "tablebase/block_cache.h"
 #include "tablebase/classes.h"
@@ -43,16 +42,6 @@ int32_t ProbedScore(const char* fen) {
     LoadFen(fen);
     int32_t score = 0;
     return ProbeTablebase(SideToMove, score) ? score : NOT_FOUND;
-}
-
-std::string FlippedFen(const std::string& fen) {
-    LoadFen(fen.c_str());
-    std::string flipped = FlippedFen();
-    if (!IsDoubleStep(LastMove()))
-        return flipped;
-    const int ep = To(LastMove()) ^ 56;
-    flipped.pop_back();
-    return flipped + char('a' + FileOf(ep)) + char('1' + RankOf(ep));
 }
 
 std::string TableWith(const char* fen, Colour side, char entry) {

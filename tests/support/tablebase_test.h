@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "board/types.h"
+#include "support/flipped.h"
 #include "support/scratch.h"
 
 // Runs in an empty directory; afterwards no table is registered.
@@ -30,9 +31,6 @@ std::string ThreeMenTable(const std::string& name);
 constexpr int32_t NOT_FOUND = 99999;
 // What the probe tells of a position, from the side to move.
 int32_t ProbedScore(const char* fen);
-
-// The position with colours exchanged and the board upside down.
-std::string FlippedFen(const std::string& fen);
 
 // A file's text for a table in which that position has an entry, and all others are draws.
 std::string TableWith(const char* fen, Colour side, char entry);

@@ -1,4 +1,5 @@
-// Moves as text, lists of moves and walks through move trees, for the tests of the board.
+// What tests of the board share: squares and moves as text, lists of moves, walks through move
+// trees.
 #pragma once
 
 #include <algorithm>
@@ -12,6 +13,7 @@
 #include "board/fen.h"
 #include "board/generate.h"
 #include "board/make_move.h"
+#include "board/notation.h"
 #include "board/order_tables.h"
 #include "board/position.h"
 #include "support/positions.h"
@@ -52,14 +54,6 @@ constexpr Bitboard Squares(const char* names) {
 
 inline std::string SquareText(int sq) {
     return {char('a' + FileOf(sq)), char('1' + RankOf(sq))};
-}
-
-// From, to and the promotion's letter: "e2e4", "b7a8q".
-inline std::string MoveText(Move move) {
-    std::string text = SquareText(From(move)) + SquareText(To(move));
-    if (Promotion(move) != EMPTY)
-        text += ".knp?rbq"[Promotion(move)];
-    return text;
 }
 
 inline std::string MovesText(const std::vector<Move>& moves) {

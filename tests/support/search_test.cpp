@@ -1,0 +1,33 @@
+#include "support/search_test.h"
+
+#include "board/generate.h"
+#include "board/order_tables.h"
+#include "board/position.h"
+#include "search/driver_state.h"
+#include "search/hash_memory.h"
+#include "search/limits.h"
+#include "search/state.h"
+
+void ForgetSearches() {
+    ClearAllHashTables();
+    ClearHistory();
+    ClearEvasionReplies();
+    ClearCaptureStats();
+    ClearPlyStates();
+    Past = {};
+    ResetLimits();
+    Running = {};
+    Budget = {};
+    MoveStackTop = 0;
+    SetStartPosition();
+}
+
+void SearchingTest::SetUp() {
+    AllocateHashTables();
+    ForgetSearches();
+}
+
+void SearchingTest::TearDown() {
+    ForgetSearches();
+    FreeHashTables();
+}
