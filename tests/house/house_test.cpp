@@ -1,8 +1,6 @@
 // The rules of the house that no compiler checks: which way includes point, where #ifdef may stand,
-// who owns the process-wide variables. Each is a reader of lines, not of C++: it relies on our
-// layout.
+// how headers begin. Each is a reader of lines, not of C++: it relies on our layout.
 
-#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -156,90 +154,6 @@ Faults HeadersWithoutAHead(const Sources& sources) {
     return faults;
 }
 
-bool IsNameCharacter(char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
-}
-
-// The last word before the first of the characters that end a variable's declarator.
-std::string DeclaredName(const std::string& line) {
-    size_t end = line.find_first_of("[;={(");
-    while (end != std::string::npos && end > 0 && !IsNameCharacter(line[end - 1]))
-        end--;
-    if (end == std::string::npos)
-        return "";
-    size_t begin = end;
-    while (begin > 0 && IsNameCharacter(line[begin - 1]))
-        begin--;
-    return line.substr(begin, end - begin);
-}
-
-// Names of the variables whose lines begin with the word at the left margin.
-std::set<std::string> NamesDeclared(const std::string& text, const std::string& word) {
-    std::set<std::string> names;
-    for (const std::string& line : LinesOf(text)) {
-        if (line.starts_with(word + " ") && !line.starts_with(word + " \""))
-            names.insert(DeclaredName(line));
-    }
-    names.erase("");
-    return names;
-}
-
-// Process-wide variables that are not defined once, `constinit`, by the module that declares them.
-Faults VariablesWithoutTheirOwner(const Sources& sources) {
-    Faults faults;
-    std::map<std::string, std::set<std::string>> defined;
-    for (const auto& [path, text] : sources)
-        defined[path] = NamesDeclared(text, "constinit");
-    for (const auto& [path, text] : sources) {
-        for (const std::string& name : NamesDeclared(text, "extern")) {
-            const std::string owner = ModuleOf(path) + ".cpp";
-            if (!path.ends_with(".h"))
-                faults.push_back(name + " is declared in " + path);
-            else if (!defined[owner].contains(name))
-                faults.push_back(name + " is not defined in " + owner);
-            for (const auto& [other, names] : defined) {
-                if (other != owner && names.contains(name))
-                    faults.push_back(name + " is defined in " + other);
-            }
-        }
-    }
-    return faults;
-}
-
-// Words at the beginning of a line at the left margin that say it is no variable, or a constant
-// one.
-const std::set<std::string> NoVariables = {
-    "using", "extern", "constexpr", "constinit", "consteval", "template", "struct",
-    "class", "enum",   "namespace", "union",     "typedef",   "return",   "static_assert"};
-
-// Whether the line at the left margin declares a variable: words, without a parenthesis, up to an
-// initialiser or a semicolon. Our layout puts nothing else of that shape there.
-bool DeclaresVariable(const std::string& line) {
-    const size_t end = line.find_first_of("=;{");
-    if (line.empty() || std::isspace(static_cast<unsigned char>(line[0])) || end == line.npos)
-        return false;
-    std::istringstream words(line.substr(0, end));
-    std::string first;
-    while (words >> first && (first == "static" || first == "inline" || first == "thread_local")) {
-    }
-    std::string name;
-    return (std::isalpha(static_cast<unsigned char>(first[0])) || first[0] == '_') &&
-           !NoVariables.contains(first) && (words >> name) && line.find_first_of("()") > end;
-}
-
-// Variables outside of procedures that may be set up before `main`: neither `constinit` nor a
-// constant.
-Faults VariablesSetUpBeforeMain(const Sources& sources) {
-    Faults faults;
-    for (const auto& [path, text] : sources) {
-        for (const std::string& line : LinesOf(text)) {
-            if (DeclaresVariable(line))
-                faults.push_back(path + ": " + line);
-        }
-    }
-    return faults;
-}
-
 Faults VariablesHiddenInProcedures(const Sources& sources) {
     Faults faults;
     for (const auto& [path, text] : sources) {
@@ -297,23 +211,6 @@ std::vector<Rule> Rules() {
           {"board/c.h", "// Good.\n#pragma once\n"},
           {"board/d.cpp", "int x;\n"}},
          {"board/a.h", "board/b.h"}},
-        {"every process-wide variable is defined once, by its owner, and constinit",
-         VariablesWithoutTheirOwner,
-         {{"board/a.h", "extern int Good;\nextern int Lost;\nextern Move List[9]; // nine\n"},
-          {"board/a.cpp", "constinit int Good = 0;\nconstinit Move List[9] = {};\nint Lost = 1;\n"},
-          {"board/b.cpp", "extern int Secret;\nconstinit int Good = 0;\n"},
-          {"platform/c.cpp", "extern \"C\" {\n"}},
-         {"Good is defined in board/b.cpp", "Lost is not defined in board/a.cpp",
-          "Secret is declared in board/b.cpp"}},
-        {"nothing is set up before main",
-         VariablesSetUpBeforeMain,
-         {{"board/a.cpp", "static int Count = 0;\nconst std::vector<int> Table = {1};\n"
-                          "thread_local Move* Last;\nint Sizes[2] = {};\n"},
-          {"board/b.cpp", "constinit int Count = 0;\nstatic constexpr int LIMIT = 4;\n"
-                          "int Take() {\nreturn 1;\n    int x = 2;\n// x = 3;\nusing A = int;\n"
-                          "struct Pair {\nenum Colour : int {\nstatic void Clear();\n"}},
-         {"board/a.cpp: static int Count = 0;", "board/a.cpp: const std::vector<int> Table = {1};",
-          "board/a.cpp: thread_local Move* Last;", "board/a.cpp: int Sizes[2] = {};"}},
         {"no procedure hides a variable of its own",
          VariablesHiddenInProcedures,
          {{"board/a.cpp", "static void Count() {\n    static int calls = 0;\n"
