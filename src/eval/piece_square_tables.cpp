@@ -42,12 +42,13 @@ static void SumBoard() {
     }
 }
 
-void RecomputePieceSquareSums() {
+void RefillPieceSquareTables() {
     std::vector<Move> played;
     while (Ply > SetupPly) {
         played.push_back(LastMove());
         UnmakeMove();
     }
+    InitPieceSquareTables();
     SumBoard();
     for (; !played.empty(); played.pop_back())
         MakeMove(played.back(), true);

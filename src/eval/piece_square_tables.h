@@ -5,6 +5,6 @@
 // can hold. Called at start-up, before any position is set up, and when the parameters change.
 void InitPieceSquareTables();
 
-// Computes the sums of the current position anew, and those that taking back its moves restores.
-// Called between moves of the game, after the tables have changed.
-void RecomputePieceSquareSums();
+// Fills both tables anew within a game: the sums of the position change with them, and those that
+// taking back its moves restores.
+void RefillPieceSquareTables();

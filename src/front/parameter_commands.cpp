@@ -9,8 +9,8 @@
 
 void ReloadValues(const CommandLine&) {
     LoadParameters();
+    RefillPieceSquareTables();
     InitDerivedTables();
-    RecomputePieceSquareSums();
     // No score of the old parameters may come back.
     ClearAllHashTables();
 }

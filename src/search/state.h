@@ -58,8 +58,8 @@ int ElapsedTime();
 // Polls between two lines of statistics.
 int32_t StatisticsInterval();
 
-// For assertions in the nodes of a search: its ply has a record, which claims no check that is none.
-// Where a set-up board has a king in check that does not move, checks may go unnoticed.
+// For assertions in the nodes of a search: its ply has a record, which claims no check that is
+// none. Where a set-up board has a king in check that does not move, checks may go unnoticed.
 bool SearchPlyIsSound();
 
 void ClearKillers();
