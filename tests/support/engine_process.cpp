@@ -161,6 +161,8 @@ std::string EngineProcess::WaitUntilIdle() {
         all += Settle();
         if (const size_t found = all.find("castling flags = "); found != std::string::npos)
             return all.substr(0, found);
+        if (!Running())
+            break;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     ADD_FAILURE() << "The engine goes on searching:\n" << transcript;
