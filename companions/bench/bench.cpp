@@ -1,19 +1,14 @@
 // The bench: how fast the engine is, and a signature of what it searches.
 //
-//     tarquelin-bench [depth]         searches the positions to that depth (default 11): total
-//                                     nodes, milliseconds, nodes per second
-//     tarquelin-bench perft [depth]   counts move trees (default 6 plies): leaves per second
-//     tarquelin-bench book file       looks positions up in an opening book: time of one look-up
-//     tarquelin-bench tablebase dirs  probes endgame tablebases: time of one probe
-//
 // Every position is searched from empty tables, so the node count is the same on every machine and
 // for every compiler; a change that must not alter the search must not alter it.
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <iterator>
+#include <optional>
+#include <string>
 
 #include "board/attacks.h"
 #include "board/fen.h"
@@ -21,6 +16,8 @@
 #include "board/order_tables.h"
 #include "board/perft.h"
 #include "book_bench.h"
+#include "companions/shared/command_line.h"
+#include "companions/shared/progress.h"
 #include "eval/derived_tables.h"
 #include "eval/king_pawn_bitbase.h"
 #include "platform/clock.h"
@@ -33,6 +30,10 @@ namespace {
 
 constexpr int DEFAULT_DEPTH = 11;
 constexpr int DEFAULT_PERFT_DEPTH = 6;
+constexpr int LEAST_DEPTH = 1;
+constexpr int DEEPEST = 60;
+constexpr int LEAST_PERFT_DEPTH = 1;
+constexpr int DEEPEST_PERFT = 12; // far more leaves than anybody waits for
 
 constexpr const char* Positions[] = {
     // Openings.
@@ -120,14 +121,18 @@ static double PerSecond(uint64_t count, int64_t milliseconds) {
 
 static void BenchSearch(int depth) {
     uint64_t nodes = 0;
+    Progress progress("bench", std::size(Positions), "nodes");
+    uint64_t done = 0;
     const int64_t start = ClockMilliseconds();
     for (const char* const fen : Positions) {
         LoadFen(fen);
         Forget();
         SearchFixedDepth(depth);
         nodes += uint64_t(Running.NodeCount);
+        progress.Tell(++done, nodes);
     }
     const int64_t time = ClockMilliseconds() - start;
+    ClearProgressLine();
     std::printf("depth %d, %zu positions\n", depth, std::size(Positions));
     std::printf("nodes %" PRIu64 "\ntime %" PRId64 " ms\nnodes per second %.0f\n", nodes, time,
                 PerSecond(nodes, time));
@@ -135,7 +140,7 @@ static void BenchSearch(int depth) {
 
 static void BenchPerft(int depth) {
     for (const PerftPosition& position : PerftPositions) {
-        const int plies = depth - position.pliesLess;
+        const int plies = std::max(depth - position.pliesLess, 1);
         LoadFen(position.fen);
         const int64_t start = ClockMilliseconds();
         const uint64_t leaves = CountPerft(plies);
@@ -145,23 +150,41 @@ static void BenchPerft(int depth) {
     }
 }
 
+static CLI::Option& AddDepth(CLI::App& command, int& depth, int least, int most) {
+    return *command.add_option("DEPTH", depth, "plies")
+                ->option_text("[" + std::to_string(depth) + "]")
+                ->check(CLI::Range(least, most));
+}
+
 int main(int argc, char** argv) {
-    if (argc > 2 && std::strcmp(argv[1], "book") == 0) {
-        StartEngine();
-        BenchBook(argv[2]);
-        return 0;
-    }
-    if (argc > 2 && std::strcmp(argv[1], "tablebase") == 0) {
-        StartEngine();
-        BenchTablebases(argv[2]);
-        return 0;
-    }
-    const bool perft = argc > 1 && std::strcmp(argv[1], "perft") == 0;
-    const int given = argc > 1 + perft ? std::atoi(argv[1 + perft]) : 0;
+    CLI::App program("Tells how fast the engine is, and a signature of what it searches.",
+                     "tarquelin-bench");
+    int depth = DEFAULT_DEPTH;
+    CLI::Option& searchDepth = AddDepth(program, depth, LEAST_DEPTH, DEEPEST);
+    int perftDepth = DEFAULT_PERFT_DEPTH;
+    CLI::App& perft = *program.add_subcommand("perft", "Counts move trees: leaves per second");
+    AddDepth(perft, perftDepth, LEAST_PERFT_DEPTH, DEEPEST_PERFT);
+    std::string book;
+    CLI::App& bookBench = *program.add_subcommand("book", "Looks positions up in an opening book");
+    bookBench.add_option("FILE", book, "the book")->required()->option_text(" ");
+    std::string directories;
+    CLI::App& tablebaseBench = *program.add_subcommand("tablebase", "Probes endgame tablebases");
+    tablebaseBench.add_option("DIRECTORIES", directories, "separated by semicolons")
+        ->required()
+        ->option_text(" ");
+    program.require_subcommand(0, 1);
+    for (CLI::App* const command : {&perft, &bookBench, &tablebaseBench})
+        command->excludes(&searchDepth);
+    if (const std::optional<int> status = ReadCommandLine(program, argc, argv))
+        return *status;
     StartEngine();
-    if (perft)
-        BenchPerft(given > 0 ? given : DEFAULT_PERFT_DEPTH);
+    if (bookBench.parsed())
+        return BenchBook(book.c_str()) ? 0 : 1;
+    if (tablebaseBench.parsed())
+        return BenchTablebases(directories.c_str()) ? 0 : 1;
+    if (perft.parsed())
+        BenchPerft(perftDepth);
     else
-        BenchSearch(given > 0 ? given : DEFAULT_DEPTH);
+        BenchSearch(depth);
     return 0;
 }

@@ -54,10 +54,10 @@ template <typename Job> static double TimeOf(const std::vector<std::string>& fen
     return time.count() / double(fens.size());
 }
 
-void BenchBook(const char* path) {
+bool BenchBook(const char* path) {
     OpenBook(path);
     if (!BookOpen)
-        return;
+        return false;
     const std::vector<std::string> fens = RandomPositions();
     size_t found = 0;
     BookNode node;
@@ -67,4 +67,5 @@ void BenchBook(const char* path) {
     const double choice = TimeOf(fens, [] { ChooseBookMove(); }) - setUp;
     std::printf("%zu positions, %zu in the book\nlook-up %.2f us\nchoice %.2f us\n", fens.size(),
                 found, lookUp, choice);
+    return true;
 }

@@ -2,5 +2,5 @@
 #pragma once
 
 // Opens the book, looks up positions of random games and prints how many were found and the time
-// of one look-up and of one choice of a move, in microseconds.
-void BenchBook(const char* path);
+// of one look-up and of one choice of a move, in microseconds. False when it cannot be opened.
+bool BenchBook(const char* path);

@@ -97,12 +97,12 @@ long ReadCalls() {
 
 } // namespace
 
-void BenchTablebases(const char* pathList) {
+bool BenchTablebases(const char* pathList) {
     LargestTablebase = RegisterTablebases(pathList);
     PrintTablebaseCount();
     const std::vector<int> classes = CompleteClasses();
     if (classes.empty())
-        return;
+        return false;
     // Every position throws the block of the last one out.
     AllocateTablebaseCache(CACHE_ENTRY_BYTES);
     Random random(1);
@@ -129,4 +129,5 @@ void BenchTablebases(const char* pathList) {
     if (firstReads >= 0)
         std::printf("reads for one block: %.3f\n", double(reads) / SAMPLES);
     FreeTablebaseCache();
+    return true;
 }

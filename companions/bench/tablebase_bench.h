@@ -3,4 +3,5 @@
 
 // Probes random positions of the tables of up to four men in the directories of the list, each with
 // its block in the cache and each without, and prints the times of one probe.
-void BenchTablebases(const char* pathList);
+// False when there are none.
+bool BenchTablebases(const char* pathList);

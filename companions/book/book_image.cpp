@@ -1,38 +1,19 @@
 #include "book_image.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
+#include "companions/shared/files.h"
 #include "platform/bytes.h"
 
-static bool ReadWhole(const char* path, std::vector<unsigned char>& bytes) {
-    FILE* const file = std::fopen(path, "rb");
-    if (file == nullptr)
-        return false;
-    constexpr size_t piece = 1 << 20;
-    size_t got = 0;
-    do {
-        const size_t size = bytes.size();
-        bytes.resize(size + piece);
-        got = std::fread(bytes.data() + size, 1, piece, file);
-        bytes.resize(size + got);
-    } while (got == piece);
-    const bool complete = std::ferror(file) == 0;
-    const int error = errno;
-    std::fclose(file);
-    errno = error;
-    return complete;
-}
-
-static bool Refuse(const char* path, const char* reason) {
-    std::fprintf(stderr, "%s: %s\n", path, reason);
+static bool Refuse(const std::string& path, const std::string& reason) {
+    std::fprintf(stderr, "%s: %s\n", path.c_str(), reason.c_str());
     return false;
 }
 
-bool BookImage::Read(const char* path) {
-    if (!ReadWhole(path, bytes))
-        return Refuse(path, std::strerror(errno));
+bool BookImage::Read(const std::string& path) {
+    if (const std::error_code error = ReadWholeFile(path, bytes))
+        return Refuse(path, error.message());
     if (bytes.size() < BOOK_HEADER_SIZE)
         return Refuse(path, "too short for a book");
     if (std::memcmp(bytes.data(), BOOK_MAGIC, BOOK_VERSION_OFFSET) != 0)

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "book/book_format.h"
@@ -34,7 +35,7 @@ class BookImage {
 public:
     // False, with a message, when the file cannot be read, has not the head of a book that the
     // engine plays from, or is too short for its index.
-    bool Read(const char* path);
+    bool Read(const std::string& path);
     uint32_t Positions() const {
         return positions;
     }
@@ -54,7 +55,7 @@ public:
 private:
     size_t MoveSize() const;
 
-    std::vector<unsigned char> bytes;
+    std::vector<uint8_t> bytes;
     uint32_t positions = 0;
     bool version0 = false;
 };

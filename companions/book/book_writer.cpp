@@ -1,17 +1,14 @@
 #include "book_writer.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cinttypes>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <string>
 #include <system_error>
 
+#include "companions/shared/files.h"
 #include "platform/bytes.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -55,80 +52,58 @@ static BookCounts CountEntries(Entries entries) {
     return counts;
 }
 
-static void WriteHeader(FILE* file, uint64_t positions) {
-    unsigned char header[BOOK_HEADER_SIZE] = {};
+static void WriteHeader(FileWriter& file, uint64_t positions) {
+    uint8_t header[BOOK_HEADER_SIZE] = {};
     std::memcpy(header, BOOK_MAGIC, BOOK_VERSION_OFFSET);
     StoreLittle32(header + BOOK_VERSION_OFFSET, BOOK_VERSION);
     StoreLittle32(header + BOOK_COUNT_OFFSET, uint32_t(positions));
-    std::fwrite(header, sizeof header, 1, file);
+    file.Write(header);
 }
 
-static void WriteIndex(FILE* file, Entries entries, uint64_t nodeOffset) {
+static void WriteIndex(FileWriter& file, Entries entries, uint64_t nodeOffset) {
     while (!entries.empty()) {
         const Entries node = TakeNode(entries);
-        unsigned char record[BOOK_RECORD_SIZE];
+        uint8_t record[BOOK_RECORD_SIZE];
         StoreLittle32(record, uint32_t(node[0].keys.a));
         StoreLittle32(record + 4, uint32_t(node[0].keys.b));
         StoreLittle32(record + 8, uint32_t(nodeOffset));
-        std::fwrite(record, sizeof record, 1, file);
+        file.Write(record);
         nodeOffset += 1 + node.size() * BOOK_MOVE_SIZE;
     }
 }
 
-static void WriteNodes(FILE* file, Entries entries) {
+static void WriteNodes(FileWriter& file, Entries entries) {
     while (!entries.empty()) {
         const Entries node = TakeNode(entries);
-        std::fputc(int(node.size()), file);
+        const uint8_t count[] = {uint8_t(node.size())};
+        file.Write(count);
         for (const BookEntry& entry : node) {
-            unsigned char move[BOOK_MOVE_SIZE] = {entry.from, entry.to};
+            uint8_t move[BOOK_MOVE_SIZE] = {entry.from, entry.to};
             StoreLittle16(move + 2, entry.statistics);
-            std::fwrite(move, sizeof move, 1, file);
+            file.Write(move);
         }
     }
 }
 
-static bool WriteEntries(FILE* file, Entries entries, const BookCounts& counts) {
+static std::error_code WriteEntries(const std::string& path, Entries entries,
+                                    const BookCounts& counts) {
+    if (counts.FileSize() > UINT32_MAX)
+        return std::make_error_code(std::errc::file_too_large);
+    FileWriter file(path);
     WriteHeader(file, counts.positions);
     WriteIndex(file, entries, counts.IndexEnd());
     WriteNodes(file, entries);
-    return std::fflush(file) == 0 && std::ferror(file) == 0;
+    return file.Finish();
 }
 
-// Writes the unfinished file and gives it its name; what happened otherwise is the result.
-static std::error_code WriteFile(const char* path, Entries entries, const BookCounts& counts) {
-    const std::string unfinished = std::string(path) + ".unfinished";
-    FILE* const file = std::fopen(unfinished.c_str(), "wb");
-    if (file == nullptr)
-        return {errno, std::generic_category()};
-    std::error_code error;
-    if (!WriteEntries(file, entries, counts))
-        error.assign(errno, std::generic_category());
-    if (std::fclose(file) != 0 && !error)
-        error.assign(errno, std::generic_category());
-    if (!error)
-        fs::rename(unfinished, path, error);
-    std::error_code ignored;
-    if (error)
-        fs::remove(unfinished, ignored);
-    return error;
-}
-
-bool WriteBook(const char* path, Entries entries) {
+bool WriteBook(const std::string& path, Entries entries) {
     const BookCounts counts = CountEntries(entries);
-    std::error_code error;
-    // A new file may take the place of a file, never that of a device.
-    if (fs::exists(path, error) && !fs::is_regular_file(path, error))
-        error = std::make_error_code(std::errc::not_supported);
-    else if (counts.FileSize() > UINT32_MAX)
-        error = std::make_error_code(std::errc::file_too_large);
-    else
-        error = WriteFile(path, entries, counts);
-    if (error) {
-        std::fprintf(stderr, "Cannot write %s: %s\n", path, error.message().c_str());
+    if (const std::error_code error = WriteEntries(path, entries, counts)) {
+        std::fprintf(stderr, "Cannot write %s: %s\n", path.c_str(), error.message().c_str());
         return false;
     }
     std::printf("%s: %" PRIu64 " positions, %" PRIu64 " moves, %" PRIu64 " of them killed, %" PRIu64
                 " bytes\n",
-                path, counts.positions, counts.moves, counts.killed, counts.FileSize());
+                path.c_str(), counts.positions, counts.moves, counts.killed, counts.FileSize());
     return true;
 }

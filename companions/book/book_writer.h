@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 
 #include "book/book_format.h"
 #include "book/book_keys.h"
@@ -19,4 +20,4 @@ struct BookEntry {
 // positions and moves it has. The file is written under another name first and takes the place of
 // an older one when it is complete: whatever fails, the older one stays as it was. False, with a
 // message, when it cannot be written.
-bool WriteBook(const char* path, std::span<const BookEntry> entries);
+bool WriteBook(const std::string& path, std::span<const BookEntry> entries);

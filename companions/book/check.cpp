@@ -2,13 +2,14 @@
 #include <cinttypes>
 #include <cstdarg>
 #include <cstdio>
+#include <string>
 #include <utility>
 
 #include "board/position.h"
 #include "book_walk.h"
 #include "commands.h"
+#include "companions/shared/progress.h"
 #include "coordinates.h"
-#include "progress.h"
 
 namespace {
 
@@ -21,6 +22,7 @@ constinit uint64_t FaultCount = 0;
 [[gnu::format(printf, 1, 2)]] static void Fault(const char* format, ...) {
     if (FaultCount++ >= MOST_FAULTS_TOLD)
         return;
+    ClearProgressLine();
     std::va_list values;
     va_start(values, format);
     std::vprintf(format, values);
@@ -87,12 +89,11 @@ static bool LegalAfterSomeWay(const ImageMove& move) {
            (PieceBB[PAWN][ChangeSide(SideToMove)] & SquareBit(passed)) != 0;
 }
 
-static uint32_t CheckReachable(const BookImage& book, const char* path) {
+static uint32_t CheckReachable(const BookImage& book, const std::string& path) {
     uint32_t reached = 0;
-    Progress progress(path, book.Positions());
+    Progress progress(path, book.Positions(), "positions");
     for (BookWalk walk(book); walk.Next(); reached++) {
-        if (progress.Due())
-            progress.Tell(reached, reached, "positions");
+        progress.Tell(reached, reached);
         for (const ImageMove& move : walk.Moves()) {
             if (!LegalAfterSomeWay(move))
                 Fault("record %u: %s is not legal after \"%s\"\n", walk.Record(),
@@ -102,20 +103,15 @@ static uint32_t CheckReachable(const BookImage& book, const char* path) {
     return reached;
 }
 
-static int Check(const Files& files) {
+int CheckBook(const CheckSettings& settings) {
     BookImage book;
-    if (files.size() != 1)
-        return BadUsage(CheckCommand, "Needs one book");
-    if (!book.Read(files[0]))
+    if (!book.Read(settings.book))
         return 1;
     CheckOrder(book);
     CheckNodes(book);
-    const uint32_t reached = CheckReachable(book, files[0]);
+    const uint32_t reached = CheckReachable(book, settings.book);
     std::printf("%s: %u positions, %u of them not reached from the starting position, %" PRIu64
                 " faults\n",
-                files[0], book.Positions(), book.Positions() - reached, FaultCount);
+                settings.book.c_str(), book.Positions(), book.Positions() - reached, FaultCount);
     return FaultCount == 0 ? 0 : 1;
 }
-
-const Command CheckCommand = {
-    "check", "BOOK", "Looks for damage; fails when there is any", {}, Check};

@@ -1,24 +1,58 @@
-// The commands of the program, one source file each.
+// What the program can be told to do: a record of settings and a procedure for each command, one
+// source file each. The procedures return the exit status, 0 when all went well.
 #pragma once
 
-#include <span>
+#include <string>
+#include <vector>
 
-#include "arguments.h"
+#include "judgement.h"
+#include "sources.h"
 
-struct Command {
-    const char* name;
-    const char* operands;
-    const char* summary;
-    std::span<const Option> options;
-    int (*run)(const Files& files); // the exit status
+using Files = std::vector<std::string>;
+
+struct BuildSettings {
+    std::string output;
+    std::string weights; // searched positions, when not empty
+    bool addSearchedMoves = false;
+    SourceRules rules;
+    JudgementRules judgement;
+    Files sources;
 };
+int BuildBook(const BuildSettings& settings);
 
-extern const Command BuildCommand;
-extern const Command MergeCommand;
-extern const Command DumpCommand;
-extern const Command CheckCommand;
-extern const Command SurveyCommand;
-extern const Command RandomCommand;
+struct MergeSettings {
+    std::string output;
+    JudgementRules judgement;
+    Files books;
+};
+int MergeBooks(const MergeSettings& settings);
 
-// Says that a command line lacks something and returns the exit status for it.
-int BadUsage(const Command& command, const char* problem);
+struct DumpSettings {
+    std::string book;
+    bool records = false;
+};
+int DumpBook(const DumpSettings& settings);
+
+struct CheckSettings {
+    std::string book;
+};
+int CheckBook(const CheckSettings& settings);
+
+struct SurveySettings {
+    std::string book;
+    std::string weights; // searched positions, when not empty
+    int variety = 10;    // percent
+    int worst = 10;
+};
+int SurveyBook(const SurveySettings& settings);
+
+struct RandomSettings {
+    std::string output;
+    int moves = 10000;
+    int seed = 1;
+};
+int MakeRandomBook(const RandomSettings& settings);
+
+// Adds the searched positions of a file, when one is named, and backs their scores up. False, with
+// a message, when it has none.
+bool ReadWeights(const std::string& path, SearchedPositions& searched);

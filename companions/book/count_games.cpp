@@ -5,13 +5,14 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <system_error>
 
 #include "board/position.h"
+#include "companions/shared/progress.h"
 #include "coordinates.h"
 #include "platform/files.h"
-#include "progress.h"
 #include "tools/pgn_game.h"
 
 namespace {
@@ -24,7 +25,7 @@ struct GameView {
 };
 
 struct OpenGames {
-    const char* path;
+    std::string path;
     PgnReader reader;
     PgnWantedTag names[2] = {{"White"}, {"Black"}};
     PgnGame game;
@@ -57,7 +58,7 @@ static bool Counts(Colour side, const OpenGames& games, const SourceRules& rules
         return false;
     if (rules.onlyWinner && games.game.result != victory)
         return false;
-    return rules.player == nullptr || Contains(games.names[side].value, rules.player);
+    return Contains(games.names[side].value, rules.player);
 }
 
 static GameView ViewOf(const OpenGames& games, const SourceRules& rules) {
@@ -74,7 +75,8 @@ static GameView ViewOf(const OpenGames& games, const SourceRules& rules) {
 }
 
 static void NameBadMove(const OpenGames& games, int plies, PgnStep step) {
-    std::fprintf(stderr, "%s: game %lld, ply %d: \"%s\" is %s\n", games.path,
+    ClearProgressLine();
+    std::fprintf(stderr, "%s: game %lld, ply %d: \"%s\" is %s\n", games.path.c_str(),
                  static_cast<long long>(games.game.number), plies + 1, games.game.moveText,
                  step == PgnStep::UNKNOWN_MOVE ? "no legal move" : "ambiguous");
 }
@@ -105,20 +107,19 @@ static uint64_t Position(const PgnReader& reader) {
     return uint64_t(std::max(position, 0L));
 }
 
-bool CountGames(const char* path, const SourceRules& rules, MoveCounter& counter) {
+bool CountGames(const std::string& path, const SourceRules& rules, MoveCounter& counter) {
     const auto games = std::make_unique<OpenGames>();
     games->path = path;
-    if (!PgnOpen(games->reader, path)) {
-        std::fprintf(stderr, "%s cannot be opened\n", path);
+    if (!PgnOpen(games->reader, path.c_str())) {
+        std::fprintf(stderr, "%s cannot be opened\n", path.c_str());
         return false;
     }
     std::error_code error;
-    Progress progress(path, uint64_t(std::filesystem::file_size(path, error)));
+    Progress progress(path, uint64_t(std::filesystem::file_size(path, error)), "games");
     while (PgnNextGame(games->reader, games->game)) {
         CountGame(*games, rules, counter);
-        if (progress.Due())
-            progress.Tell(Position(games->reader), counter.table.Size(), "moves");
+        progress.Tell(Position(games->reader), uint64_t(games->game.number));
     }
-    std::printf("%s: %lld games\n", path, static_cast<long long>(games->game.number));
+    std::printf("%s: %lld games\n", path.c_str(), static_cast<long long>(games->game.number));
     return true;
 }

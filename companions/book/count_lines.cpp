@@ -14,7 +14,7 @@
 namespace {
 
 struct PlaceInFile {
-    const char* path;
+    const std::string& path;
     int line;
 };
 
@@ -44,8 +44,8 @@ static void CountLine(std::string_view text, PlaceInFile place, const SourceRule
             return;
         const SanMove san = PgnParseSan(bare);
         if (san.matches != 1) {
-            std::fprintf(stderr, "%s:%d: ply %d: \"%.*s\" is %s\n", place.path, place.line, plies,
-                         int(bare.size()), bare.data(),
+            std::fprintf(stderr, "%s:%d: ply %d: \"%.*s\" is %s\n", place.path.c_str(), place.line,
+                         plies, int(bare.size()), bare.data(),
                          san.matches == 0 ? "no legal move" : "ambiguous");
             return;
         }
@@ -57,9 +57,9 @@ static void CountLine(std::string_view text, PlaceInFile place, const SourceRule
     }
 }
 
-bool CountLines(const char* path, const SourceRules& rules, MoveCounter& counter) {
+bool CountLines(const std::string& path, const SourceRules& rules, MoveCounter& counter) {
     LineReader reader;
-    if (!reader.Open(path))
+    if (!reader.Open(path.c_str()))
         return false;
     for (std::string line; reader.Next(line);) {
         const std::string_view moves = Split(line, '\t').back();
@@ -67,6 +67,6 @@ bool CountLines(const char* path, const SourceRules& rules, MoveCounter& counter
         if (!heading && !line.starts_with('#'))
             CountLine(moves, {path, reader.Number()}, rules, counter);
     }
-    std::printf("%s: %d lines\n", path, reader.Number());
+    std::printf("%s: %d lines\n", path.c_str(), reader.Number());
     return true;
 }

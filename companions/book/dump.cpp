@@ -5,17 +5,6 @@
 #include "commands.h"
 #include "coordinates.h"
 
-namespace {
-
-constinit bool DumpRecords = false;
-
-constexpr Option Options[] = {
-    {"--records", nullptr, "show the records of the file instead, in their order",
-     [](const char*) { return DumpRecords = true; }},
-};
-
-} // namespace
-
 static void PrintMove(const ImageMove& move) {
     std::printf("    %s ", SquaresText(move.from, move.to).c_str());
     if (move.statistics == BOOK_KILLED)
@@ -48,18 +37,13 @@ static void PrintRecords(const BookImage& book) {
     }
 }
 
-static int Dump(const Files& files) {
+int DumpBook(const DumpSettings& settings) {
     BookImage book;
-    if (files.size() != 1)
-        return BadUsage(DumpCommand, "Needs one book");
-    if (!book.Read(files[0]))
+    if (!book.Read(settings.book))
         return 1;
-    if (DumpRecords)
+    if (settings.records)
         PrintRecords(book);
     else
         PrintTree(book);
     return 0;
 }
-
-const Command DumpCommand = {"dump", "BOOK", "Shows a book as text, from the starting position on",
-                             Options, Dump};

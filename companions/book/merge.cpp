@@ -5,24 +5,6 @@
 #include "commands.h"
 #include "judgement.h"
 
-namespace {
-
-struct MergeSettings {
-    const char* output = nullptr;
-    JudgementRules judgement;
-};
-
-constinit MergeSettings Settings;
-
-constexpr Option Options[] = {
-    {"--output", "FILE", "the book to be written",
-     [](const char* text) { return (Settings.output = text) != nullptr; }},
-    {"--most", "HALFPOINTS", "scale statistics down to this (254)",
-     [](const char* text) { return ReadNumber(text, 1, 254, Settings.judgement.mostPoints); }},
-};
-
-} // namespace
-
 // A move that one book has killed stays killed, whatever the others think of it.
 static void AddMove(MoveTable& table, BookKeys keys, const ImageMove& move) {
     bool isNew = false;
@@ -33,7 +15,7 @@ static void AddMove(MoveTable& table, BookKeys keys, const ImageMove& move) {
         entry.AddPoints(move.Won(), move.Lost());
 }
 
-static bool AddBook(const char* path, MoveTable& table) {
+static bool AddBook(const std::string& path, MoveTable& table) {
     BookImage book;
     if (!book.Read(path))
         return false;
@@ -41,12 +23,12 @@ static bool AddBook(const char* path, MoveTable& table) {
     for (uint32_t i = 0; i < book.Positions(); i++) {
         const IndexRecord record = book.Record(i);
         if (!book.ReadNode(record.nodeOffset, moves)) {
-            std::fprintf(stderr, "%s: the moves of record %u are not there\n", path, i);
+            std::fprintf(stderr, "%s: the moves of record %u are not there\n", path.c_str(), i);
             return false;
         }
         for (const ImageMove& move : moves) {
             if (move.from == move.to || move.from > 63 || move.to > 63) {
-                std::fprintf(stderr, "%s: record %u has what is no move\n", path, i);
+                std::fprintf(stderr, "%s: record %u has what is no move\n", path.c_str(), i);
                 return false;
             }
             AddMove(table, record.keys, move);
@@ -55,16 +37,11 @@ static bool AddBook(const char* path, MoveTable& table) {
     return true;
 }
 
-static int Merge(const Files& files) {
-    if (Settings.output == nullptr || files.empty())
-        return BadUsage(MergeCommand, "Needs --output and at least one book");
+int MergeBooks(const MergeSettings& settings) {
     MoveTable table;
-    for (const char* const path : files) {
+    for (const std::string& path : settings.books) {
         if (!AddBook(path, table))
             return 1;
     }
-    return WriteBook(Settings.output, JudgeMoves(table, {}, Settings.judgement)) ? 0 : 1;
+    return WriteBook(settings.output, JudgeMoves(table, {}, settings.judgement)) ? 0 : 1;
 }
-
-const Command MergeCommand = {"merge", "BOOK...", "Adds the points of several books up", Options,
-                              Merge};

@@ -1,4 +1,3 @@
-#include <cstdio>
 #include <random>
 
 #include "board/generate.h"
@@ -6,30 +5,13 @@
 #include "board/make_move.h"
 #include "book_writer.h"
 #include "commands.h"
+#include "companions/shared/progress.h"
 #include "coordinates.h"
 #include "judgement.h"
 
 namespace {
 
-constexpr int MOST_MOVES = 100000000;
 constexpr int LONGEST_GAME = 100; // plies
-
-struct RandomSettings {
-    const char* output = nullptr;
-    int moves = 10000;
-    int seed = 1;
-};
-
-constinit RandomSettings Settings;
-
-constexpr Option Options[] = {
-    {"--output", "FILE", "the book to be written",
-     [](const char* text) { return (Settings.output = text) != nullptr; }},
-    {"--moves", "N", "how many; nearly each in a position of its own (10000)",
-     [](const char* text) { return ReadNumber(text, 1, MOST_MOVES, Settings.moves); }},
-    {"--seed", "N", "of the random numbers (1)",
-     [](const char* text) { return ReadNumber(text, 0, MOST_MOVES, Settings.seed); }},
-};
 
 using Numbers = std::mt19937_64;
 
@@ -47,12 +29,12 @@ static Move RandomMove(Numbers& numbers) {
 }
 
 // Plays a game and puts it into the table with a random result.
-static void PlayGame(MoveTable& table, Numbers& numbers) {
+static void PlayGame(MoveTable& table, Numbers& numbers, size_t moves) {
     SetStartPosition();
     const auto points = uint32_t(numbers() % 3); // of White
     for (int ply = 0; ply < LONGEST_GAME; ply++) {
         const Move move = RandomMove(numbers);
-        if (move == NO_MOVE || table.Size() == size_t(Settings.moves))
+        if (move == NO_MOVE || table.Size() == moves)
             return;
         bool isNew = false;
         MoveCount& entry = table.Entry(KeysOfPosition(), From(move), To(move), isNew);
@@ -63,15 +45,14 @@ static void PlayGame(MoveTable& table, Numbers& numbers) {
     }
 }
 
-static int MakeRandomBook(const Files& files) {
-    if (Settings.output == nullptr || !files.empty())
-        return BadUsage(RandomCommand, "Needs --output and no sources");
+int MakeRandomBook(const RandomSettings& settings) {
+    const auto moves = size_t(settings.moves);
     MoveTable table;
-    Numbers numbers{uint64_t(Settings.seed)};
-    while (table.Size() < size_t(Settings.moves))
-        PlayGame(table, numbers);
-    return WriteBook(Settings.output, JudgeMoves(table, {}, {})) ? 0 : 1;
+    Numbers numbers{uint64_t(settings.seed)};
+    Progress progress("random games", moves, "moves");
+    while (table.Size() < moves) {
+        PlayGame(table, numbers, moves);
+        progress.Tell(table.Size(), table.Size());
+    }
+    return WriteBook(settings.output, JudgeMoves(table, {}, {})) ? 0 : 1;
 }
-
-const Command RandomCommand = {"random", "", "Makes a book of random games, for tests of speed",
-                               Options, MakeRandomBook};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "move_counter.h"
 
@@ -11,8 +12,8 @@ enum SidesCounted : int32_t { ONLY_WHITE, ONLY_BLACK, BOTH_SIDES };
 struct SourceRules {
     int depth = 40; // plies of every game and line
     SidesCounted sides = BOTH_SIDES;
-    const char* player = nullptr; // only moves of players whose name has this in it, if not null
-    bool onlyWinner = false;      // only moves of those who won the game
+    std::string player;      // only moves of players whose name has this in it
+    bool onlyWinner = false; // only moves of those who won the game
 
     bool CountsSide(Colour side) const {
         return sides == BOTH_SIDES || sides == (side == WHITE ? ONLY_WHITE : ONLY_BLACK);
@@ -21,10 +22,10 @@ struct SourceRules {
 
 // Counts the moves of a PGN file. A move that cannot be read is named with its game and ends it;
 // reading goes on with the next game. False, with a message, when the file cannot be opened.
-bool CountGames(const char* path, const SourceRules& rules, MoveCounter& counter);
+bool CountGames(const std::string& path, const SourceRules& rules, MoveCounter& counter);
 
 // Counts the moves of a list of opening lines, each from the starting position, as played once
 // without a result. Every line of the file is one; where it has columns separated by tabs, the
 // last one has the moves, and a first line whose last column is "pgn" is a heading. Lines that
 // begin with "#" are comments. A move that cannot be read is named and ends its line.
-bool CountLines(const char* path, const SourceRules& rules, MoveCounter& counter);
+bool CountLines(const std::string& path, const SourceRules& rules, MoveCounter& counter);

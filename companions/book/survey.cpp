@@ -16,25 +16,8 @@
 
 namespace {
 
-struct SurveySettings {
-    const char* weights = nullptr;
-    int variety = 10;
-    int worst = 10;
-};
-
 // What a damaged book leads to may have no end.
 constexpr int LONGEST_LINE = 400; // plies
-
-constinit SurveySettings Settings;
-
-constexpr Option Options[] = {
-    {"--weights", "FILE", "searched positions: tells the worst that the book leads to",
-     [](const char* text) { return (Settings.weights = text) != nullptr; }},
-    {"--variety", "PERCENT", "how freely the engine chooses (10)",
-     [](const char* text) { return ReadNumber(text, 0, 100, Settings.variety); }},
-    {"--worst", "N", "how many of the worst positions are shown (10)",
-     [](const char* text) { return ReadNumber(text, 0, 1000000, Settings.worst); }},
-};
 
 // A position after a move of the engine's.
 struct Outcome {
@@ -45,8 +28,9 @@ struct Outcome {
 // Plays all games that can arise when one side plays from the book as the engine does.
 class Survey {
 public:
-    Survey(const BookImage& image, const SearchedPositions& known, Colour side)
-        : book(image), searched(known), engine(side) {}
+    Survey(const BookImage& image, const SearchedPositions& known, const SurveySettings& how,
+           Colour side)
+        : book(image), searched(known), settings(how), engine(side) {}
     void Run();
     void Report();
 
@@ -57,6 +41,7 @@ private:
 
     const BookImage& book;
     const SearchedPositions& searched;
+    const SurveySettings& settings;
     Colour engine;
     std::set<BookKeys> seen;
     std::vector<Outcome> outcomes;
@@ -71,7 +56,7 @@ static int ScoreOf(const ImageMove& move) {
 }
 
 // The moves of the position on the board that the engine may play.
-static std::vector<ImageMove> PlayableMoves(const BookImage& book) {
+static std::vector<ImageMove> PlayableMoves(const BookImage& book, int variety) {
     std::vector<ImageMove> moves;
     const std::optional<uint32_t> record = book.Find(KeysOfPosition());
     if (record)
@@ -82,7 +67,7 @@ static std::vector<ImageMove> PlayableMoves(const BookImage& book) {
     int best = 0;
     for (const ImageMove& move : moves)
         best = std::max(best, ScoreOf(move));
-    const int threshold = (100 - Settings.variety) * best / 100;
+    const int threshold = (100 - variety) * best / 100;
     std::erase_if(moves, [=](const ImageMove& move) { return ScoreOf(move) < threshold; });
     return moves;
 }
@@ -101,7 +86,7 @@ void Survey::EngineMoves(const std::string& path) {
     if (Ply >= LONGEST_LINE || !seen.insert(KeysOfPosition()).second)
         return;
     const std::optional<int> score = searched.Score(KeysOfPosition());
-    const std::vector<ImageMove> moves = PlayableMoves(book);
+    const std::vector<ImageMove> moves = PlayableMoves(book, settings.variety);
     if (moves.empty() && score)
         outcomes.push_back({*score, path});
     positions += moves.empty() ? 0 : 1;
@@ -141,48 +126,42 @@ void Survey::Report() {
     std::printf("%llu positions in which it has a move as %s\n",
                 static_cast<unsigned long long>(positions), engine == WHITE ? "White" : "Black");
     std::ranges::stable_sort(outcomes, {}, &Outcome::score);
-    for (size_t i = 0; i < std::min(outcomes.size(), size_t(Settings.worst)); i++)
+    for (size_t i = 0; i < std::min(outcomes.size(), size_t(settings.worst)); i++)
         std::printf("  %d:%s\n", outcomes[i].score, outcomes[i].path.c_str());
 }
 
-static void PrintPlayable(const BookImage& book, const std::string& before) {
+static void PrintPlayable(const BookImage& book, int variety, const std::string& before) {
     std::printf("%-6s", before.c_str());
-    for (const ImageMove& move : PlayableMoves(book))
+    for (const ImageMove& move : PlayableMoves(book, variety))
         std::printf(" %s %d%%", SquaresText(move.from, move.to).c_str(), ScoreOf(move) / 10);
     std::puts("");
 }
 
 // The first move, and the replies to every first move.
-static void PrintFirstMoves(const BookImage& book) {
+static void PrintFirstMoves(const BookImage& book, int variety) {
     SetStartPosition();
-    PrintPlayable(book, "first");
+    PrintPlayable(book, variety, "first");
     const int start = MoveStackTop;
     const int end = start + GenerateLegalMoves();
     for (int i = start; i < end; i++) {
         const Move move = MoveStack[i].move;
         MakeMove(move, true);
-        PrintPlayable(book, SquaresText(From(move), To(move)));
+        PrintPlayable(book, variety, SquaresText(From(move), To(move)));
         UnmakeMove();
     }
     MoveStackTop = start;
 }
 
-static int SurveyBook(const Files& files) {
+int SurveyBook(const SurveySettings& settings) {
     BookImage book;
     SearchedPositions searched;
-    if (files.size() != 1)
-        return BadUsage(SurveyCommand, "Needs one book");
-    if (!book.Read(files[0]) || (Settings.weights != nullptr && !searched.Read(Settings.weights)))
+    if (!book.Read(settings.book) || !ReadWeights(settings.weights, searched))
         return 1;
-    searched.BackUpScores();
-    PrintFirstMoves(book);
+    PrintFirstMoves(book, settings.variety);
     for (const Colour side : {WHITE, BLACK}) {
-        Survey survey(book, searched, side);
+        Survey survey(book, searched, settings, side);
         survey.Run();
         survey.Report();
     }
     return 0;
 }
-
-const Command SurveyCommand = {
-    "survey", "BOOK", "Shows what the engine would play, and the worst of it", Options, SurveyBook};

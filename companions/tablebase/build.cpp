@@ -2,13 +2,14 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <mutex>
 #include <new>
 #include <thread>
 #include <vector>
 
 #include "commands.h"
+#include "companions/shared/files.h"
+#include "companions/shared/progress.h"
 #include "published.h"
 #include "sha256.h"
 #include "smaller_tables.h"
@@ -19,14 +20,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int MAX_THREADS = 8; // each takes some 100 MB
-
-struct Order {
-    int threads = std::clamp(int(std::thread::hardware_concurrency()), 1, MAX_THREADS);
-    fs::path directory;
-    std::vector<int> classes;
-};
-
 // Adds the class after all that its moves lead to, unless it is there.
 void AddWithSmaller(std::vector<int>& classes, int number) {
     if (std::ranges::find(classes, number) != classes.end())
@@ -36,28 +29,14 @@ void AddWithSmaller(std::vector<int>& classes, int number) {
     classes.push_back(number);
 }
 
-// False for words that make no sense, after telling which.
-bool ReadOrder(CommandWords words, Order& order) {
-    std::vector<std::string> names;
-    for (size_t i = 0; i < words.size(); i++) {
-        if (words[i] == "--threads" && i + 1 < words.size())
-            order.threads = std::clamp(std::atoi(words[++i].c_str()), 1, MAX_THREADS);
-        else if (order.directory.empty() && !words[i].starts_with("--"))
-            order.directory = words[i];
-        else
-            names.push_back(words[i]);
-    }
-    for (const std::string& name : names) {
-        const int number = FindTablebaseClass(std::string_view(name));
-        if (!IsPublished(number)) {
-            std::fprintf(stderr, "%s is no class of three or four men\n", name.c_str());
-            return false;
-        }
-        AddWithSmaller(order.classes, number);
-    }
-    for (int number = 1; names.empty() && number <= LAST_FOUR_MEN_CLASS; number++)
-        AddWithSmaller(order.classes, number);
-    return !order.directory.empty();
+// The classes asked for, or all, each after those that it needs.
+std::vector<int> InOrder(const std::vector<int>& classes) {
+    std::vector<int> ordered;
+    for (const int number : classes)
+        AddWithSmaller(ordered, number);
+    for (int number = 1; classes.empty() && number <= LAST_FOUR_MEN_CLASS; number++)
+        AddWithSmaller(ordered, number);
+    return ordered;
 }
 
 bool IsComplete(const fs::path& directory, int number) {
@@ -66,10 +45,22 @@ bool IsComplete(const fs::path& directory, int number) {
         std::error_code error;
         std::vector<uint8_t> bytes;
         if (fs::file_size(path, error) != PublishedBytes(number, side) || error ||
-            !ReadTableFile(path, bytes) || Sha256(bytes) != PublishedSha256(number, side))
+            ReadWholeFile(path, bytes) || Sha256(bytes) != PublishedSha256(number, side))
             return false;
     }
     return true;
+}
+
+// Of both tables.
+uint64_t Entries(int number) {
+    return TableEntries(number, WHITE) + TableEntries(number, BLACK);
+}
+
+uint64_t EntriesOf(const std::vector<int>& classes) {
+    uint64_t sum = 0;
+    for (const int number : classes)
+        sum += Entries(number);
+    return sum;
 }
 
 // Classes whose moves lead only to classes of earlier steps: a capture takes a man, a promotion a
@@ -82,8 +73,9 @@ int StepOf(int number) {
 // Builds the classes of one step after the other, those of one step on several threads.
 class Builder {
 public:
-    Builder(const Order& buildOrder, std::vector<int> missing)
-        : order(buildOrder), classes(std::move(missing)) {
+    Builder(const BuildSettings& buildSettings, std::vector<int> missing)
+        : settings(buildSettings), classes(std::move(missing)),
+          progress("building", EntriesOf(classes), "entries") {
         std::ranges::stable_sort(classes, {}, StepOf);
     }
 
@@ -100,7 +92,7 @@ private:
         while (end < classes.size() && StepOf(classes[end]) == step)
             end++;
         std::vector<std::thread> threads;
-        for (int i = 1; i < order.threads && next + size_t(i) < end; i++)
+        for (int i = 1; i < settings.threads && next + size_t(i) < end; i++)
             threads.emplace_back([this] { Work(); });
         Work();
         for (std::thread& thread : threads)
@@ -121,7 +113,7 @@ private:
     void BuildClass(int number) {
         const auto start = std::chrono::steady_clock::now();
         SmallerTables smaller(number);
-        if (const std::string trouble = smaller.Load(order.directory); !trouble.empty())
+        if (const std::string trouble = smaller.Load(settings.directory); !trouble.empty())
             return Fail(trouble);
         Solver solver(number, smaller);
         solver.Solve();
@@ -130,53 +122,62 @@ private:
             const std::vector<uint8_t> table = solver.Table(side);
             if (Sha256(table) != PublishedSha256(number, side))
                 return Fail(name + " has come out unlike the published table: not written");
-            const std::string trouble = WriteTableFile(order.directory / name, table);
-            if (!trouble.empty())
+            if (const std::string trouble = WriteTableFile(settings.directory / name, table);
+                !trouble.empty())
                 return Fail(trouble);
         }
+        TellBuilt(number, start);
+    }
+
+    void TellBuilt(int number, std::chrono::steady_clock::time_point start) {
         const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
         const std::lock_guard lock(printing);
+        ClearProgressLine();
         std::printf("[%2d/%2d] %-4s in %.1f s\n", ++built, int(classes.size()),
                     TablebaseClasses[size_t(number)].name, took.count());
         std::fflush(stdout);
+        entries += Entries(number);
+        progress.Tell(entries, entries);
     }
 
     void Fail(const std::string& trouble) {
         const std::lock_guard lock(printing);
+        ClearProgressLine();
         std::fprintf(stderr, "%s\n", trouble.c_str());
         failed = true;
     }
 
-    const Order& order;
+    const BuildSettings& settings;
     std::vector<int> classes;
     std::atomic<size_t> next = 0;
     size_t end = 0; // of the step
     std::atomic<bool> failed = false;
     std::mutex printing;
     int built = 0;
+    uint64_t entries = 0; // built
+    Progress progress;
 };
 
 } // namespace
 
-int BuildTables(CommandWords words) {
-    Order order;
-    if (!ReadOrder(words, order))
-        return WRONG_USAGE;
+int BuildTables(const BuildSettings& settings) {
     std::error_code error;
-    fs::create_directories(order.directory, error);
+    fs::create_directories(settings.directory, error);
     if (error) {
-        std::fprintf(stderr, "%s: %s\n", order.directory.string().c_str(), error.message().c_str());
+        std::fprintf(stderr, "%s: %s\n", settings.directory.string().c_str(),
+                     error.message().c_str());
         return 1;
     }
+    const std::vector<int> classes = InOrder(settings.classes);
     std::vector<int> missing;
-    for (const int number : order.classes) {
+    for (const int number : classes) {
         if (!PrepareIndex(number, WHITE) || !PrepareIndex(number, BLACK))
             throw std::bad_alloc();
-        if (!IsComplete(order.directory, number))
+        if (!IsComplete(settings.directory, number))
             missing.push_back(number);
     }
-    std::printf("%d classes to build, %d there already\n", int(missing.size()),
-                int(order.classes.size() - missing.size()));
+    std::printf("%zu classes to build, %zu there already\n", missing.size(),
+                classes.size() - missing.size());
     std::fflush(stdout);
-    return Builder(order, missing).Build() ? 0 : 1;
+    return Builder(settings, missing).Build() ? 0 : 1;
 }

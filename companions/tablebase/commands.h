@@ -1,28 +1,35 @@
-// What the companion for endgame tablebases can be told to do. Every command gets the words after
-// its name and returns the exit status: 0 when all went well.
+// What the companion for endgame tablebases can be told to do: a record of settings and a procedure
+// for each command. The procedures return the exit status, 0 when all went well.
 #pragma once
 
-#include <span>
-#include <string>
+#include <filesystem>
+#include <vector>
 
-using CommandWords = std::span<const std::string>;
+constexpr int MAX_THREADS = 8; // each takes some 100 MB
 
-constexpr int WRONG_USAGE = 2;
+struct BuildSettings {
+    int threads = 1;
+    std::filesystem::path directory;
+    std::vector<int> classes; // of up to four men; none for all
+};
+// Makes the tables of the classes, and of those that they need, which the directory does not hold
+// yet.
+int BuildTables(const BuildSettings& settings);
 
-// [--threads N] DIRECTORY [CLASS...]: makes the tables of the classes, or of all classes of up to
-// four men, that the directory does not hold yet.
-int BuildTables(CommandWords words);
+// Compares every table of the directory, plain or compressed, with the published one, as far as
+// that is known, and otherwise looks for what cannot be.
+int VerifyTables(const std::filesystem::path& directory);
 
-// DIRECTORY: compares every table, plain or compressed, with the published one, as far as that is
-// known, and otherwise looks for what cannot be.
-int VerifyTables(CommandWords words);
+// Tells what every table holds.
+int ListTables(const std::filesystem::path& directory);
 
-// DIRECTORY: tells what every table holds.
-int ListTables(CommandWords words);
-
-// DIRECTORY [TARGET]: writes the plain tables compressed into the target directory, else beside
-// them, and reads them back. Those that are there stay.
-int CompressTables(CommandWords words);
-
-// DIRECTORY [TARGET]: the other way round.
-int DecompressTables(CommandWords words);
+struct ConvertSettings {
+    int threads = 1;
+    std::filesystem::path directory;
+    std::filesystem::path target; // the directory itself, when empty
+};
+// Writes the plain tables compressed into the target directory, and reads them back. Those that are
+// there stay.
+int CompressTables(const ConvertSettings& settings);
+// The other way round.
+int DecompressTables(const ConvertSettings& settings);

@@ -1,18 +1,16 @@
-#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
-#include <thread>
 #include <vector>
 
 #include "commands.h"
+#include "companions/shared/files.h"
+#include "companions/shared/progress.h"
 #include "compressed_file.h"
 #include "table_file.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr const char* CompressedSuffix = ".emd";
 
 struct Tally {
     int tables;
@@ -22,11 +20,13 @@ struct Tally {
 };
 
 void Fail(Tally& tally, const std::string& trouble) {
+    ClearProgressLine();
     std::printf("%s\n", trouble.c_str());
     tally.failed++;
 }
 
 void Count(Tally& tally, const std::string& name, uint64_t plain, uint64_t compressed) {
+    ClearProgressLine();
     std::printf("%-10s %12" PRIu64 " bytes plain %12" PRIu64 " compressed\n", name.c_str(), plain,
                 compressed);
     tally.tables++;
@@ -35,11 +35,10 @@ void Count(Tally& tally, const std::string& name, uint64_t plain, uint64_t compr
 }
 
 // What has been written is read again and compared: afterwards the plain table may be deleted.
-void CompressOne(const fs::path& from, const fs::path& to, Tally& tally) {
+void CompressOne(const fs::path& from, const fs::path& to, int threads, Tally& tally) {
     std::vector<uint8_t> plain;
-    if (!ReadTableFile(from, plain))
-        return Fail(tally, from.string() + ": cannot be read");
-    const int threads = std::clamp(int(std::thread::hardware_concurrency()), 1, 8);
+    if (const std::error_code error = ReadWholeFile(from, plain))
+        return Fail(tally, from.string() + ": " + error.message());
     const std::vector<uint8_t> compressed = CompressTable(plain, threads);
     const std::string trouble = WriteTableFile(to, compressed);
     if (!trouble.empty())
@@ -50,7 +49,7 @@ void CompressOne(const fs::path& from, const fs::path& to, Tally& tally) {
     Count(tally, from.filename().string(), plain.size(), compressed.size());
 }
 
-void DecompressOne(const fs::path& from, const fs::path& to, Tally& tally) {
+void DecompressOne(const fs::path& from, const fs::path& to, int, Tally& tally) {
     std::vector<uint8_t> plain;
     if (!ReadCompressedTable(from, plain))
         return Fail(tally, from.string() + ": damaged, or not of this program's making");
@@ -61,25 +60,53 @@ void DecompressOne(const fs::path& from, const fs::path& to, Tally& tally) {
     Count(tally, to.filename().string(), plain.size(), fs::file_size(from, error));
 }
 
-// Walks the tables in one directory whose other form is not in the other directory yet.
-int Convert(CommandWords words, const char* fromSuffix, const char* toSuffix,
-            void (*convert)(const fs::path& from, const fs::path& to, Tally& tally)) {
-    if (words.empty() || words.size() > 2)
-        return WRONG_USAGE;
-    const fs::path target = words.back();
-    std::error_code error;
-    fs::create_directories(target, error);
-    Tally tally = {};
+struct Conversion {
+    fs::path from;
+    fs::path to;
+    uint64_t bytes;
+};
+
+// The tables in one directory whose other form is not in the other directory yet.
+std::vector<Conversion> ConversionsToDo(const fs::path& directory, const fs::path& target,
+                                        const char* fromSuffix, const char* toSuffix) {
+    std::vector<Conversion> list;
     for (int number = 1; number <= TABLEBASE_CLASSES; number++) {
         for (const Colour side : {WHITE, BLACK}) {
             const std::string name = TableFileName(number, side);
-            const fs::path from = fs::path(words[0]) / (name + fromSuffix);
+            const fs::path from = directory / (name + fromSuffix);
             const fs::path to = target / (name + toSuffix);
-            if (fs::exists(from, error) && !fs::exists(to, error))
-                convert(from, to, tally);
-            std::fflush(stdout);
+            std::error_code error;
+            if (!fs::exists(from, error) || fs::exists(to, error))
+                continue;
+            const uintmax_t size = fs::file_size(from, error);
+            list.push_back({from, to, error ? 0 : size});
         }
     }
+    return list;
+}
+
+using Convert = void (*)(const fs::path& from, const fs::path& to, int threads, Tally& tally);
+
+int ConvertAll(const ConvertSettings& settings, const char* fromSuffix, const char* toSuffix,
+               Convert convert) {
+    const fs::path& target = settings.target.empty() ? settings.directory : settings.target;
+    std::error_code ignored;
+    fs::create_directories(target, ignored);
+    const std::vector<Conversion> list =
+        ConversionsToDo(settings.directory, target, fromSuffix, toSuffix);
+    uint64_t work = 0;
+    for (const Conversion& conversion : list)
+        work += conversion.bytes;
+    Progress progress("converting", work, "bytes");
+    Tally tally = {};
+    uint64_t done = 0;
+    for (const Conversion& conversion : list) {
+        convert(conversion.from, conversion.to, settings.threads, tally);
+        std::fflush(stdout);
+        done += conversion.bytes;
+        progress.Tell(done, done);
+    }
+    ClearProgressLine();
     std::printf("%d tables, %" PRIu64 " bytes plain, %" PRIu64 " compressed; %d failed\n",
                 tally.tables, tally.plainBytes, tally.compressedBytes, tally.failed);
     return tally.failed == 0 ? 0 : 1;
@@ -87,10 +114,10 @@ int Convert(CommandWords words, const char* fromSuffix, const char* toSuffix,
 
 } // namespace
 
-int CompressTables(CommandWords words) {
-    return Convert(words, "", CompressedSuffix, CompressOne);
+int CompressTables(const ConvertSettings& settings) {
+    return ConvertAll(settings, "", COMPRESSED_SUFFIX, CompressOne);
 }
 
-int DecompressTables(CommandWords words) {
-    return Convert(words, CompressedSuffix, "", DecompressOne);
+int DecompressTables(const ConvertSettings& settings) {
+    return ConvertAll(settings, COMPRESSED_SUFFIX, "", DecompressOne);
 }

@@ -37,14 +37,12 @@ void PrintTable(const fs::path& path, uintmax_t size, int number, Colour side) {
 
 } // namespace
 
-int ListTables(CommandWords words) {
-    if (words.size() != 1)
-        return WRONG_USAGE;
+int ListTables(const fs::path& directory) {
     std::printf("%-14s %12s %11s %11s %4s %11s %11s %4s %11s\n", "table", "bytes", "entries",
                 "wins", "max", "draws", "losses", "max", "broken");
     int tables = 0;
     uintmax_t bytes = 0;
-    ForEachTableFile(words[0], [&](const fs::path& path, int number, Colour side) {
+    ForEachTableFile(directory, [&](const fs::path& path, int number, Colour side) {
         std::error_code error;
         const uintmax_t size = fs::file_size(path, error);
         PrintTable(path, error ? 0 : size, number, side);

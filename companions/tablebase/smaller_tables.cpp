@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "board/attacks.h"
+#include "companions/shared/files.h"
 #include "table_file.h"
 
 namespace {
@@ -65,8 +66,8 @@ std::string SmallerTables::Load(const std::filesystem::path& directory) {
     for (const int number : numbers) {
         for (const Colour side : {WHITE, BLACK}) {
             const std::filesystem::path path = directory / TableFileName(number, side);
-            if (!ReadTableFile(path, tables[size_t(number)][side]))
-                return "Cannot read " + path.string();
+            if (const auto error = ReadWholeFile(path, tables[size_t(number)][side]))
+                return path.string() + ": " + error.message();
         }
     }
     return "";

@@ -1,4 +1,4 @@
-// The files of a directory of plain tables: their names, reading them, putting new ones in.
+// The files of a directory of plain tables: their names, and putting new ones in.
 #pragma once
 
 #include <cstdint>
@@ -16,11 +16,7 @@ std::string TableFileName(int classNumber, Colour side);
 // Compressed tables have this behind their name.
 constexpr const char* COMPRESSED_SUFFIX = ".emd";
 
-// All bytes of a file; false when it cannot be read.
-bool ReadTableFile(const std::filesystem::path& path, std::vector<uint8_t>& bytes);
-
-// Puts a file in place in one step, so that no half-written one ever has its name. What went wrong,
-// or an empty text.
+// Writes a table. What went wrong, or an empty text.
 std::string WriteTableFile(const std::filesystem::path& path, std::span<const uint8_t> bytes);
 
 // Calls `visit` for every table in the directory, plain or compressed, in the order of the classes.

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "companions/shared/files.h"
 #include "compressed_file.h"
 #include "published.h"
 #include "sha256.h"
@@ -21,7 +22,7 @@ struct Tally {
 bool IsPublishedTable(const fs::path& path, int number, Colour side) {
     std::vector<uint8_t> bytes;
     const bool read = path.extension() == COMPRESSED_SUFFIX ? ReadCompressedTable(path, bytes)
-                                                            : ReadTableFile(path, bytes);
+                                                            : !ReadWholeFile(path, bytes);
     return read && Sha256(bytes) == PublishedSha256(number, side);
 }
 
@@ -41,11 +42,9 @@ void VerifyTable(const fs::path& path, int number, Colour side, Tally& tally) {
 
 } // namespace
 
-int VerifyTables(CommandWords words) {
-    if (words.size() != 1)
-        return WRONG_USAGE;
+int VerifyTables(const fs::path& directory) {
     Tally tally = {};
-    ForEachTableFile(words[0], [&](const fs::path& path, int number, Colour side) {
+    ForEachTableFile(directory, [&](const fs::path& path, int number, Colour side) {
         VerifyTable(path, number, side, tally);
     });
     std::printf("%d tables of up to four men are right, %d wrong; %d others\n", tally.right,

@@ -1,14 +1,15 @@
 // Builds the values file that the engine is started with.
 //
-//     tarquelin-values [file]     writes it (default: values.txt in the current directory)
-//
 // The imbalance has its numbers from here; all others are the built-in ones. To be run again
 // whenever a parameter is added or a built-in number is changed:
 //
 //     build/release/tarquelin-values data/values.txt
 
 #include <cstdio>
+#include <optional>
+#include <string>
 
+#include "companions/shared/command_line.h"
 #include "eval/imbalance.h"
 #include "eval/parameters.h"
 #include "eval/values_file.h"
@@ -96,13 +97,17 @@ static void SetTable() {
 }
 
 int main(int argc, char** argv) {
+    CLI::App program("Builds the values file that the engine is started with.", "tarquelin-values");
+    std::string path = VALUES_FILE;
+    program.add_option("FILE", path, "where to write it")->option_text("[" + path + "]");
+    if (const std::optional<int> status = ReadCommandLine(program, argc, argv))
+        return *status;
     SetPawnTerms();
     SetMinorTerms();
     SetMajorTerms();
     SetTable();
-    const char* const path = argc > 1 ? argv[1] : VALUES_FILE;
-    if (WriteParameters(path))
+    if (WriteParameters(path.c_str()))
         return 0;
-    std::printf("Cannot write %s\n", path);
+    std::fprintf(stderr, "Cannot write %s\n", path.c_str());
     return 1;
 }

@@ -1,12 +1,9 @@
 // The book companion as a user runs it; what it writes is read by the engine's own procedures.
 
-#include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <random>
 #include <sstream>
 #include <string>
-#include <sys/wait.h>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -17,6 +14,7 @@
 #include "board/position.h"
 #include "book/book.h"
 #include "platform/bytes.h"
+#include "support/companion.h"
 #include "support/engine_setup.h"
 #include "support/scratch.h"
 #include "tools/pgn_moves.h"
@@ -27,15 +25,6 @@ namespace {
 
 constexpr const char* Start = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1";
 constexpr const char* AfterE4 = "rnbqkbnr/pppppppp/8/8/4P3/8/PPPP1PPP/RNBQKBNR b KQkq - 0 1";
-
-struct Outcome {
-    int status; // the exit status, or -1 when the program did not end by itself
-    std::string text;
-
-    bool Says(const std::string& part) const {
-        return text.find(part) != std::string::npos;
-    }
-};
 
 class BookCompanion : public testing::Test {
 protected:
@@ -50,10 +39,7 @@ protected:
     }
     // Runs the companion in the scratch directory; `before` goes into the shell first.
     static Outcome Run(const std::string& arguments, const std::string& before = "") {
-        const std::string line =
-            before + " timeout 100 " TARQUELIN_BOOK_BINARY " " + arguments + " >out 2>&1";
-        const int status = std::system(line.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, FileText("out")};
+        return RunCompanion("tarquelin-book", arguments, before);
     }
     // The moves that the engine finds in a book: "e2e4 3:1" with the half-points, "e2e4 -" killed.
     static std::string Moves(const char* book, const char* fen = Start) {
@@ -152,8 +138,6 @@ TEST_F(BookCompanion, NamesWhatItCannotReadAndGoesOn) {
     EXPECT_TRUE(built.Says("lines.tsv:3: ply 2: \"Nf9\" is no legal move")) << built.text;
     EXPECT_TRUE(built.Says("lines.tsv:5: ply 3: \"O-O\" is no legal move")) << built.text;
     EXPECT_EQ(Moves("b.tqn"), "d2d4 2:0, e2e4 2:0, c2c4 0:2, g1f3 0:0, b2b3 0:0, f2f4 0:0");
-    EXPECT_EQ(Run("build --output c.tqn nowhere.pgn").status, 1);
-    EXPECT_FALSE(fs::exists("c.tqn"));
 }
 
 TEST_F(BookCompanion, JudgesMovesByTheScoresOfSearchedPositions) {

@@ -1,13 +1,12 @@
 // The companion that makes tables, as a user runs it.
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
+#include "support/companion.h"
 #include "support/data_file.h"
 #include "support/scratch.h"
 
@@ -17,13 +16,12 @@ class TablebaseCompanion : public testing::Test {
 protected:
     // Exit status of the companion; what it prints is in `output`.
     int Run(const std::string& words) {
-        const int status =
-            std::system((TARQUELIN_TB_BINARY " " + words + " > output.txt 2>&1").c_str());
+        const Outcome outcome = RunCompanion("tarquelin-tb", words);
         // Columns are as wide as it happens.
-        output = FileText("output.txt");
+        output = outcome.text;
         const auto bothBlank = [](char before, char c) { return before == ' ' && c == ' '; };
         output.erase(std::unique(output.begin(), output.end(), bothBlank), output.end());
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        return outcome.status;
     }
     bool Says(const std::string& text) const {
         return output.find(text) != std::string::npos;
@@ -93,20 +91,4 @@ TEST_F(TablebaseCompanion, ChecksCompressedTablesToo) {
     WriteFileText("compressed/kqk.nbb.emd", damaged);
     EXPECT_EQ(Run("verify compressed"), 1);
     EXPECT_TRUE(Says("kqk.nbb.emd: WRONG")) << output;
-}
-
-TEST_F(TablebaseCompanion, TellsWhatItCannotDo) {
-    WriteFileText("file", "");
-    for (const char* words : {"build file kqk", "build file/tables kqk", "verify file",
-                              "verify nowhere", "list nowhere"}) {
-        EXPECT_EQ(Run(words), 1) << words;
-        EXPECT_FALSE(output.empty()) << words;
-    }
-    for (const char* words :
-         {"", "solve", "build", "build tables kqkk", "build tables kqqkq", "verify", "list a b"}) {
-        EXPECT_EQ(Run(words), 2) << words;
-        EXPECT_TRUE(Says("Usage: tarquelin-tb")) << words;
-    }
-    EXPECT_EQ(Run("build --help"), 0);
-    EXPECT_FALSE(std::filesystem::exists("tables"));
 }

@@ -2,13 +2,13 @@
 
 #include "tablebase/compressed_table.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <random>
 #include <vector>
 
 #include "platform/random_file.h"
+#include "support/companion.h"
 #include "support/data_file.h"
 #include "support/tablebase_test.h"
 #include "tablebase/block_cache.h"
@@ -23,13 +23,13 @@ namespace {
 class CompressedTable : public TablebaseTest {
 protected:
     static int Companion(const std::string& words) {
-        return std::system((TARQUELIN_TB_BINARY " " + words + " > output.txt 2>&1").c_str());
+        return RunCompanion("tarquelin-tb", words).status;
     }
     // Puts the text under the plain name "kpk.nbw" and compresses it.
     static std::string Compressed(const std::string& plain) {
         WriteFileText("plain/kpk.nbw", plain);
         fs::remove("packed/kpk.nbw.emd");
-        EXPECT_EQ(Companion("compress plain packed"), 0) << FileText("output.txt");
+        EXPECT_EQ(Companion("compress plain packed"), 0) << FileText("out");
         return FileText("packed/kpk.nbw.emd");
     }
     void SetUp() override {
