@@ -79,9 +79,12 @@ std::error_code FileWriter::Finish() {
     if (file == nullptr)
         return error;
     Close();
+    // Whoever may read the old file may read the new one.
+    std::error_code ignored;
+    if (const fs::file_status old = fs::status(path, ignored); !error && fs::exists(old))
+        fs::permissions(unfinished, old.permissions(), ignored);
     if (!error)
         fs::rename(unfinished, path, error);
-    std::error_code ignored;
     if (error)
         fs::remove(unfinished, ignored);
     return error;
