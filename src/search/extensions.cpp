@@ -2,6 +2,7 @@
 
 #include "board/attackers.h"
 #include "board/exchange.h"
+#include "board/make_move.h"
 #include "search/state.h"
 
 namespace {
@@ -32,23 +33,42 @@ static bool PushesPasser(Move move, Colour us) {
            !(PassedMask[us][From(move)] & PieceBB[PAWN][ChangeSide(us)]) && SafeExchange(move);
 }
 
-// The man attacks from its new square two or more men that it could win.
-static bool Forks(Move move, Colour us) {
-    const Piece piece = MovingPiece(move);
-    if (piece == KING || piece == QUEEN || Promotion(move) != EMPTY)
-        return false;
+// Pieces of the enemy that the man of `us` on the square could win if it were to move again.
+static int PiecesToWin(int from, Colour us) {
+    const Piece piece = Board[from];
     const Colour them = ChangeSide(us);
-    const int to = To(move);
-    Bitboard targets = PieceAttacks(to, us, piece) & ColourBB[them] & ~PieceBB[PAWN][them];
-    if (CountBits(targets) < 2 || !SafeExchange(move))
-        return false;
+    Bitboard targets = PieceAttacks(from, us, piece) & ColourBB[them] & ~PieceBB[PAWN][them];
     int won = 0;
     while (targets) {
         const int target = PopLowest(targets);
-        if (SafeExchange(target, to, piece, Board[target], EMPTY))
+        if (SafeExchange(target, from, piece, Board[target], EMPTY))
             won++;
     }
-    return won >= 2;
+    return won;
+}
+
+// Whether there are two pieces that the man may come to attack: those seen from its new square as
+// the board stands now, and those behind the square that it leaves.
+static bool MayAttackTwo(Move move, Colour us) {
+    const Piece piece = Promotion(move) != EMPTY ? Promotion(move) : MovingPiece(move);
+    const Colour them = ChangeSide(us);
+    const Bitboard attacks =
+        PieceAttacks(To(move), us, piece) | PieceAttacks(From(move), us, piece);
+    return CountBits(attacks & ColourBB[them] & ~PieceBB[PAWN][them]) >= 2;
+}
+
+// The man attacks from its new square two or more pieces that it could win. That is asked on the
+// board after the move: the man supports nothing from the square that it has left. Pawns are no
+// targets: counting them costs half as many nodes again and made the engine weaker.
+static bool Forks(Move move, Colour us) {
+    if (!MayAttackTwo(move, us))
+        return false;
+    MakeMove(move, true);
+    MakeNullMove();
+    const bool forks = PiecesToWin(To(move), us) >= 2;
+    UnmakeNullMove();
+    UnmakeMove();
+    return forks;
 }
 
 int32_t ExtensionOf(Move move, bool givesCheck, bool openWindow) {
