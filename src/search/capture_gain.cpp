@@ -24,6 +24,20 @@ constexpr int32_t PasserGain[8] = {0, 2, 2, 10, 50, 200, 400, 0};
 constexpr int32_t QUEEN_TAKES_PAWN = 100;
 constexpr int32_t QUEEN_MOVES = 160;
 
+// What a capture may still lack after its gain, in centipawns, and be tried: always below the
+// first; after a large gain, as that of a rook, below the second; below the third whatever it
+// takes; and up to the last when the enemy king is attacked by so much.
+constexpr int32_t NOTHING_MISSING = 58;
+constexpr int32_t LARGE_GAIN = 478;
+constexpr int32_t LARGE_GAIN_MISSING = 395;
+constexpr int32_t LITTLE_MISSING = 113;
+constexpr int32_t MUCH_MISSING = 183;
+constexpr int32_t KING_IN_DANGER = 26;
+// With fewer phase units on the other side every capture may decide the ending, unless it is as bad
+// as this already.
+constexpr int32_t FEW_UNITS = 10;
+constexpr int32_t HOPELESS_ENDING = -498;
+
 } // namespace
 
 static bool InTable(int index) {
@@ -117,13 +131,13 @@ bool CaptureIsHopeless(Move move, int32_t alpha, int32_t standPat, int32_t attac
     const Colour them = ChangeSide(SideToMove);
     const int32_t gain = CaptureGain(move);
     const int32_t missing = alpha - standPat - gain;
-    if (missing < 58)
+    if (missing < NOTHING_MISSING)
         return false;
-    if (gain >= 478)
-        return missing >= 395;
-    if (missing < 113)
+    if (gain >= LARGE_GAIN)
+        return missing >= LARGE_GAIN_MISSING;
+    if (missing < LITTLE_MISSING)
         return false;
-    if (PhaseUnits[them] < 10)
-        return standPat < -498;
-    return missing >= 183 || attack < 26;
+    if (PhaseUnits[them] < FEW_UNITS)
+        return standPat < HOPELESS_ENDING;
+    return missing >= MUCH_MISSING || attack < KING_IN_DANGER;
 }

@@ -4,9 +4,8 @@
 // and the bench search in silence.
 #pragma once
 
+#include "board/score.h"
 #include "board/types.h"
-
-enum BoundType : int32_t { BOUND_NONE, BOUND_UPPER, BOUND_LOWER, BOUND_EXACT };
 
 struct SearchHost {
     bool (*inputWaiting)();     // whether a line waits

@@ -18,6 +18,13 @@ constexpr int SMALL_FALL = 20;
 constexpr int LARGE_FALL = 60;
 // From this rise on, a score that was about level is worth getting right as well.
 constexpr int RISE = 26;
+// About level: from this score up to, but not including, that one.
+constexpr int LEVEL_FROM = -9;
+constexpr int LEVEL_BELOW = 120;
+// How many times the allotment a danger is worth, in a game that has left the book before and with
+// the first move after it.
+constexpr int DANGER_TIMES = 7;
+constexpr int FRESH_DANGER_TIMES = 4;
 
 } // namespace
 
@@ -28,9 +35,9 @@ static int AdjustedAllotment(bool easy) {
     const int previous = Past.LastScoreSide == RootSide ? Past.LastScore : -Past.LastScore;
     const int change = Root.moves[0].score - previous;
     if (change >= RISE)
-        return previous >= -9 && previous < 120 ? allotment * 2 : allotment;
+        return previous >= LEVEL_FROM && previous < LEVEL_BELOW ? allotment * 2 : allotment;
     if (change < -LARGE_FALL)
-        return allotment * (Past.SearchesSinceBook != 0 ? 7 : 4);
+        return allotment * (Past.SearchesSinceBook != 0 ? DANGER_TIMES : FRESH_DANGER_TIMES);
     if (change < -SMALL_FALL)
         return allotment * 2 + allotment / 2;
     return allotment;

@@ -53,6 +53,22 @@ constexpr int32_t DEEPENING_DEPTH = 4 * ONE_PLY;
 constexpr int32_t PROBE_DEPTH = 4 * ONE_PLY;
 // Tablebase scores this far from 0 are counted in plies from the root, like other mates.
 constexpr int32_t TABLEBASE_MATE = 32401;
+// A null move asks for this many phase units (a rook and more) from this depth on: with less, a
+// side may be in zugzwang, and a deep search believes what passing tells.
+constexpr int NULL_MOVE_UNITS = 6;
+constexpr int32_t NULL_MOVE_DEEP = 8 * ONE_PLY + 1;
+// Nor is passing tried when the static evaluation lies this far below alpha, or further.
+constexpr int32_t NULL_MOVE_SLACK = 20;
+constexpr int32_t NULL_MOVE_SLACK_SHALLOW = 5;
+// Plies by which passing shortens the search, and one more from this depth on with more units than
+// these.
+constexpr int32_t NULL_MOVE_PLIES = 4;
+constexpr int32_t NULL_MOVE_EXTRA_DEPTH = 6 * ONE_PLY;
+constexpr int NULL_MOVE_EXTRA_UNITS = 8;
+// A window up to this wide still counts as closed to a null move.
+constexpr int32_t NULL_MOVE_WINDOW = 2;
+// The history of nodes whose alpha lies no further above the static evaluation has its own slice.
+constexpr int32_t SLICE_MARGIN = 100;
 // Above this depth positions that the engine has learned are remembered.
 constexpr int32_t LEARNED_DEPTH = 6 * ONE_PLY;
 
@@ -181,16 +197,16 @@ static int32_t SearchChild(int32_t alpha, int32_t beta, int32_t depth) {
 // Whether passing the move is worth a try.
 static bool NullMoveMakesSense(const Node& node) {
     const int units = PhaseUnits[SideToMove];
-    if (!node.nullAllowed || node.ply.inCheck || node.beta - node.alpha >= 3)
+    if (!node.nullAllowed || node.ply.inCheck || node.beta - node.alpha > NULL_MOVE_WINDOW)
         return false;
     if (node.alpha >= MATE_BOUND || node.beta < -MATE_BOUND + 1)
         return false;
     // With pawns alone, or little more in a deep search, passing may be better than moving.
-    if (units == 0 || (units < 6 && node.depth >= 481))
+    if (units == 0 || (units < NULL_MOVE_UNITS && node.depth >= NULL_MOVE_DEEP))
         return false;
     if (node.staticEval < node.beta)
         return false;
-    const int32_t slack = node.depth >= 2 * ONE_PLY ? 20 : 5;
+    const int32_t slack = node.depth >= 2 * ONE_PLY ? NULL_MOVE_SLACK : NULL_MOVE_SLACK_SHALLOW;
     return node.staticEval > node.alpha - slack && !CaptureThreatens(node.staticEval - node.beta);
 }
 
@@ -211,8 +227,9 @@ static int32_t SearchAfterPass(int32_t beta, int32_t reduced) {
 static bool CutByNullMove(Node& node) {
     if (!NullMoveMakesSense(node))
         return false;
-    const bool deep = PhaseUnits[SideToMove] > 8 && node.depth >= 6 * ONE_PLY;
-    const int32_t reduced = node.depth - (deep ? 5 : 4) * ONE_PLY;
+    const bool extra =
+        PhaseUnits[SideToMove] > NULL_MOVE_EXTRA_UNITS && node.depth >= NULL_MOVE_EXTRA_DEPTH;
+    const int32_t reduced = node.depth - (NULL_MOVE_PLIES + extra) * ONE_PLY;
     MakeNullMove();
     Running.SearchPly++;
     PlyStates[Running.SearchPly].inCheck = false;
@@ -517,7 +534,7 @@ int32_t Search(int32_t alpha, int32_t beta, int32_t depth, bool nullAllowed) {
     if (!node.ply.inCheck) {
         node.staticEval = EvaluateCached();
         node.attack = optimism[SideToMove];
-        node.slice = node.alpha <= node.staticEval + 100 ? 1 : 0;
+        node.slice = node.alpha <= node.staticEval + SLICE_MARGIN ? 1 : 0;
     }
 
     // 7. A side that stands above beta even after passing needs no move.

@@ -1,11 +1,9 @@
 // The state of the running search that its parts share, with the records it keeps for each ply.
 #pragma once
 
+#include "board/score.h"
 #include "board/types.h"
 
-constexpr int32_t ONE_PLY = 60;             // unit of every depth
-constexpr int32_t MATE = 32700;             // a side mated at SearchPly p scores p - MATE
-constexpr int32_t MATE_BOUND = 31000;       // scores beyond it either way are mates
 constexpr int32_t MAX_SEARCH_PLY = 190;     // deeper nodes are evaluated as they stand
 constexpr int32_t UNLIMITED_TIME = 9999999; // centiseconds; as a limit: none
 

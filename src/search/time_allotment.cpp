@@ -19,6 +19,7 @@ constexpr int32_t ClockDrawScore[20] = {50, 40, 32, 26, 22, 20, 18, 17, 16, 15,
                                         14, 13, 12, 11, 10, 9,  8,  7,  6,  5};
 constexpr int64_t SAFE_TIME = 250;
 constexpr int64_t LEAST_ALLOTMENT = 5;
+constexpr int64_t USABLE_PERCENT = 95;
 
 } // namespace
 
@@ -75,7 +76,12 @@ static int64_t TimeLeft() {
 
 // Time that can be used without the clock's running out on the way to the opponent.
 static int64_t UsableTime() {
-    return TimeLeft() * 95 / 100 - 1;
+    return TimeLeft() * USABLE_PERCENT / 100 - 1;
+}
+
+// Short searches look at the clock more often: 5000 nodes are some milliseconds.
+static int32_t NodesBetweenPolls(int32_t allotted) {
+    return allotted > 300 ? 50000 : allotted > 100 ? 20000 : 5000;
 }
 
 // Sets the limits of a search of the position at that game ply.
@@ -89,9 +95,7 @@ static void SetTimeLimits(int gamePly) {
         SetLimits(FixedTime, FixedTime);
     else
         DivideClock(UsableTime(), MovesToControl(gamePly));
-    Budget.PollReload = Budget.TimeAllotted >= 301   ? 50000
-                        : Budget.TimeAllotted >= 101 ? 20000
-                                                     : 5000;
+    Budget.PollReload = NodesBetweenPolls(Budget.TimeAllotted);
 }
 
 void AllotTime() {
