@@ -7,7 +7,6 @@
 #include "book/book_settings.h"
 #include "book/learning_file.h"
 #include "search/driver.h"
-#include "search/hash_memory.h"
 #include "search/root.h"
 #include "support/scratch.h"
 #include "support/search_test.h"
@@ -20,7 +19,7 @@ constexpr int DEPTH = 9;
 
 // The move chosen by a search that knows nothing from earlier ones.
 Move SearchAnew() {
-    ClearAllHashTables();
+    ForgetSearches();
     return SearchFixedDepth(DEPTH);
 }
 
