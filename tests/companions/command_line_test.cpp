@@ -51,6 +51,7 @@ TEST(CommandLine, EndsWith2ForWhatMakesNoSenseAndWith1ForWhatCannotBeDone) {
         {"book", "build --output b.tqn --weights lines lines", 1, "no searched positions"},
         {"book", "build --output b.tqn --weights nowhere lines", 1, "nowhere: No such file"},
         {"book", "build --output b.tqn nowhere.pgn", 1, "nowhere.pgn"},
+        {"book", "random --output none/b.tqn", 1, "Cannot write none/b.tqn: No such"},
         {"book", "survey lines", 1, "too short"},
         {"book", "dump a b", 2, "\"b\""},
         {"tb", "build", 2, "DIRECTORY"},
