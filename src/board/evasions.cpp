@@ -7,6 +7,7 @@
 #include "board/exchange.h"
 #include "board/generate.h"
 #include "board/order_tables.h"
+#include "board/pawns.h"
 
 namespace {
 
@@ -14,7 +15,6 @@ namespace {
 constexpr int32_t GOOD_CAPTURE = 1 << 29;
 constexpr int32_t REMEMBERED_REPLY = 10000;
 constexpr int32_t LOSING_BLOCK = -100000;
-constexpr int BlockerValue[PIECE_CODES] = {0, 950, 300, 100, 0, 500, 300, 900};
 
 constexpr int32_t REPLY_SLICE = 1;
 
@@ -37,7 +37,7 @@ static void EmitBlock(Move move) {
     if (SafeExchange(move))
         EmitQuiet(move);
     else
-        PushMove(move, LOSING_BLOCK - BlockerValue[MovingPiece(move)]);
+        PushMove(move, LOSING_BLOCK - OrderingValue[MovingPiece(move)]);
 }
 
 // Squares behind the king as its sliding checkers see them: still attacked once it has moved,
@@ -102,7 +102,7 @@ template <Colour Us> static void GeneratePushEvasions(Bitboard able, Bitboard bl
         const int to = from + AheadStep<Us>;
         if (to < 0 || to > 63 || Board[to] != EMPTY)
             continue;
-        if (RelativeRank(Us, from) == 6) {
+        if (RelativeRank(Us, from) == PROMOTING_RANK) {
             for (const Piece promotion : {QUEEN, ROOK, KNIGHT, BISHOP})
                 if (blocks & SquareBit(to))
                     EmitCapture(MoveWord(from, to, PAWN, EMPTY, promotion));
@@ -110,7 +110,8 @@ template <Colour Us> static void GeneratePushEvasions(Bitboard able, Bitboard bl
         }
         if (blocks & SquareBit(to))
             EmitBlock(MoveWord(from, to, PAWN));
-        if (RelativeRank(Us, from) == 1 && (blocks & ~Occupied() & SquareBit(to + AheadStep<Us>)))
+        if (RelativeRank(Us, from) == DOUBLE_STEP_RANK &&
+            (blocks & ~Occupied() & SquareBit(to + AheadStep<Us>)))
             EmitBlock(MoveWord(from, to + AheadStep<Us>, PAWN));
     }
 }
@@ -120,19 +121,16 @@ template <Colour Us> static void GeneratePawnCaptureEvasions(Bitboard able, int 
     for (Bitboard pawns = PawnAttacks[Them][checker] & PieceBB[PAWN][Us] & able; pawns;) {
         const int from = PopLowest(pawns);
         const Move move = MoveWord(from, checker, PAWN, Board[checker]);
-        if (RelativeRank(Us, from) != 6) {
+        if (RelativeRank(Us, from) != PROMOTING_RANK) {
             EmitCapture(move);
             continue;
         }
         for (const Piece promotion : {QUEEN, KNIGHT, ROOK, BISHOP})
             EmitCapture(move | Move(promotion) << PROMOTION_SHIFT);
     }
-    const Move last = LastMove();
-    if (!IsDoubleStep(last) || To(last) != checker || Board[checker] != PAWN)
+    if (To(LastMove()) != checker || Board[checker] != PAWN)
         return;
-    const Bitboard beside = (SquareBit(checker) & ~FILE_A) >> 1 | (SquareBit(checker) & ~FILE_H)
-                                                                      << 1;
-    for (Bitboard pawns = beside & PieceBB[PAWN][Us] & able; pawns;) {
+    for (Bitboard pawns = EnPassantTakers(Us) & able; pawns;) {
         const Move move = MoveWord(PopLowest(pawns), checker + AheadStep<Us>, PAWN);
         if (IsLegalMove(move))
             EmitCapture(move);

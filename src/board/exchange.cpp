@@ -83,23 +83,24 @@ bool SafeExchange(int to, int from, int piece, int captured, int promotion) {
         won += ExchangeUnits[QUEEN] - ExchangeUnits[PAWN];
     }
 
-    // Most questions are answered here, before the attackers are all known.
+    // Most questions are answered here, before the attackers are all known: what is risked is more
+    // than taking the guard in return would bring.
     const Colour us = SideToMove;
     const Colour them = ChangeSide(us);
     const int risk = moved - won;
     Bitboard men = PawnAttacks[us][to] & PieceBB[PAWN][them];
-    if (risk >= 2 && men)
+    if (risk > ExchangeUnits[PAWN] && men)
         return false;
     men |= KnightAttacks[to] & (PieceBB[KNIGHT][WHITE] | PieceBB[KNIGHT][BLACK]);
-    if (risk >= 4 && (men & PieceBB[KNIGHT][them]))
+    if (risk > ExchangeUnits[KNIGHT] && (men & PieceBB[KNIGHT][them]))
         return false;
     if (BishopRays[to] & DiagSliders)
         men |= BishopAttacks(to) & DiagSliders;
-    if (risk >= 4 && (men & PieceBB[BISHOP][them]))
+    if (risk > ExchangeUnits[BISHOP] && (men & PieceBB[BISHOP][them]))
         return false;
     if (RookRays[to] & OrthoSliders)
         men |= RookAttacks(to) & OrthoSliders;
-    if (risk >= 6 && (men & PieceBB[ROOK][them]))
+    if (risk > ExchangeUnits[ROOK] && (men & PieceBB[ROOK][them]))
         return false;
     const Bitboard ourPawns = PawnAttacks[them][to] & PieceBB[PAWN][us];
     if (moved < ExchangeUnits[QUEEN] && won > 0 && ourPawns)

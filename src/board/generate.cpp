@@ -5,6 +5,7 @@
 #include "board/attackers.h"
 #include "board/exchange.h"
 #include "board/order_tables.h"
+#include "board/pawns.h"
 
 constinit ScoredMove MoveStack[MOVE_STACK_SIZE] = {};
 constinit int32_t MoveStackTop = 0;
@@ -14,9 +15,6 @@ namespace {
 constexpr int32_t EN_PASSANT_SCORE = 100901;
 constexpr int32_t SAFE_CAPTURE = 100000;
 constexpr int32_t SAFE_PROMOTION = 108000;
-
-// The king counts as the most valuable captor here, so that it captures last.
-constexpr int OrderingValue[PIECE_CODES] = {0, 950, 300, 100, 0, 500, 300, 900};
 
 // Bonus of a losing capture by its success ratio in sixteenths. Captures that always succeeded
 // (place 16) fall back to 0: meant so, as is the step up at half of that.
@@ -65,7 +63,7 @@ template <Colour Us> static void GeneratePawnCaptures(Bitboard targets) {
         for (Bitboard b = PawnAttacks[Us][from] & targets; b;) {
             const int to = PopLowest(b);
             const Move move = MoveWord(from, to, PAWN, Board[to]);
-            if (RelativeRank(Us, from) != 6) {
+            if (RelativeRank(Us, from) != PROMOTING_RANK) {
                 EmitCapture(move);
                 continue;
             }
@@ -76,12 +74,8 @@ template <Colour Us> static void GeneratePawnCaptures(Bitboard targets) {
     const Move last = LastMove();
     if (MovingPiece(last) != PAWN || To(last) - From(last) != 2 * AheadStep<Them>)
         return;
-    const int stepped = To(last);
-    const int behind = stepped + AheadStep<Us>;
-    if (FileOf(stepped) > 0 && (PieceBB[PAWN][Us] & SquareBit(stepped - 1)))
-        EmitCapture(MoveWord(stepped - 1, behind, PAWN));
-    if (FileOf(stepped) < 7 && (PieceBB[PAWN][Us] & SquareBit(stepped + 1)))
-        EmitCapture(MoveWord(stepped + 1, behind, PAWN));
+    for (Bitboard pawns = EnPassantTakers(Us); pawns;)
+        EmitCapture(MoveWord(PopLowest(pawns), To(last) + AheadStep<Us>, PAWN));
 }
 
 template <Piece Type> static inline Bitboard AttacksOf(int sq) {
@@ -125,7 +119,7 @@ void GenerateCaptures(Bitboard targets) {
 
 // Pawns of Us one step before promotion with a free square ahead.
 template <Colour Us> static Bitboard PromotingPawns() {
-    const Bitboard pawns = PieceBB[PAWN][Us] & RelativeRankBB(Us, 6);
+    const Bitboard pawns = PieceBB[PAWN][Us] & RelativeRankBB(Us, PROMOTING_RANK);
     return pawns & ~Ahead<ChangeSide(Us)>(Occupied());
 }
 
@@ -170,26 +164,27 @@ template <Colour Us> static inline void EmitQuiet(Move move, const int32_t* hist
 
 template <Colour Us> static void GenerateCastling(const int32_t* history) {
     constexpr Colour Them = ChangeSide(Us);
-    constexpr int king = Us == WHITE ? 4 : 60;
+    constexpr int king = KingHome(Us);
     constexpr Bitboard shortPath = SquareBit(king + 1) | SquareBit(king + 2);
     constexpr Bitboard longPath = SquareBit(king - 1) | SquareBit(king - 2) | SquareBit(king - 3);
-    if ((CastleRights & (Us == WHITE ? WHITE_SHORT : BLACK_SHORT)) && !(Occupied() & shortPath) &&
+    if ((CastleRights & ShortRight(Us)) && !(Occupied() & shortPath) &&
         !SquareAttacked(Them, king + 1) && !SquareAttacked(Them, king + 2))
         EmitQuiet<Us>(MoveWord(king, king + 2, KING), history);
     // The rook may pass an attacked square, the king may not.
-    if ((CastleRights & (Us == WHITE ? WHITE_LONG : BLACK_LONG)) && !(Occupied() & longPath) &&
+    if ((CastleRights & LongRight(Us)) && !(Occupied() & longPath) &&
         !SquareAttacked(Them, king - 1) && !SquareAttacked(Them, king - 2))
         EmitQuiet<Us>(MoveWord(king, king - 2, KING), history);
 }
 
 template <Colour Us> static void GeneratePawnPushes(const int32_t* history) {
     const Bitboard empty = ~Occupied();
-    Bitboard pawns = PieceBB[PAWN][Us] & ~RelativeRankBB(Us, 6) & Ahead<ChangeSide(Us)>(empty);
+    Bitboard pawns =
+        PieceBB[PAWN][Us] & ~RelativeRankBB(Us, PROMOTING_RANK) & Ahead<ChangeSide(Us)>(empty);
     while (pawns) {
         const int from = PopLowest(pawns);
         const int to = from + AheadStep<Us>;
         EmitQuiet<Us>(MoveWord(from, to, PAWN), history);
-        if (RelativeRank(Us, from) == 1 && (empty & SquareBit(to + AheadStep<Us>)))
+        if (RelativeRank(Us, from) == DOUBLE_STEP_RANK && (empty & SquareBit(to + AheadStep<Us>)))
             EmitQuiet<Us>(MoveWord(from, to + AheadStep<Us>, PAWN), history);
     }
 }
@@ -216,7 +211,7 @@ template <Colour Us> static void GenerateQuietFor(const int32_t* history) {
 
 void GenerateQuiet(int slice) {
     assert(slice == 0 || slice == 1);
-    const int32_t* const history = HistoryTable + slice * (HISTORY_ENTRIES / 2);
+    const int32_t* const history = HistoryTable + slice * HISTORY_SLICE;
     if (SideToMove == WHITE)
         GenerateQuietFor<WHITE>(history);
     else

@@ -159,7 +159,7 @@ template <Colour Us> static inline void HopRook(int from, int to) {
 template <Colour Us> static inline void MoveKing(int from, int to) {
     KingSquare[Us] = to;
     CastleRights &= CastleMask[from];
-    if (from == (Us == WHITE ? 4 : 60) && (to == from + 2 || to == from - 2)) {
+    if (from == KingHome(Us) && (to == from + 2 || to == from - 2)) {
         const RookHop hop = CastlingRook(to);
         HopRook<Us>(hop.from, hop.to);
         CountSquare<Us>(ROOK, hop.from, -1);
@@ -278,7 +278,7 @@ static inline void UnmakePawn(int from, int to, int captured, Piece promotion) {
 
 template <Colour Us> static inline void UnmakeKing(int from, int to) {
     KingSquare[Us] = from;
-    if (from == (Us == WHITE ? 4 : 60) && (to == from + 2 || to == from - 2)) {
+    if (from == KingHome(Us) && (to == from + 2 || to == from - 2)) {
         const RookHop hop = CastlingRook(to);
         HopRook<Us>(hop.to, hop.from);
     }

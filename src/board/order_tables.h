@@ -5,15 +5,22 @@
 
 #include "board/types.h"
 
-// Quiet moves: [slice * 32768 + plane * 8192 + (to * 64 + from) * 2 + side], values 0..32700.
-constexpr int HISTORY_ENTRIES = 65536;
+// By piece code, in centipawns. The king counts as the most valuable captor, so that it captures
+// last.
+constexpr int OrderingValue[PIECE_CODES] = {0, 950, 300, 100, 0, 500, 300, 900};
+
+// Quiet moves: two slices of four planes of (to * 64 + from) * 2 + side, values 0..32700.
+constexpr int HISTORY_PLANE_ENTRIES = 64 * 64 * 2;
+constexpr int HISTORY_SLICE = 4 * HISTORY_PLANE_ENTRIES;
+constexpr int HISTORY_ENTRIES = 2 * HISTORY_SLICE;
 extern int32_t HistoryTable[HISTORY_ENTRIES];
 
 // King and knight, pawn and bishop share planes by design.
 constexpr int HISTORY_PLANE[PIECE_CODES] = {0, 0, 0, 1, 0, 2, 1, 3};
 
 constexpr int HistoryIndex(Move m, int slice, Colour side) {
-    return slice * 32768 + HISTORY_PLANE[MovingPiece(m)] * 8192 + (To(m) * 64 + From(m)) * 2 + side;
+    return slice * HISTORY_SLICE + HISTORY_PLANE[MovingPiece(m)] * HISTORY_PLANE_ENTRIES +
+           (To(m) * 64 + From(m)) * 2 + side;
 }
 
 // How captures that lose by the exchange test have fared; a slot whose stamp is not the current

@@ -142,16 +142,13 @@ void SetStartPosition() {
 }
 
 void DropImpossibleCastleRights() {
-    constexpr int kingHome[2] = {4, 60};
     for (const Colour c : {WHITE, BLACK}) {
-        const int shortRight = c == WHITE ? WHITE_SHORT : BLACK_SHORT;
-        const int longRight = c == WHITE ? WHITE_LONG : BLACK_LONG;
-        const int home = kingHome[c];
+        const int home = KingHome(c);
         const bool kingAtHome = (PieceBB[KING][c] & SquareBit(home)) != 0;
         if (!kingAtHome || !(PieceBB[ROOK][c] & SquareBit(home + 3)))
-            CastleRights &= ~shortRight;
+            CastleRights &= ~ShortRight(c);
         if (!kingAtHome || !(PieceBB[ROOK][c] & SquareBit(home - 4)))
-            CastleRights &= ~longRight;
+            CastleRights &= ~LongRight(c);
     }
 }
 

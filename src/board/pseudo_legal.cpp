@@ -1,15 +1,15 @@
 #include "board/pseudo_legal.h"
 
 #include "board/attackers.h"
+#include "board/pawns.h"
 
 template <Colour Us> static bool CastlingFits(Move move) {
     constexpr Colour Them = ChangeSide(Us);
-    constexpr int king = Us == WHITE ? 4 : 60;
+    constexpr int king = KingHome(Us);
     if (From(move) != king || (move & CAPTURE_OR_PROMOTION))
         return false;
     const bool toShort = To(move) == king + 2;
-    const int right = toShort ? (Us == WHITE ? WHITE_SHORT : BLACK_SHORT)
-                              : (Us == WHITE ? WHITE_LONG : BLACK_LONG);
+    const int right = toShort ? ShortRight(Us) : LongRight(Us);
     const int rook = toShort ? king + 3 : king - 4;
     const int passed = toShort ? king + 1 : king - 1;
     return (CastleRights & right) && !(Between[king][rook] & Occupied()) &&
@@ -26,7 +26,7 @@ template <Colour Us> static bool PawnMoveFits(Move move) {
     const int from = From(move);
     const int to = To(move);
     const bool promotes = Promotion(move) != EMPTY;
-    if (promotes != (RelativeRank(Us, from) == 6) || Promotion(move) == KING ||
+    if (promotes != (RelativeRank(Us, from) == PROMOTING_RANK) || Promotion(move) == KING ||
         Promotion(move) == PAWN || Promotion(move) == 4)
         return false;
     if (IsEnPassant(move))
@@ -35,7 +35,7 @@ template <Colour Us> static bool PawnMoveFits(Move move) {
         return (PawnAttacks[Us][from] & SquareBit(to)) != 0;
     if (to == from + AheadStep<Us>)
         return true;
-    return to == from + 2 * AheadStep<Us> && RelativeRank(Us, from) == 1 &&
+    return to == from + 2 * AheadStep<Us> && RelativeRank(Us, from) == DOUBLE_STEP_RANK &&
            Board[from + AheadStep<Us>] == EMPTY;
 }
 

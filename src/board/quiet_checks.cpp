@@ -6,6 +6,7 @@
 #include "board/exchange.h"
 #include "board/generate.h"
 #include "board/order_tables.h"
+#include "board/pawns.h"
 
 namespace {
 
@@ -59,15 +60,15 @@ static void GeneratePieceChecks(const CheckTargets& targets, Colour us, Piece ty
 
 template <Colour Us> static void GeneratePawnChecks(const CheckTargets& targets) {
     const Bitboard direct = PawnAttacks[ChangeSide(Us)][targets.king];
-    Bitboard pawns =
-        PieceBB[PAWN][Us] & ~RelativeRankBB(Us, 6) & Ahead<ChangeSide(Us)>(targets.empty);
+    Bitboard pawns = PieceBB[PAWN][Us] & ~RelativeRankBB(Us, PROMOTING_RANK) &
+                     Ahead<ChangeSide(Us)>(targets.empty);
     while (pawns) {
         const int from = PopLowest(pawns);
         const int to = from + AheadStep<Us>;
         const Bitboard wanted = Wanted(targets, from, direct) & targets.empty;
         if (wanted & SquareBit(to))
             EmitCheck(MoveWord(from, to, PAWN), targets.slice);
-        if (RelativeRank(Us, from) == 1 && (wanted & SquareBit(to + AheadStep<Us>)))
+        if (RelativeRank(Us, from) == DOUBLE_STEP_RANK && (wanted & SquareBit(to + AheadStep<Us>)))
             EmitCheck(MoveWord(from, to + AheadStep<Us>, PAWN), targets.slice);
     }
 }

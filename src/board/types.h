@@ -118,9 +118,13 @@ constexpr bool IsEnPassant(Move m) {
 constexpr bool IsQuiet(Move m) {
     return (m & CAPTURE_OR_PROMOTION) == 0 && !IsEnPassant(m);
 }
+// Where the king stands at the beginning; its rooks stand 3 squares to the right, 4 to the left.
+constexpr int KingHome(Colour c) {
+    return c == WHITE ? 4 : 60;
+}
 // A king that goes two files from its home square castles.
 constexpr bool IsCastling(Move m) {
-    return MovingPiece(m) == KING && (From(m) == 4 || From(m) == 60) &&
+    return MovingPiece(m) == KING && (From(m) == KingHome(WHITE) || From(m) == KingHome(BLACK)) &&
            (To(m) == From(m) + 2 || To(m) == From(m) - 2);
 }
 constexpr bool IsDoubleStep(Move m) {
@@ -138,6 +142,13 @@ constexpr int WHITE_LONG = 2;
 constexpr int BLACK_SHORT = 4;
 constexpr int BLACK_LONG = 8;
 constexpr int ALL_CASTLE_RIGHTS = 15;
+
+constexpr int ShortRight(Colour c) {
+    return c == WHITE ? WHITE_SHORT : BLACK_SHORT;
+}
+constexpr int LongRight(Colour c) {
+    return c == WHITE ? WHITE_LONG : BLACK_LONG;
+}
 
 // The four castling moves.
 constexpr Move WHITE_CASTLES_SHORT = MoveWord(4, 6, KING);   // 4484

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "board/attacks.h"
+#include "board/pawns.h"
 
 // The pawn is white here, on one of the files a to d. Pawns never come back, so the ranks are
 // solved from the seventh downward, each pawn square for itself, and for one pawn square and one
@@ -39,7 +40,7 @@ static Bitboard Zone(int sq) {
 
 // All squares next to one of the set.
 static Bitboard Neighbours(Bitboard set) {
-    const Bitboard beside = (set & ~FILE_A) >> 1 | (set & ~FILE_H) << 1;
+    const Bitboard beside = SquaresBeside(set);
     const Bitboard row = set | beside;
     return beside | row << 8 | row >> 8;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "board/pawns.h"
 #include "board/position.h"
 #include "eval/figures.h"
 #include "eval/parameters.h"
@@ -43,7 +44,7 @@ struct Side {
 
 template <Colour Us> static Bitboard AttacksOfPawns() {
     const Bitboard ahead = Ahead<Us>(PieceBB[PAWN][Us]);
-    return (ahead & ~FILE_A) >> 1 | (ahead & ~FILE_H) << 1;
+    return SquaresBeside(ahead);
 }
 
 // The squares around the king and the next three before it.
@@ -209,7 +210,7 @@ template <Colour Us> static void AddDanger(const Side& us, const Side& them) {
         danger += Params.KnightCheckDanger;
 
     const Bitboard file = FileBB(FileOf(king));
-    const Bitboard files = file | (file & ~FILE_A) >> 1 | (file & ~FILE_H) << 1;
+    const Bitboard files = file | SquaresBeside(file);
     const Bitboard storm = PieceBB[PAWN][Us] & files;
     danger += Params.StormDanger * CountBits(storm & RelativeRankBB(Us, 4)) +
               2 * Params.StormDanger * CountBits(storm & RelativeRankBB(Us, 5));

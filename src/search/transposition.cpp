@@ -8,6 +8,7 @@
 
 #include "board/keys.h"
 #include "board/order_tables.h"
+#include "board/pawns.h"
 #include "board/position.h"
 #include "search/state.h"
 
@@ -76,20 +77,10 @@ static inline uint8_t* BucketOf(uint64_t key, Colour sideToMove) {
     return Table + size_t{index} * TRANSPOSITION_ENTRY_BYTES;
 }
 
-// Whether the side to move has a pawn beside the one that has just made a double step. It need not
-// be able to take: a pinned one counts as well.
-static inline bool EnPassantIsOpen(Move last) {
-    if (!IsDoubleStep(last))
-        return false;
-    const Bitboard stepped = SquareBit(To(last));
-    const Bitboard beside = (stepped & ~FILE_A) >> 1 | (stepped & ~FILE_H) << 1;
-    return (beside & PieceBB[PAWN][SideToMove]) != 0;
-}
-
+// The file counts wherever a pawn stands ready to take, even a pinned one.
 uint64_t HashKey() {
-    const Move last = LastMove();
     const uint64_t key = PosKey ^ CastleKeys[CastleRights];
-    return EnPassantIsOpen(last) ? key ^ EpKeys[FileOf(To(last))] : key;
+    return EnPassantTakers(SideToMove) ? key ^ EpKeys[FileOf(To(LastMove()))] : key;
 }
 
 void PrefetchHash(uint64_t placement) {

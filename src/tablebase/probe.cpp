@@ -1,5 +1,6 @@
 #include "tablebase/probe.h"
 
+#include "board/pawns.h"
 #include "board/position.h"
 #include "tablebase/block_cache.h"
 #include "tablebase/classes.h"
@@ -19,13 +20,7 @@ constexpr int32_t LOSS_OFFSET = 32832;
 // The square of a pawn that has just made a double step past a pawn of the side to move, else
 // NO_EN_PASSANT.
 static int EnPassantSquare(Colour side) {
-    const Move last = LastMove();
-    if (!IsDoubleStep(last))
-        return NO_EN_PASSANT;
-    const int to = To(last);
-    const Bitboard pawn = SquareBit(to);
-    const Bitboard beside = ((pawn & ~FILE_A) >> 1) | ((pawn & ~FILE_H) << 1);
-    return (beside & PieceBB[PAWN][side]) != 0 ? to : NO_EN_PASSANT;
+    return EnPassantTakers(side) != 0 ? To(LastMove()) : NO_EN_PASSANT;
 }
 
 static int32_t ScoreOf(int32_t value) {

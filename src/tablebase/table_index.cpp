@@ -3,6 +3,7 @@
 #include <array>
 #include <new>
 
+#include "board/pawns.h"
 #include "board/position.h"
 
 // The scheme. The board is mirrored, without pawns also turned and reflected in the long diagonal,
@@ -309,8 +310,7 @@ bool NumberOtherMen(const Placement& p, Bitboard besides, uint64_t& number) {
 
 // The pawn of the side to move that may take en passant: of two the left one. -1 for none.
 int CapturingPawn(Bitboard ownPawns, int epSquare) {
-    const Bitboard ep = SquareBit(epSquare);
-    const Bitboard beside = ownPawns & (((ep & ~FILE_A) >> 1) | ((ep & ~FILE_H) << 1));
+    const Bitboard beside = ownPawns & SquaresBeside(SquareBit(epSquare));
     return beside != 0 ? LowestSquare(beside) : -1;
 }
 
