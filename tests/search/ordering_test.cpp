@@ -11,8 +11,6 @@
 namespace {
 
 constexpr Move KnightOut = MoveWord(6, 21, KNIGHT);
-constexpr Move PawnUp = MoveWord(12, 28, PAWN);
-constexpr Move BishopOut = MoveWord(5, 33, BISHOP);
 
 class OrderingTest : public SearchingTest {};
 
@@ -36,19 +34,6 @@ TEST_F(OrderingTest, PicksTheHighestAndOfEqualsTheEarliest) {
     constexpr Move expected[6] = {2, 4, 3, 1, 5, 0};
     for (int i = 0; i < 6; i++)
         EXPECT_EQ(expected[i], picked[i]) << i;
-}
-
-TEST_F(OrderingTest, RewardsGrowWithTheDepth) {
-    struct Case {
-        int32_t depth, value;
-    };
-    for (const Case& c : {Case{60, 1820}, Case{119, 1820}, Case{120, 3800}, Case{180, 4949},
-                          Case{600, 8366}, Case{899, 9324}, Case{900, 9516}, Case{6000, 9516}}) {
-        SCOPED_TRACE(c.depth);
-        ClearHistory();
-        RewardQuiet(KnightOut, c.depth, 0);
-        EXPECT_EQ(c.value, History(KnightOut));
-    }
 }
 
 TEST_F(OrderingTest, HistoryStaysBetweenZeroAndItsLimit) {
@@ -75,29 +60,6 @@ TEST_F(OrderingTest, ARewardBelowOnePlyLeavesATrace) {
         RewardQuiet(KnightOut, c.depth, 0);
         EXPECT_EQ(c.trace, testing::internal::GetCapturedStdout());
     }
-}
-
-TEST_F(OrderingTest, TheLatestKillerIsTheFirst) {
-    Running.SearchPly = 3;
-    const auto& killers = PlyStates[3].killers[WHITE];
-    RewardQuiet(KnightOut, 60, 0);
-    RewardQuiet(KnightOut, 60, 0);
-    EXPECT_EQ(KnightOut, killers[0]);
-    EXPECT_EQ(NO_MOVE, killers[1]);
-    RewardQuiet(PawnUp, 60, 0);
-    RewardQuiet(PawnUp, 60, 0);
-    EXPECT_EQ(PawnUp, killers[0]);
-    EXPECT_EQ(KnightOut, killers[1]);
-    // One that comes back changes places.
-    RewardQuiet(KnightOut, 60, 0);
-    EXPECT_EQ(KnightOut, killers[0]);
-    EXPECT_EQ(PawnUp, killers[1]);
-
-    SideToMove = BLACK;
-    RewardQuiet(BishopOut, 60, 0);
-    EXPECT_EQ(KnightOut, killers[0]);
-    EXPECT_EQ(BishopOut, PlyStates[3].killers[BLACK][0]);
-    EXPECT_EQ(NO_MOVE, PlyStates[2].killers[WHITE][0]);
 }
 
 TEST_F(OrderingTest, AKillerMustFitThePosition) {

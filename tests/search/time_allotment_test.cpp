@@ -104,6 +104,17 @@ TEST_F(TimeAllotment, AFixedTimeWinsOverTheClock) {
     EXPECT_EQ(Budget.PollReload, 20000);
 }
 
+TEST_F(TimeAllotment, AnalysisHasNoLimitAndAFixedTimeNeedsNoClock) {
+    FixedTime = 250;
+    AllotTime();
+    EXPECT_TRUE(Budget.UnderClock);
+    OwnTime = 30000;
+    Analysing = true;
+    AllotTime();
+    EXPECT_FALSE(Budget.UnderClock);
+    EXPECT_EQ(Budget.TimeAllotted, UNLIMITED_TIME);
+}
+
 TEST_F(TimeAllotment, APonderedMoveIsGivenTheTimeOfTheClockThatCameMeanwhile) {
     OwnTime = 100; // before the control
     OpponentTime = 1000;

@@ -1,0 +1,60 @@
+#include "search/driver.h"
+
+#include "board/fen.h"
+#include "board/notation.h"
+#include "book/book.h"
+#include "book/book_learning.h"
+#include "book/book_settings.h"
+#include "search/limits.h"
+#include "search/root.h"
+#include "search/state.h"
+#include "support/board_test.h"
+#include "support/book_file.h"
+#include "support/scratch.h"
+#include "support/search_test.h"
+
+namespace {
+
+class DriverTest : public SearchingTest {};
+
+TEST_F(DriverTest, LooksForAnEasyRecaptureAfterTheThirdIteration) {
+    LoadFen("3rk3/8/8/8/8/8/8/3RK3 b - - 0 1");
+    Play("d8d1");
+    SearchFixedDepth(4);
+    EXPECT_EQ(Running.EasyMove, NO_MOVE);
+    SearchFixedDepth(5);
+    EXPECT_EQ(MoveText(Running.EasyMove), "e1d1");
+}
+
+TEST_F(DriverTest, BeginsTheRootListAnew) {
+    Root.count = Root.index = Root.gamePly = 7;
+    ASSERT_TRUE(PrepareRoot());
+    EXPECT_EQ(Root.count, 20);
+    EXPECT_EQ(Root.index, 0);
+    EXPECT_EQ(Root.gamePly, 0);
+}
+
+TEST_F(DriverTest, TeachesTheBookOnlyByWhatItHasSearched) {
+    ScratchDirectory directory;
+    WriteFileText("test.tqn", BookBytes(1, {{"rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -",
+                                             {{"e2e4", Points(5, 3)}}}}));
+    testing::internal::CaptureStdout();
+    SetDefaultBookSettings();
+    OpenBook("test.tqn");
+    testing::internal::GetCapturedStdout();
+    BookLearned = false;
+    BookLearningBound = -1; // every score teaches
+    DepthLimit = 2;
+    for (const bool fromBook : {true, false}) {
+        SetStartPosition();
+        OwnBook = fromBook;
+        ASSERT_TRUE(Think());
+        EXPECT_EQ(Past.BestMoveFromBook, fromBook);
+        EXPECT_EQ(BookLearned, !fromBook);
+    }
+    OpenBook("");
+    SetDefaultBookSettings();
+    BookLearned = false;
+}
+
+} // namespace
