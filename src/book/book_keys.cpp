@@ -44,7 +44,7 @@ BookKeys KeysOfPosition() {
     for (Bitboard men = Occupied(); men != 0; men &= men - 1) {
         const int sq = std::countr_zero(men);
         const bool white = ColourOn(sq) == WHITE;
-        const auto index = size_t(Board[sq] * 64 + sq);
+        const auto index = size_t(Board[sq]) * 64 + size_t(sq);
         a ^= (white ? WhiteA : BlackA)[index];
         b ^= (white ? WhiteB : BlackB)[index];
     }

@@ -3,9 +3,9 @@
 
 #include <string>
 
-// Runs the first command of the table whose keyword matches the line, and those after it that a
-// command falls through to. A line that matches nothing is ignored.
-void Dispatch(const std::string& line);
+// Runs the first command of the table whose keyword matches the text, and those after it that a
+// command falls through to. A text that matches nothing is ignored.
+void Dispatch(const std::string& text);
 
 // Reads lines and runs them for ever; the process ends through a command. At the end of input it
 // goes on waiting, asleep.
