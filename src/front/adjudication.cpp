@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "board/attackers.h"
+#include "board/draw_rules.h"
 #include "board/position.h"
 #include "book/book_learning.h"
 #include "front/game.h"
@@ -11,7 +12,6 @@ namespace {
 
 // A bare king against a side with more pieces than this can still be mated, in centipawns.
 constexpr int LONE_PIECE = 300;
-constexpr int FIFTY_MOVE_PLIES = 100;
 
 // What the board was found to show: the lines to print, in their order.
 constexpr int MAX_DRAWS = 4;
@@ -56,33 +56,13 @@ static void FindInsufficientMaterial() {
         NoteDraw(line);
 }
 
-// Both moves from that ply on are reversible and castling was as free then as now.
-static bool ReversiblePair(int ply) {
-    for (int p = ply; p < ply + 2; p++) {
-        if (!IsReversible(UndoStack[p].move) || UndoStack[p].castleRights != CastleRights)
-            return false;
-    }
-    return true;
-}
-
-static bool RepeatedTwice() {
-    if (Ply < 4 || !ReversiblePair(Ply - 2))
-        return false;
-    int occurrences = 0;
-    for (int ply = Ply - 4; ply >= 0 && ReversiblePair(ply); ply -= 2) {
-        if (UndoStack[ply].posKey == PosKey && ++occurrences == 2)
-            return true;
-    }
-    return false;
-}
-
 void FindDraws() {
     FoundDrawCount = 0;
     DrawToLearn = false;
     FindInsufficientMaterial();
-    if (RepeatedTwice())
+    if (HasRepeatedTwice())
         NoteDraw("1/2-1/2 {Draw by repetition}");
-    if (FiftyCount >= FIFTY_MOVE_PLIES)
+    if (FiftyMovesPassed())
         NoteDraw("1/2-1/2 {Draw by the 50-moves rule}");
 }
 
