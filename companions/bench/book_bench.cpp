@@ -56,7 +56,7 @@ template <typename Job> static double TimeOf(const std::vector<std::string>& fen
 
 bool BenchBook(const char* path) {
     OpenBook(path);
-    if (!BookOpen)
+    if (!BookIsOpen())
         return false;
     const std::vector<std::string> fens = RandomPositions();
     size_t found = 0;

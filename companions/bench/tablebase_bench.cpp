@@ -10,8 +10,8 @@
 #include "board/position.h"
 #include "tablebase/block_cache.h"
 #include "tablebase/classes.h"
-#include "tablebase/probe.h"
 #include "tablebase/registry.h"
+#include "tablebase/tablebases.h"
 
 namespace {
 
@@ -98,13 +98,15 @@ long ReadCalls() {
 } // namespace
 
 bool BenchTablebases(const char* pathList) {
-    LargestTablebase = RegisterTablebases(pathList);
+    SetEgtbPath(pathList);
+    OpenTablebases();
     PrintTablebaseCount();
     const std::vector<int> classes = CompleteClasses();
     if (classes.empty())
         return false;
     // Every position throws the block of the last one out.
-    AllocateTablebaseCache(CACHE_ENTRY_BYTES);
+    Tablebases.EgtbCacheBytes = CACHE_ENTRY_BYTES;
+    AllocateTablebaseCache();
     Random random(1);
     std::vector<double> cold;
     std::vector<double> warm;
@@ -128,6 +130,6 @@ bool BenchTablebases(const char* pathList) {
     PrintTimes("block in a file", cold);
     if (firstReads >= 0)
         std::printf("reads for one block: %.3f\n", double(reads) / SAMPLES);
-    FreeTablebaseCache();
+    CloseTablebases();
     return true;
 }

@@ -10,13 +10,15 @@
 #include "platform/file_lock.h"
 #include "platform/files.h"
 
-constinit bool BookOpen = false;
-constinit bool BookIsVersion0 = false;
-constinit int32_t BookRecordBound = 0;
-
 namespace {
 
-constinit FILE* BookFile = nullptr;
+struct OpenedBook {
+    FILE* file = nullptr;    // none unless the book can be used
+    bool version0 = false;   // its moves carry no statistics
+    int32_t recordBound = 0; // N + 3: the header counts as three records
+};
+
+constinit OpenedBook Opened = {};
 
 struct IndexRecord {
     BookKeys keys;
@@ -28,7 +30,7 @@ struct IndexRecord {
 // Four bytes at the offset; 0 where the file ends before them.
 static uint32_t ReadWord(uint64_t offset) {
     unsigned char bytes[4];
-    if (!SeekFile(BookFile, offset) || std::fread(bytes, sizeof bytes, 1, BookFile) != 1)
+    if (!SeekFile(Opened.file, offset) || std::fread(bytes, sizeof bytes, 1, Opened.file) != 1)
         return 0;
     return LoadLittle32(bytes);
 }
@@ -37,17 +39,15 @@ static uint32_t ReadWord(uint64_t offset) {
 // file passes. Meant so: asking properly would refuse books that have always been played from.
 static bool HasRefusedMagic() {
     char line[sizeof BOOK_MAGIC - 1] = "";
-    if (std::fgets(line, sizeof line, BookFile) == nullptr)
+    if (std::fgets(line, sizeof line, Opened.file) == nullptr)
         return false;
     return std::strcmp(line, BOOK_MAGIC) == 0;
 }
 
 static void CloseBook() {
-    if (BookFile != nullptr)
-        std::fclose(BookFile);
-    BookFile = nullptr;
-    BookOpen = false;
-    BookRecordBound = 0;
+    if (Opened.file != nullptr)
+        std::fclose(Opened.file);
+    Opened = {};
 }
 
 // Reads the head of the open file; false when the book cannot be used.
@@ -61,40 +61,47 @@ static bool ReadHeader() {
         std::printf("Book version %d not supported\n", version);
         return false;
     }
-    BookIsVersion0 = version == 0;
-    if (BookIsVersion0) {
+    Opened.version0 = version == 0;
+    if (Opened.version0) {
         std::puts("NG: Book learning not supported for book version 0");
-        UseBookLearning = UseBookWeights = false;
+        Book.UseBookLearning = Book.UseBookWeights = false;
     }
     const uint32_t nodes = ReadWord(BOOK_COUNT_OFFSET);
     std::printf("%d nodes in openings book\n", int32_t(nodes));
-    BookRecordBound = int32_t(nodes + BOOK_HEADER_RECORDS);
+    Opened.recordBound = int32_t(nodes + BOOK_HEADER_RECORDS);
     return true;
 }
 
 void OpenBook(const char* path) {
     CloseBook();
     // Learning writes into the book; one that may only be read is still played from.
-    BookFile = OpenFile(path, "rb+");
-    if (BookFile == nullptr)
-        BookFile = OpenFile(path, "rb");
-    if (BookFile == nullptr) {
+    Opened.file = OpenFile(path, "rb+");
+    if (Opened.file == nullptr)
+        Opened.file = OpenFile(path, "rb");
+    if (Opened.file == nullptr) {
         std::printf("Error opening \"%s\"!\n", path);
     } else {
         // Without a buffer every read takes just the bytes it asks for, as they are now: another
         // engine may be learning into the same book.
-        std::setvbuf(BookFile, nullptr, _IONBF, 0);
-        BookOpen = ReadHeader();
-        if (!BookOpen)
+        std::setvbuf(Opened.file, nullptr, _IONBF, 0);
+        if (!ReadHeader())
             CloseBook();
     }
     std::fflush(stdout);
 }
 
+bool BookIsOpen() {
+    return Opened.file != nullptr;
+}
+
+bool BookHasStatistics() {
+    return BookIsOpen() && !Opened.version0;
+}
+
 static bool ReadRecord(int64_t index, IndexRecord& record) {
     unsigned char bytes[BOOK_RECORD_SIZE];
-    if (!SeekFile(BookFile, uint64_t(index) * BOOK_RECORD_SIZE) ||
-        std::fread(bytes, sizeof bytes, 1, BookFile) != 1)
+    if (!SeekFile(Opened.file, uint64_t(index) * BOOK_RECORD_SIZE) ||
+        std::fread(bytes, sizeof bytes, 1, Opened.file) != 1)
         return false;
     record.keys.a = int32_t(LoadLittle32(bytes));
     record.keys.b = int32_t(LoadLittle32(bytes + 4));
@@ -105,11 +112,11 @@ static bool ReadRecord(int64_t index, IndexRecord& record) {
 // Searches the index for the position on the board. Records that a cut-off file has lost count as
 // greater, so that those before them are found.
 static bool FindRecord(IndexRecord& found) {
-    if (BookFile == nullptr)
+    if (Opened.file == nullptr)
         return false;
     const BookKeys wanted = KeysOfPosition();
     int64_t low = BOOK_HEADER_RECORDS;
-    int64_t high = BookRecordBound;
+    int64_t high = Opened.recordBound;
     while (low < high) {
         const int64_t middle = (low + high) / 2;
         if (!ReadRecord(middle, found) || found.keys > wanted)
@@ -123,23 +130,29 @@ static bool FindRecord(IndexRecord& found) {
 }
 
 static size_t MoveSize() {
-    return BookIsVersion0 ? BOOK_MOVE_SIZE_VERSION_0 : BOOK_MOVE_SIZE;
+    return Opened.version0 ? BOOK_MOVE_SIZE_VERSION_0 : BOOK_MOVE_SIZE;
+}
+
+static BookMove ReadMove(const unsigned char* entry) {
+    if (Opened.version0)
+        return {entry[0], entry[1], entry[2], entry[2] == BOOK_NEVER_PLAYED};
+    const uint16_t statistics = LoadLittle16(entry + 2);
+    return {entry[0], entry[1], statistics, statistics == BOOK_KILLED};
 }
 
 bool FindPosition(BookNode& node) {
     IndexRecord record;
-    if (!FindRecord(record) || !SeekFile(BookFile, record.nodeOffset))
+    if (!FindRecord(record) || !SeekFile(Opened.file, record.nodeOffset))
         return false;
     unsigned char bytes[1 + BOOK_MAX_MOVES * BOOK_MOVE_SIZE];
-    const size_t length = std::fread(bytes, 1, sizeof bytes, BookFile);
+    const size_t length = std::fread(bytes, 1, sizeof bytes, Opened.file);
     if (length == 0)
         return false;
     node.offset = uint64_t{record.nodeOffset} + 1;
     node.count = int(std::min(size_t(bytes[0]), (length - 1) / MoveSize()));
     const unsigned char* entry = bytes + 1;
     for (int i = 0; i < node.count; i++, entry += MoveSize())
-        node.moves[i] = {entry[0], entry[1],
-                         BookIsVersion0 ? uint16_t{entry[2]} : LoadLittle16(entry + 2)};
+        node.moves[i] = ReadMove(entry);
     return true;
 }
 
@@ -151,14 +164,14 @@ void WriteStatistics(const BookNode& node, int first, int last) {
         entry[1] = node.moves[i].to;
         StoreLittle16(entry + 2, node.moves[i].statistics);
     }
-    if (SeekFile(BookFile, node.offset + uint64_t(first) * BOOK_MOVE_SIZE))
-        std::fwrite(bytes, size_t(entry - bytes), 1, BookFile);
+    if (SeekFile(Opened.file, node.offset + uint64_t(first) * BOOK_MOVE_SIZE))
+        std::fwrite(bytes, size_t(entry - bytes), 1, Opened.file);
 }
 
 bool LockBook() {
-    return LockAgainstOthers(BookFile);
+    return LockAgainstOthers(Opened.file);
 }
 
 void UnlockBook() {
-    UnlockForOthers(BookFile);
+    UnlockForOthers(Opened.file);
 }

@@ -8,18 +8,11 @@
 
 #include "book/book_format.h"
 
-extern bool BookOpen;
-extern bool BookIsVersion0;     // its moves carry no statistics
-extern int32_t BookRecordBound; // N + 3: the header counts as three records
-
 struct BookMove {
     uint8_t from;
     uint8_t to;
     uint16_t statistics; // the weight in a version-0 book
-
-    bool Killed() const {
-        return statistics == (BookIsVersion0 ? BOOK_NEVER_PLAYED : BOOK_KILLED);
-    }
+    bool killed;         // never played
 };
 
 // The moves that the book has in one position, as many as the file really holds.
@@ -32,6 +25,10 @@ struct BookNode {
 // Opens the book and closes the one before; prints how many nodes it has, or why it cannot be
 // used. A version-0 book switches book learning and book weights off for good.
 void OpenBook(const char* path);
+
+bool BookIsOpen();
+// Whether the moves of the open book carry statistics, those of version 0 do not.
+bool BookHasStatistics();
 
 // Reads the moves of the position on the board. False when it is not in the book, or where the
 // book is damaged.

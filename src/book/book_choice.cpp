@@ -11,29 +11,21 @@
 
 namespace {
 
-// What a move scores that no game has been counted for, in thousandths of the points.
-constexpr int UNKNOWN_SCORE = 500;
+// Scores are thousandths of the points that were to be had; one that no game has been counted for
+// has half of them.
+constexpr int WHOLE_SCORE = 1000;
+constexpr int UNKNOWN_SCORE = WHOLE_SCORE / 2;
 // More games than any move can have.
 constexpr int MANY_GAMES = 32700;
 constexpr int LAST_RANK = 7;
 
 struct Candidate {
     Move move;
-    uint16_t statistics;
+    BookPoints points;
     bool killed;
 
-    // Points scored and conceded, in half-points.
-    int Won() const {
-        return statistics & 255;
-    }
-    int Lost() const {
-        return statistics >> 8;
-    }
-    int Games() const {
-        return Won() + Lost();
-    }
     int Score() const {
-        return Games() == 0 ? UNKNOWN_SCORE : Won() * 1000 / Games();
+        return points.Games() == 0 ? UNKNOWN_SCORE : points.won * WHOLE_SCORE / points.Games();
     }
 };
 
@@ -71,7 +63,8 @@ static Candidates FindCandidates() {
         return found;
     for (int i = 0; i < node.count; i++) {
         if (const Move move = LegalMove(node.moves[i]); move != NO_MOVE)
-            found.entries[found.count++] = {move, node.moves[i].statistics, node.moves[i].Killed()};
+            found.entries[found.count++] = {move, PointsOf(node.moves[i].statistics),
+                                            node.moves[i].killed};
     }
     return found;
 }
@@ -97,12 +90,12 @@ static Move LeastPlayed(const Candidates& candidates) {
     const Candidate* chosen = nullptr;
     int games = MANY_GAMES;
     for (const Candidate& candidate : candidates) {
-        if (candidate.killed || candidate.Games() > games)
+        if (candidate.killed || candidate.points.Games() > games)
             continue;
-        if (candidate.Games() == games && candidate.Score() <= chosen->Score())
+        if (candidate.points.Games() == games && candidate.Score() <= chosen->Score())
             continue;
         chosen = &candidate;
-        games = candidate.Games();
+        games = candidate.points.Games();
     }
     return chosen != nullptr ? chosen->move : NO_MOVE;
 }
@@ -114,7 +107,7 @@ static Move OneOfTheBest(const Candidates& candidates) {
         if (!candidate.killed)
             best = std::max(best, candidate.Score());
     }
-    const int threshold = (100 - VarietyOfPlay) * best / 100;
+    const int threshold = (100 - Book.VarietyOfPlay) * best / 100;
     return AnyOf(candidates,
                  [=](const Candidate& c) { return !c.killed && c.Score() >= threshold; });
 }
@@ -131,11 +124,11 @@ Move ChooseBookMove() {
     const Candidates candidates = FindCandidates();
     if (std::ranges::none_of(candidates, Playable))
         return NO_MOVE;
-    if (BookIsVersion0)
+    if (!BookHasStatistics())
         return AnyOf(candidates, Playable);
-    if (BookLearningMode == BOOK_DISCOVER)
+    if (Book.BookLearningMode == BOOK_DISCOVER)
         return LeastPlayed(candidates);
-    return UseBookWeights ? OneOfTheBest(candidates) : FirstMove(candidates);
+    return Book.UseBookWeights ? OneOfTheBest(candidates) : FirstMove(candidates);
 }
 
 static void PrintSquares(const BookMove& move) {
@@ -144,14 +137,14 @@ static void PrintSquares(const BookMove& move) {
 }
 
 static void PrintResults(const BookMove& move) {
-    const int won = move.statistics & 255;
-    const int all = won + (move.statistics >> 8);
+    const BookPoints points = PointsOf(move.statistics);
     if (move.statistics == BOOK_NO_GAMES)
         std::printf("?\n");
-    else if (move.Killed())
+    else if (move.killed)
         std::printf("-\n");
     else
-        std::printf("%d%% (not less than %d game(s))\n", won * 100 / all, all / 2);
+        std::printf("%d%% (not less than %d game(s))\n", points.won * 100 / points.Games(),
+                    points.Games() / 2);
 }
 
 void ListBookMoves() {
@@ -160,7 +153,7 @@ void ListBookMoves() {
         std::printf("%d moves from current pos in book:\n", node.count);
         for (int i = 0; i < node.count; i++) {
             PrintSquares(node.moves[i]);
-            if (BookIsVersion0)
+            if (!BookHasStatistics())
                 std::printf("%d\n", node.moves[i].statistics);
             else
                 PrintResults(node.moves[i]);

@@ -26,6 +26,25 @@ constexpr int BOOK_MAX_MOVES = 255;         // of a node
 constexpr int BOOK_MOVE_SIZE_VERSION_0 = 3; // bytes
 constexpr int BOOK_MOVE_SIZE = 4;
 
+// The statistics word, taken apart: the half-points that a move has scored and conceded.
+struct BookPoints {
+    int won;
+    int lost;
+
+    constexpr int Games() const {
+        return won + lost;
+    }
+};
+
+constexpr BookPoints PointsOf(uint16_t statistics) {
+    return {statistics & 255, statistics >> 8};
+}
+
+// Both numbers below 256.
+constexpr uint16_t StatisticsOf(BookPoints points) {
+    return uint16_t(points.won | points.lost << 8);
+}
+
 constexpr uint16_t BOOK_KILLED = 65535;    // statistics of a move that is never played
 constexpr uint16_t BOOK_NO_GAMES = 0;      // statistics of a move that no game has been counted for
 constexpr uint8_t BOOK_NEVER_PLAYED = 255; // weight of such a move in version 0

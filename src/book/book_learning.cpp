@@ -15,38 +15,25 @@ namespace {
 constexpr int FULL = 255;
 constexpr int WIN = 2; // half-points
 
-struct Statistics {
-    int won;
-    int lost;
-};
-
 } // namespace
 
-static Statistics Split(uint16_t word) {
-    return {word & 255, word >> 8};
+static BookPoints Scaled(BookPoints points) {
+    return {points.won * 2 / 3, points.lost * 2 / 3};
 }
 
-static uint16_t Join(Statistics statistics) {
-    return uint16_t(statistics.won | statistics.lost << 8);
-}
-
-static Statistics Scaled(Statistics statistics) {
-    return {statistics.won * 2 / 3, statistics.lost * 2 / 3};
-}
-
-static Statistics Credited(Statistics statistics, BookResult result) {
+static BookPoints Credited(BookPoints points, BookResult result) {
     if (result == BOOK_DRAWN)
-        return {statistics.won + 1, statistics.lost + 1};
+        return {points.won + 1, points.lost + 1};
     if (result == BOOK_WON)
-        return {statistics.won + WIN, statistics.lost};
-    return {statistics.won, statistics.lost + WIN};
+        return {points.won + WIN, points.lost};
+    return {points.won, points.lost + WIN};
 }
 
 // The node's entry for the move, unless it is killed; -1 for none.
 static int FindEntry(const BookNode& node, Move move) {
     for (int i = 0; i < node.count; i++) {
         const BookMove& entry = node.moves[i];
-        if (entry.from == From(move) && entry.to == To(move) && !entry.Killed())
+        if (entry.from == From(move) && entry.to == To(move) && !entry.killed)
             return i;
     }
     return -1;
@@ -60,23 +47,23 @@ static void CreditMove(Move move, BookResult result) {
     const int played = FindEntry(node, move);
     if (played < 0)
         return;
-    const Statistics sum = Credited(Split(node.moves[played].statistics), result);
+    const BookPoints sum = Credited(PointsOf(node.moves[played].statistics), result);
     if (sum.won < FULL && sum.lost < FULL) {
-        node.moves[played].statistics = Join(sum);
+        node.moves[played].statistics = StatisticsOf(sum);
         WriteStatistics(node, played, played);
         return;
     }
     // All moves of the node lose a third, so that they keep their ratio to each other.
     for (int i = 0; i < node.count; i++) {
-        if (!node.moves[i].Killed())
-            node.moves[i].statistics = Join(Scaled(Split(node.moves[i].statistics)));
+        if (!node.moves[i].killed)
+            node.moves[i].statistics = StatisticsOf(Scaled(PointsOf(node.moves[i].statistics)));
     }
-    node.moves[played].statistics = Join(Scaled(sum));
+    node.moves[played].statistics = StatisticsOf(Scaled(sum));
     WriteStatistics(node, 0, node.count - 1);
 }
 
 bool MayLearnBook() {
-    return UseBookLearning && BookOpen && !BookIsVersion0 && !BookLearned;
+    return Book.UseBookLearning && BookHasStatistics() && !BookLearned;
 }
 
 static void CreditMovesOfGame(BookResult result) {
@@ -102,6 +89,6 @@ void LearnBook(BookResult result) {
 }
 
 void LearnBookFromScore(int32_t score) {
-    if (std::abs(score) > BookLearningBound)
+    if (std::abs(score) > Book.BookLearningBound)
         LearnBook(score >= 0 ? BOOK_WON : BOOK_LOST);
 }

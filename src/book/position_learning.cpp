@@ -57,7 +57,7 @@ void ForgetNotedPositions() {
 }
 
 static void Log(const char* what, const NotedPosition& noted) {
-    if (!LogLearningIntoFile)
+    if (!Book.LogLearningIntoFile)
         return;
     FILE* const file = OpenFile("learn.log", "a");
     if (file == nullptr)
@@ -140,7 +140,7 @@ static bool GameHolds(std::span<const SearchRecord> searches) {
 }
 
 void LearnFromSearches(std::span<const SearchRecord> searches, int32_t depth) {
-    if (!PositionLearning || searches.empty())
+    if (!Book.PositionLearning || searches.empty())
         return;
     if (!NotedInThisGame())
         ForgetNotedPositions();

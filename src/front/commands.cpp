@@ -32,7 +32,7 @@
 #include "search/pruning_margins.h"
 #include "search/root.h"
 #include "search/state.h"
-#include "tablebase/registry.h"
+#include "tablebase/tablebases.h"
 
 static void PrintLine(const char* line) {
     std::puts(line);
@@ -362,7 +362,7 @@ void PlayDemo(const CommandLine&) {
 void ShowBookMoves(const CommandLine&) {
     const auto key = uint32_t(KeysOfPosition().a);
     std::printf("Current nhash1 = %d, nhash2 = %d\n", int(key & 0xffff), int(key >> 16));
-    if (BookOpen)
+    if (BookIsOpen())
         ListBookMoves();
     else
         PrintLine("No book loaded...");
@@ -373,8 +373,8 @@ void AnswerReady(const CommandLine&) {
 }
 
 void ShowTablebaseStatus(const CommandLine&) {
-    std::printf("UseEGTB = %s", UseEgtb ? "TRUE" : "FALSE");
-    std::printf("\ntb_path = %s\n", EgtbPath);
+    std::printf("UseEGTB = %s", Tablebases.UseEgtb ? "TRUE" : "FALSE");
+    std::printf("\ntb_path = %s\n", Tablebases.EgtbPath);
     PrintTablebaseCount();
 }
 

@@ -21,16 +21,15 @@
 #include "platform/standard_streams.h"
 #include "search/driver_state.h"
 #include "search/hash_memory.h"
-#include "tablebase/block_cache.h"
-#include "tablebase/registry.h"
+#include "tablebase/tablebases.h"
 
 static void InitTablebases() {
-    if (!UseEgtb)
+    if (!Tablebases.UseEgtb)
         return;
-    LargestTablebase = RegisterTablebases(EgtbPath);
+    OpenTablebases();
     PrintTablebaseCount();
-    if (LargestTablebase != 0)
-        AllocateTablebaseCache(EgtbCacheBytes);
+    if (LargestTablebase() != 0)
+        AllocateTablebaseCache();
 }
 
 static void PrintBanner() {
@@ -55,12 +54,12 @@ static void PrintBanner() {
     ReadSettingsFile();
     AllocateHashTables();
     SeedRand(uint32_t(CalendarSeconds()));
-    if (!BookOpen)
+    if (!BookIsOpen())
         OpenBook("Book.tqn");
     PrintSettings();
     PostThinking = true;
     Past.LastScore = -1;
-    if (PositionLearning || UseLearningData)
+    if (Book.PositionLearning || Book.UseLearningData)
         OpenLearningFile("Learn.tq1");
     InitTablebases();
     NewGame();

@@ -16,7 +16,7 @@
 #include "platform/files.h"
 #include "search/hash_memory.h"
 #include "search/limits.h"
-#include "tablebase/registry.h"
+#include "tablebase/tablebases.h"
 
 namespace {
 
@@ -110,9 +110,9 @@ static void SetPondering(const Line& line) {
 
 static void SetBookMode(const Line& line) {
     if (KeywordMatches("discover", line.value))
-        BookLearningMode = BOOK_DISCOVER;
+        Book.BookLearningMode = BOOK_DISCOVER;
     else if (KeywordMatches("kill", line.value))
-        BookLearningMode = BOOK_KILL;
+        Book.BookLearningMode = BOOK_KILL;
     else
         WarnToken(line);
 }
@@ -136,11 +136,13 @@ static void SetPawnExponent(const Line& line) {
 }
 
 static void SetCacheMegabytes(const Line& line) {
-    EgtbCacheBytes = SizeOr(line, 1, 128, Megabytes(line), "EGTB cache", DEFAULT_EGTB_CACHE);
+    Tablebases.EgtbCacheBytes =
+        SizeOr(line, 1, 128, Megabytes(line), "EGTB cache", DEFAULT_EGTB_CACHE);
 }
 
 static void SetCacheExponent(const Line& line) {
-    EgtbCacheBytes = SizeOr(line, 20, 27, PowerOfTwo(line), "EGTB cache", DEFAULT_EGTB_CACHE);
+    Tablebases.EgtbCacheBytes =
+        SizeOr(line, 20, 27, PowerOfTwo(line), "EGTB cache", DEFAULT_EGTB_CACHE);
 }
 
 namespace {
@@ -168,18 +170,18 @@ constexpr SettingsKey Keys[] = {
     {"Tropism", [](const Line& line) { SetTropism(BoundedNumber(line, "TROPISM", 300)); }},
     {"Cowardice", [](const Line& line) { SetCowardice(BoundedNumber(line, "COWARDICE", 300)); }},
     {"VarietyOfPlay",
-     [](const Line& line) { VarietyOfPlay = BoundedNumber(line, "VarietyOfPlay", 100); }},
-    {"BookLearningBound", [](const Line& line) { BookLearningBound = Number(line); }},
-    {"Learning", [](const Line& line) { SetFlag(line, PositionLearning); }},
-    {"UseBookLearning", [](const Line& line) { SetFlag(line, UseBookLearning); }},
+     [](const Line& line) { Book.VarietyOfPlay = BoundedNumber(line, "VarietyOfPlay", 100); }},
+    {"BookLearningBound", [](const Line& line) { Book.BookLearningBound = Number(line); }},
+    {"Learning", [](const Line& line) { SetFlag(line, Book.PositionLearning); }},
+    {"UseBookLearning", [](const Line& line) { SetFlag(line, Book.UseBookLearning); }},
     {"Pondering", SetPondering},
-    {"UseEGTB", [](const Line& line) { SetFlag(line, UseEgtb); }},
+    {"UseEGTB", [](const Line& line) { SetFlag(line, Tablebases.UseEgtb); }},
     {"EGTBPath", [](const Line& line) { SetEgtbPath(line.rest.c_str()); }},
     {"OpeningsBook", [](const Line& line) { OpenBook(line.rest.c_str()); }},
     {"BookLearningMode", SetBookMode},
-    {"UseLearningData", [](const Line& line) { SetFlag(line, UseLearningData); }},
-    {"UseBookWeights", [](const Line& line) { SetFlag(line, UseBookWeights); }},
-    {"LogLearningIntoFile", [](const Line& line) { SetFlag(line, LogLearningIntoFile); }},
+    {"UseLearningData", [](const Line& line) { SetFlag(line, Book.UseLearningData); }},
+    {"UseBookWeights", [](const Line& line) { SetFlag(line, Book.UseBookWeights); }},
+    {"LogLearningIntoFile", [](const Line& line) { SetFlag(line, Book.LogLearningIntoFile); }},
     {"MoveOverhead",
      [](const Line& line) {
          MoveOverhead = BoundedNumber(line, "MoveOverhead", MAX_MOVE_OVERHEAD);
@@ -196,8 +198,8 @@ void SetDefaultSettings() {
     SetTropism(100);
     ResignValue = DEFAULT_RESIGN_VALUE;
     ResignTimes = DEFAULT_RESIGN_TIMES;
-    SetDefaultBookSettings();
-    SetDefaultEgtbSettings();
+    Book = {};
+    Tablebases = {};
     PonderingSetting = PonderNow = true;
     MoveOverhead = 0;
 }
@@ -247,20 +249,22 @@ void PrintSettings() {
                 long(TranspositionCount) * TRANSPOSITION_ENTRY_BYTES);
     std::printf("Pawn hash size is %d entries (%ld bytes)\n", PawnHashCount,
                 long(PawnHashCount) * PAWN_ENTRY_BYTES);
-    std::printf("EGTBHashSize = %d bytes\n", EgtbCacheBytes);
+    std::printf("EGTBHashSize = %d bytes\n", Tablebases.EgtbCacheBytes);
     std::printf("Aggressivity = %d (%d)%%\nCowardice = %d (%d)%%\nTropism = %d (%d)%%\n",
                 Aggressivity, AggressivityWeight, Cowardice, CowardiceWeight, Tropism,
                 TropismWeight);
     std::printf("ResignValue = %d\nResignTimes = %d\n", ResignValue, ResignTimes);
-    std::printf("UseEGTB = %s\n", OnOff(UseEgtb));
-    std::printf("EGTB path = \"%s\"\n", EgtbPath);
-    std::printf("UseBookWeights = %s\n", OnOff(UseBookWeights));
-    std::printf("UseBookLearning = %s\n", OnOff(UseBookLearning));
-    std::printf("BookLearningMode = %s\n", BookLearningMode == BOOK_DISCOVER ? "DISCOVER" : "KILL");
-    std::printf("VarietyOfPlay = %d\nBookLearningBound = %d\n", VarietyOfPlay, BookLearningBound);
-    std::printf("UseLearning = %s\n", OnOff(PositionLearning));
-    std::printf("UseLearningData = %s\n", OnOff(UseLearningData));
-    std::printf("LogLearningIntoFile = %s\n", OnOff(LogLearningIntoFile));
+    std::printf("UseEGTB = %s\n", OnOff(Tablebases.UseEgtb));
+    std::printf("EGTB path = \"%s\"\n", Tablebases.EgtbPath);
+    std::printf("UseBookWeights = %s\n", OnOff(Book.UseBookWeights));
+    std::printf("UseBookLearning = %s\n", OnOff(Book.UseBookLearning));
+    std::printf("BookLearningMode = %s\n",
+                Book.BookLearningMode == BOOK_DISCOVER ? "DISCOVER" : "KILL");
+    std::printf("VarietyOfPlay = %d\nBookLearningBound = %d\n", Book.VarietyOfPlay,
+                Book.BookLearningBound);
+    std::printf("UseLearning = %s\n", OnOff(Book.PositionLearning));
+    std::printf("UseLearningData = %s\n", OnOff(Book.UseLearningData));
+    std::printf("LogLearningIntoFile = %s\n", OnOff(Book.LogLearningIntoFile));
     // The blank line after the summary is meant.
     std::printf("Pondering = %s\n\n", OnOff(PonderingSetting));
     std::fflush(stdout);

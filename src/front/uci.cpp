@@ -19,8 +19,7 @@
 #include "search/root.h"
 #include "search/state.h"
 #include "search/transposition.h"
-#include "tablebase/block_cache.h"
-#include "tablebase/registry.h"
+#include "tablebase/tablebases.h"
 
 namespace {
 
@@ -96,24 +95,24 @@ constexpr Option Options[] = {
     {"PawnHash", [](const OptionValue& value) { ResizePawnHash(value.Number()); }},
     {"NalimovCache",
      [](const OptionValue& value) {
-         if (UseEgtb)
+         if (Tablebases.UseEgtb)
              ResizeEgtbCache(value.Number());
      }},
     {"Clear", [](const OptionValue&) { ClearHash(); }},
     {"OwnBook",
      [](const OptionValue& value) {
          if (KeywordMatches("false", value.word))
-             OwnBook = false;
+             Book.OwnBook = false;
          else if (KeywordMatches("true", value.word))
-             OwnBook = true;
+             Book.OwnBook = true;
      }},
     {"NalimovPath",
      [](const OptionValue& value) {
-         if (!UseEgtb)
+         if (!Tablebases.UseEgtb)
              return;
          SetEgtbPath(value.rest.c_str());
-         LargestTablebase = RegisterTablebases(EgtbPath);
-         AllocateTablebaseCache(EgtbCacheBytes);
+         OpenTablebases();
+         AllocateTablebaseCache();
      }},
     {"OpeningsBook", [](const OptionValue& value) { OpenBook(value.rest.c_str()); }},
 };

@@ -247,7 +247,8 @@ static void ScoreRootMoves() {
 
 // Takes a move out of the book, when it may be asked and has one.
 static bool TakeBookMove() {
-    if (!BookOpen || !OwnBook || SearchMoveCount > 0 || Analysing || OwnTime == INFINITE_TIME)
+    if (!BookIsOpen() || !Book.OwnBook || SearchMoveCount > 0 || Analysing ||
+        OwnTime == INFINITE_TIME)
         return false;
     const Move move = ChooseBookMove();
     if (move == NO_MOVE)

@@ -6,8 +6,7 @@
 
 #include "eval/eval_cache.h"
 #include "platform/large_memory.h"
-#include "tablebase/block_cache.h"
-#include "tablebase/registry.h"
+#include "tablebase/tablebases.h"
 
 constinit int32_t TranspositionCount = DEFAULT_TRANSPOSITION_ENTRIES;
 constinit int32_t PawnHashCount = DEFAULT_PAWN_ENTRIES;
@@ -41,7 +40,7 @@ void FreeHashTables() {
     FreeTranspositionTable();
     FreePawnHash();
     FreeEvalCache();
-    FreeTablebaseCache();
+    CloseTablebases();
 }
 
 // Zero-filled memory for `count` entries and the spare ones; ends the process when there is none.
@@ -105,8 +104,8 @@ void ResizePawnHash(int32_t megabytes) {
 }
 
 void ResizeEgtbCache(int32_t megabytes) {
-    EgtbCacheBytes = int32_t(uint32_t(megabytes) * MEGABYTE);
-    AllocateTablebaseCache(EgtbCacheBytes);
+    Tablebases.EgtbCacheBytes = int32_t(uint32_t(megabytes) * MEGABYTE);
+    AllocateTablebaseCache();
 }
 
 void ClearAllHashTables() {

@@ -33,6 +33,6 @@ void ResizeEgtbCache(int32_t megabytes);
 // Empties all three tables and sets the generation stamp back.
 void ClearAllHashTables();
 
-// Gives the memory of all three tables and of the tablebase cache back, before the process ends.
+// Gives the memory of all three tables and of the tablebases back, before the process ends.
 // Until tables are allocated again, nothing is stored.
 void FreeHashTables();

@@ -26,8 +26,7 @@
 #include "search/quiesce.h"
 #include "search/state.h"
 #include "search/transposition.h"
-#include "tablebase/probe.h"
-#include "tablebase/registry.h"
+#include "tablebase/tablebases.h"
 
 namespace {
 
@@ -51,8 +50,6 @@ constexpr int32_t REDUCTION_DEPTH = 2 * ONE_PLY;
 constexpr int32_t DEEPENING_DEPTH = 4 * ONE_PLY;
 // From this depth on tablebases are always probed.
 constexpr int32_t PROBE_DEPTH = 4 * ONE_PLY;
-// Tablebase scores this far from 0 are counted in plies from the root, like other mates.
-constexpr int32_t TABLEBASE_MATE = 32401;
 // A null move asks for this many phase units (a rook and more) from this depth on: with less, a
 // side may be in zugzwang, and a deep search believes what passing tells.
 constexpr int NULL_MOVE_UNITS = 6;
@@ -154,7 +151,7 @@ static bool CutByHash(Node& node) {
 
 // Shallower nodes are not worth a look into the file of learned positions.
 static bool WorthRemembering(const Node& node) {
-    return UseLearningData && node.depth > LEARNED_DEPTH && SideToMove == RootSide;
+    return Book.UseLearningData && node.depth > LEARNED_DEPTH && SideToMove == RootSide;
 }
 
 static bool IsBareKing(Colour side) {
@@ -165,7 +162,7 @@ static bool IsBareKing(Colour side) {
 // a bare king, which the evaluation judges well: without those, endings of five to seven men reach
 // the same depth a third sooner. Reading a table costs more than the few moves that it would save.
 static bool ProbesTablebase(const Node& node) {
-    if (MenCount > LargestTablebase || CastleRights != 0)
+    if (MenCount > LargestTablebase() || CastleRights != 0)
         return false;
     if (Running.SearchPly < 2 || node.depth >= PROBE_DEPTH)
         return true;
@@ -178,12 +175,7 @@ static bool ProbesTablebase(const Node& node) {
 static bool CutByTablebase(Node& node) {
     if (!ProbesTablebase(node) || ProbeTablebase(SideToMove, node.best) == 0)
         return false;
-    if (node.best == 0)
-        node.best = DrawValue();
-    else if (node.best >= TABLEBASE_MATE)
-        node.best += 1 - Running.SearchPly;
-    else if (node.best <= -TABLEBASE_MATE)
-        node.best += Running.SearchPly;
+    node.best = node.best == 0 ? DrawValue() : TablebaseScoreAt(Running.SearchPly, node.best);
     HashStore(TABLEBASE_DEPTH, NO_MOVE, node.best, BOUND_EXACT, false, 0);
     Running.TablebaseHits++;
     return true;

@@ -1,9 +1,6 @@
 #include "tablebase/block_cache.h"
 
-#include <cstdio>
-
 #include "platform/large_memory.h"
-#include "tablebase/registry.h"
 
 namespace {
 
@@ -35,7 +32,7 @@ constexpr int32_t WIDEN = 32640;
 
 } // namespace
 
-void FreeTablebaseCache() {
+void FreeBlockCache() {
     FreeLargeBlock(CacheMemory);
     Entries = nullptr;
     EntryCount = 0;
@@ -54,20 +51,17 @@ static void EmptyCache() {
     Oldest = EntryCount - 1;
 }
 
-void AllocateTablebaseCache(int32_t bytes) {
-    FreeTablebaseCache();
+bool AllocateBlockCache(int32_t bytes) {
+    FreeBlockCache();
     const int32_t count = bytes < LEAST_CACHE_BYTES ? 0 : bytes / CACHE_ENTRY_BYTES;
     if (count > 0)
         CacheMemory = AllocateLargeBlock(size_t(count) * sizeof(CacheEntry));
-    if (bytes < 0 || (count > 0 && CacheMemory.memory == nullptr)) {
-        std::puts("An error occured while memory allocation!");
-        std::fflush(stdout);
-        LargestTablebase = 0;
-        return;
-    }
+    if (bytes < 0 || (count > 0 && CacheMemory.memory == nullptr))
+        return false;
     Entries = static_cast<CacheEntry*>(CacheMemory.memory);
     EntryCount = count;
     EmptyCache();
+    return true;
 }
 
 int32_t CacheEntries() {

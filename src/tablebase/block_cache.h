@@ -10,11 +10,10 @@ constexpr int32_t CACHE_ENTRY_BYTES = 8280;
 // Less memory than this holds nothing at all.
 constexpr int32_t LEAST_CACHE_BYTES = 52;
 
-// Replaces the cache by an empty one of that size: bytes / CACHE_ENTRY_BYTES entries. When memory
-// is out, or the size is negative, prints "An error occured while memory allocation!" and switches
-// tablebases off by setting LargestTablebase to 0.
-void AllocateTablebaseCache(int32_t bytes);
-void FreeTablebaseCache();
+// Replaces the cache by an empty one of that size: bytes / CACHE_ENTRY_BYTES entries. False,
+// without a cache, when memory is out or the size is negative.
+bool AllocateBlockCache(int32_t bytes);
+void FreeBlockCache();
 int32_t CacheEntries();
 
 // Reads the entry of a table at `index` as a 16-bit value: 0 a draw, 32767 less the moves to mate,

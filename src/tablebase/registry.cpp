@@ -12,12 +12,6 @@
 #include "tablebase/out_of_memory.h"
 #include "tablebase/table_index.h"
 
-constinit bool UseEgtb = true;
-constinit int32_t EgtbCacheBytes = DEFAULT_EGTB_CACHE;
-constinit int32_t LargestTablebase = 0;
-constinit int32_t TablebaseMemory = 0;
-constinit char EgtbPath[EGTB_PATH_SIZE] = "c:\\tablebases\\";
-
 namespace {
 
 constexpr const char* Suffixes[2] = {".nbw", ".nbb"}; // by side to move
@@ -28,17 +22,7 @@ constinit std::array<TablesOfClass, TABLEBASE_CLASSES + 1> Tables = {};
 
 } // namespace
 
-void SetEgtbPath(const char* path) {
-    std::snprintf(EgtbPath, sizeof EgtbPath, "%s", path);
-}
-
-void SetDefaultEgtbSettings() {
-    UseEgtb = true;
-    EgtbCacheBytes = DEFAULT_EGTB_CACHE;
-    SetEgtbPath("c:\\tablebases\\");
-}
-
-static void ForgetTables() {
+void ForgetTablebases() {
     for (TablesOfClass& tables : Tables) {
         for (TableFile*& table : tables) {
             if (table != nullptr)
@@ -50,8 +34,7 @@ static void ForgetTables() {
     FreeDecodeBlock();
 }
 
-// Bytes that the registered tables take beside the cache.
-static int32_t MemoryInUse() {
+int32_t TablebaseMemory() {
     uint64_t bytes = IndexMemory() + DecodeBlockBytes();
     for (const TablesOfClass& tables : Tables) {
         for (const TableFile* const table : tables) {
@@ -117,7 +100,7 @@ static int LargestClass() {
 }
 
 int RegisterTablebases(const char* pathList) {
-    ForgetTables();
+    ForgetTablebases();
     const std::string list = pathList;
     size_t begin = 0;
     while (begin < list.size()) {
@@ -128,21 +111,9 @@ int RegisterTablebases(const char* pathList) {
         begin = end + 1;
     }
     std::fflush(stdout);
-    TablebaseMemory = MemoryInUse();
     return TablebaseClasses[size_t(LargestClass())].men;
 }
 
 TableFile* RegisteredTable(int classNumber, Colour side) {
     return Tables[size_t(classNumber)][side];
-}
-
-void PrintTablebaseCount() {
-    if (LargestTablebase != 0)
-        std::printf("%d piece EGTB files found\n", LargestTablebase);
-    else
-        std::puts("EGTB files not found");
-    if (TablebaseMemory != 0)
-        std::printf("%dkb of RAM used for TB indices and decompression tables\n",
-                    int((int64_t{TablebaseMemory} + 1023) / 1024));
-    std::fflush(stdout);
 }

@@ -25,11 +25,11 @@ class BookChoice : public testing::Test {
 protected:
     void SetUp() override {
         SetUpEngineTables();
-        SetDefaultBookSettings();
+        Book = {};
     }
     void TearDown() override {
         Open("");
-        SetDefaultBookSettings();
+        Book = {};
         SetStartPosition();
     }
     // Opens a book of these bytes and returns what was printed.
@@ -74,17 +74,17 @@ TEST_F(BookChoice, OpensWhatItCanAndSaysSo) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(Open(c.bytes), c.printed);
-        EXPECT_EQ(BookOpen, c.open);
-        EXPECT_TRUE(UseBookLearning && UseBookWeights);
+        EXPECT_EQ(BookIsOpen(), c.open);
+        EXPECT_TRUE(Book.UseBookLearning && Book.UseBookWeights);
     }
     EXPECT_EQ(Open(BookBytes(0, {})), old + "0 nodes in openings book\n");
-    EXPECT_FALSE(UseBookLearning || UseBookWeights);
+    EXPECT_FALSE(Book.UseBookLearning || Book.UseBookWeights);
     Open(BookBytes(1, {}));
-    EXPECT_FALSE(UseBookLearning || UseBookWeights) << "not switched on again";
+    EXPECT_FALSE(Book.UseBookLearning || Book.UseBookWeights) << "not switched on again";
     testing::internal::CaptureStdout();
     OpenBook("nowhere.tqn");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Error opening \"nowhere.tqn\"!\n");
-    EXPECT_FALSE(BookOpen);
+    EXPECT_FALSE(BookIsOpen());
     EXPECT_EQ(ChooseBookMove(), NO_MOVE);
 }
 
@@ -153,9 +153,9 @@ TEST_F(BookChoice, WeighsMovesByTheirResults) {
         SCOPED_TRACE(c.name);
         Open(BookBytes(1, {{Start, c.moves}}));
         SetStartPosition();
-        VarietyOfPlay = c.variety;
-        UseBookWeights = c.weights;
-        BookLearningMode = c.mode;
+        Book.VarietyOfPlay = c.variety;
+        Book.UseBookWeights = c.weights;
+        Book.BookLearningMode = c.mode;
         std::string chosen;
         for (const auto& [move, count] : Choices())
             chosen += move + ' ';

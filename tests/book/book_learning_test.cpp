@@ -31,12 +31,12 @@ class BookLearning : public testing::Test {
 protected:
     void SetUp() override {
         SetUpEngineTables();
-        SetDefaultBookSettings();
+        Book = {};
         BookLearned = false;
     }
     void TearDown() override {
         Open("");
-        SetDefaultBookSettings();
+        Book = {};
         BookLearned = false;
         SetStartPosition();
     }
@@ -151,7 +151,7 @@ TEST_F(BookLearning, LearnsFromScoresBeyondTheBoundOnly) {
         Open(BookBytes(1, {{Start, {{"e2e4", 0}}}}));
         Play("e2e4 e7e5");
         BookLearned = false;
-        UseBookLearning = c.on;
+        Book.UseBookLearning = c.on;
         LearnBookFromScore(c.score);
         EXPECT_EQ(Statistics("e2e4"), c.expected);
         EXPECT_EQ(BookLearned, c.expected != 0);
@@ -193,7 +193,7 @@ TEST_F(BookLearning, AnnouncedDrawsAndMatesAreDraws) {
 TEST_F(BookLearning, AVersion0BookStaysAsItIs) {
     const std::string bytes = BookBytes(0, {{Start, {{"d2d4", 7}, {"e2e4", 7}, {"c2c4", 7}}}});
     Open(bytes);
-    UseBookLearning = true;
+    Book.UseBookLearning = true;
     Play("e2e4 e7e5");
     LearnBook(BOOK_LOST);
     EXPECT_EQ(FileText("test.tqn"), bytes);

@@ -21,15 +21,15 @@ class PositionLearningTest : public testing::Test {
 protected:
     void SetUp() override {
         SetUpEngineTables();
-        SetDefaultBookSettings();
-        PositionLearning = true;
+        Book = {};
+        Book.PositionLearning = true;
         ForgetNotedPositions();
         OpenLearningFile("Learn.tq1");
         SetStartPosition();
     }
     void TearDown() override {
         CloseLearningFile();
-        SetDefaultBookSettings();
+        Book = {};
         ForgetNotedPositions();
         SetStartPosition();
     }
@@ -97,7 +97,7 @@ TEST_F(PositionLearningTest, NotesAFallAndWritesItWhenTheGameGoesWrong) {
 }
 
 TEST_F(PositionLearningTest, DeeperKnowledgeReplacesAndIsLogged) {
-    LogLearningIntoFile = true;
+    Book.LogLearningIntoFile = true;
     EXPECT_EQ(PlayLosingGame(10, -31, 7), 1u);
     EXPECT_EQ(PlayLosingGame(20, -60, 7), 0u);
     EXPECT_EQ(PlayLosingGame(20, -60, 8), 0u);

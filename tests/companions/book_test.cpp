@@ -54,9 +54,9 @@ protected:
         for (const BookMove* move = node.moves; move != node.moves + node.count; move++) {
             text += text.empty() ? "" : ", ";
             text += ShortMoveText(MoveWord(move->from, move->to, PAWN)) + " ";
-            text += move->Killed() ? "-"
-                                   : std::to_string(move->statistics & 255) + ":" +
-                                         std::to_string(move->statistics >> 8);
+            text += move->killed ? "-"
+                                 : std::to_string(move->statistics & 255) + ":" +
+                                       std::to_string(move->statistics >> 8);
         }
         return text;
     }
@@ -332,7 +332,7 @@ TEST_F(BookCompanion, ShipsTheMainOpeningsForBothSides) {
             BookNode node = {};
             const auto isThere = [=](const BookMove& entry) {
                 return entry.from == From(move) && entry.to == To(move) &&
-                       entry.Killed() == answeredOnly;
+                       entry.killed == answeredOnly;
             };
             EXPECT_TRUE(FindPosition(node) &&
                         std::any_of(node.moves, node.moves + node.count, isThere))

@@ -12,7 +12,7 @@
 #include "search/root.h"
 #include "search/state.h"
 #include "support/engine_setup.h"
-#include "tablebase/registry.h"
+#include "tablebase/tablebases.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ protected:
         SetStartPosition();
     }
     void TearDown() override {
-        SetDefaultEgtbSettings();
+        Tablebases = {};
         Past = {};
         UciMode = false;
         SetStartPosition();
@@ -33,13 +33,13 @@ protected:
 TEST_F(UciState, TablebaseOptionsCountOnlyWhileTablebasesAreUsed) {
     Dispatch("setoption name NalimovCache value 4");
     Dispatch("setoption name NalimovPath value d:\\my tables; e:\\x ");
-    EXPECT_EQ(EgtbCacheBytes, 4194304);
-    EXPECT_EQ(std::string(EgtbPath), "d:\\my tables; e:\\x ");
-    UseEgtb = false;
+    EXPECT_EQ(Tablebases.EgtbCacheBytes, 4194304);
+    EXPECT_EQ(std::string(Tablebases.EgtbPath), "d:\\my tables; e:\\x ");
+    Tablebases.UseEgtb = false;
     Dispatch("setoption name NalimovCache value 9");
     Dispatch("setoption name NalimovPath value f:\\");
-    EXPECT_EQ(EgtbCacheBytes, 4194304);
-    EXPECT_EQ(std::string(EgtbPath), "d:\\my tables; e:\\x ");
+    EXPECT_EQ(Tablebases.EgtbCacheBytes, 4194304);
+    EXPECT_EQ(std::string(Tablebases.EgtbPath), "d:\\my tables; e:\\x ");
 }
 
 TEST_F(UciState, AnotherPositionForgetsTheLastScoreUnlessTheGamesComePositionByPosition) {

@@ -43,11 +43,11 @@ TEST_F(DriverTest, TeachesTheBookOnlyByWhatItHasSearched) {
     OpenBook("test.tqn");
     testing::internal::GetCapturedStdout();
     BookLearned = false;
-    BookLearningBound = -1; // every score teaches
+    Book.BookLearningBound = -1; // every score teaches
     DepthLimit = 2;
     for (const bool fromBook : {true, false}) {
         SetStartPosition();
-        OwnBook = fromBook;
+        Book.OwnBook = fromBook;
         ASSERT_TRUE(Think());
         EXPECT_EQ(Past.BestMoveFromBook, fromBook);
         EXPECT_EQ(BookLearned, !fromBook);

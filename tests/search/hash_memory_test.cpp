@@ -84,11 +84,11 @@ TEST_F(HashMemoryTest, ResizingLeavesNoMemoryBehind) {
     for (int i = 0; i < 30; i++) {
         ResizeHash(int32_t(random() % 121));
         ResizePawnHash(int32_t(random() % 61));
-        AllocateTablebaseCache(int32_t(random() % 60) << 20);
+        AllocateBlockCache(int32_t(random() % 60) << 20);
     }
     ResizeHash(10);
     ResizePawnHash(7);
-    FreeTablebaseCache();
+    FreeBlockCache();
     EXPECT_LT(ResidentBytes(), before + Slack);
 }
 

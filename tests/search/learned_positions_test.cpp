@@ -36,10 +36,10 @@ TEST_F(LearnedPositions, TheEngineAvoidsWhereItHasGoneWrong) {
     UnmakeMove();
     UnmakeMove();
     EXPECT_EQ(SearchAnew(), best) << "switched off";
-    UseLearningData = true;
+    Book.UseLearningData = true;
     EXPECT_NE(SearchAnew(), best);
     EXPECT_GT(Root.moves[0].score, -300);
-    SetDefaultBookSettings();
+    Book = {};
     CloseLearningFile();
 }
 

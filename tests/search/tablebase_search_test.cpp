@@ -12,7 +12,7 @@
 #include "search/transposition.h"
 #include "support/search_test.h"
 #include "support/tablebase_test.h"
-#include "tablebase/registry.h"
+#include "tablebase/tablebases.h"
 
 namespace {
 

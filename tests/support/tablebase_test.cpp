@@ -3,11 +3,9 @@
 #include "board/fen.h"
 #include "board/position.h"
 #include "support/engine_setup.h"
-#include "tablebase/block_cache.h"
 #include "tablebase/classes.h"
-#include "tablebase/probe.h"
-#include "tablebase/registry.h"
 #include "tablebase/table_index.h"
+#include "tablebase/tablebases.h"
 
 const char* const ThreeMenTables = TARQUELIN_SOURCE_DIR "/tests/data/tablebases";
 
@@ -16,16 +14,16 @@ void TablebaseTest::SetUp() {
 }
 
 void TablebaseTest::TearDown() {
-    RegisterTablebases("");
-    LargestTablebase = 0;
-    FreeTablebaseCache();
+    CloseTablebases();
+    Tablebases = {};
     SetStartPosition();
 }
 
 int TablebaseTest::Register(const std::string& pathList) {
-    LargestTablebase = RegisterTablebases(pathList.c_str());
-    AllocateTablebaseCache(DEFAULT_EGTB_CACHE);
-    return LargestTablebase;
+    SetEgtbPath(pathList.c_str());
+    OpenTablebases();
+    AllocateTablebaseCache();
+    return LargestTablebase();
 }
 
 std::string TablebaseTest::Complaint(const std::string& pathList) {

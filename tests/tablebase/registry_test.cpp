@@ -8,6 +8,7 @@
 #include "support/tablebase_test.h"
 #include "tablebase/block_code.h"
 #include "tablebase/classes.h"
+#include "tablebase/tablebases.h"
 
 namespace fs = std::filesystem;
 
@@ -27,13 +28,13 @@ TEST_F(Registry, CountsTheMenOfTheLargestClass) {
           std::pair{"kqqkq.nbw", 5}, std::pair{"kppkpp.nbb", 6}}) {
         WriteFileText(name, "");
         EXPECT_EQ(Complaint("."), "");
-        EXPECT_EQ(LargestTablebase, men) << name;
+        EXPECT_EQ(LargestTablebase(), men) << name;
     }
     fs::remove("kppkpp.nbb");
     EXPECT_EQ(Register("."), 5);
-    EXPECT_GT(TablebaseMemory, 0);
+    EXPECT_GT(TablebaseMemory(), 0);
     EXPECT_EQ(Register("nowhere"), 0);
-    EXPECT_EQ(TablebaseMemory, 0);
+    EXPECT_EQ(TablebaseMemory(), 0);
 }
 
 TEST_F(Registry, NeedsOneFileOfASymmetricClass) {
@@ -94,7 +95,7 @@ TEST_F(Registry, RefusesAPlainFileThatIsTooLong) {
     EXPECT_EQ(Complaint("."), "*** Unable to register ./kqk.nbw\n");
     WriteFileText("kqk.nbw", std::string(25635, '\0'));
     EXPECT_EQ(Complaint("."), "");
-    EXPECT_EQ(LargestTablebase, 3);
+    EXPECT_EQ(LargestTablebase(), 3);
 }
 
 TEST_F(Registry, PassesOverWhatCannotBeOpened) {

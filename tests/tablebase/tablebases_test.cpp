@@ -1,4 +1,4 @@
-#include "tablebase/probe.h"
+#include "tablebase/tablebases.h"
 
 #include <filesystem>
 #include <random>
@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class Probe : public TablebaseTest {};
+class TablebaseDoor : public TablebaseTest {};
 
 // From a byte as tables have it: 127 - n for a mate in n moves, n - 126 for being mated in n.
 int32_t ScoreOfByte(int byte) {
@@ -25,7 +25,7 @@ int32_t ScoreOfByte(int byte) {
                         : 0;
 }
 
-TEST_F(Probe, TellsTheScoresOfPublishedTablesForEitherColour) {
+TEST_F(TablebaseDoor, TellsTheScoresOfPublishedTablesForEitherColour) {
     ASSERT_EQ(Register(ThreeMenTables), 3);
     int probed = 0;
     for (const auto& row : DataRows("index_vectors.csv")) {
@@ -39,7 +39,7 @@ TEST_F(Probe, TellsTheScoresOfPublishedTablesForEitherColour) {
     EXPECT_GT(probed, 10);
 }
 
-TEST_F(Probe, FailsWhereNoTableTells) {
+TEST_F(TablebaseDoor, FailsWhereNoTableTells) {
     ASSERT_EQ(Register(ThreeMenTables), 3);
     for (const char* const fen : {
              "8/8/8/4k3/8/8/8/K7 w - - 0 1",                // bare kings
@@ -57,7 +57,7 @@ TEST_F(Probe, FailsWhereNoTableTells) {
     }
 }
 
-TEST_F(Probe, FailsForTheSideWhoseFileIsMissing) {
+TEST_F(TablebaseDoor, FailsForTheSideWhoseFileIsMissing) {
     fs::copy(std::string(ThreeMenTables) + "/kqk.nbb", "kqk.nbb");
     ASSERT_EQ(Register("."), 3);
     EXPECT_EQ(ProbedScore("7k/5K2/6Q1/8/8/8/8/8 b - - 0 1"), 0);
@@ -66,7 +66,7 @@ TEST_F(Probe, FailsForTheSideWhoseFileIsMissing) {
 }
 
 // One file of a symmetric class knows all, whichever it is; with pawns their numbers differ.
-TEST_F(Probe, FindsBothSidesOfASymmetricClassInOneFile) {
+TEST_F(TablebaseDoor, FindsBothSidesOfASymmetricClassInOneFile) {
     const char* const fen = "8/8/8/3pP3/8/1K3k2/8/8 w - d5 0 1";
     for (const Colour side : {WHITE, BLACK}) {
         SCOPED_TRACE(side);
@@ -83,7 +83,7 @@ TEST_F(Probe, FindsBothSidesOfASymmetricClassInOneFile) {
 }
 
 // The longest mates of some classes do not fit one byte.
-TEST_F(Probe, ReadsEntriesOfTwoBytes) {
+TEST_F(TablebaseDoor, ReadsEntriesOfTwoBytes) {
     const char* const fen = "8/p7/8/8/8/1K3k2/PP6/8 w - - 0 1";
     const std::string low = TableWith(fen, WHITE, 1);
     for (const auto& [word, score] :
@@ -98,7 +98,7 @@ TEST_F(Probe, ReadsEntriesOfTwoBytes) {
     }
 }
 
-TEST_F(Probe, FailsBeyondTheEndOfAFileAndWhenItShrinksInUse) {
+TEST_F(TablebaseDoor, FailsBeyondTheEndOfAFileAndWhenItShrinksInUse) {
     const char* const early = "8/8/8/8/8/2k5/8/K6Q w - - 0 1";
     const char* const late = "8/7Q/8/6k1/8/3K4/8/8 w - - 0 1";
     const std::string table = ThreeMenTable("kqk.nbw");
@@ -116,7 +116,7 @@ TEST_F(Probe, FailsBeyondTheEndOfAFileAndWhenItShrinksInUse) {
     EXPECT_EQ(ProbedScore(early), NOT_FOUND);
 }
 
-TEST_F(Probe, GoesOnReadingAFileWhoseNameIsGone) {
+TEST_F(TablebaseDoor, GoesOnReadingAFileWhoseNameIsGone) {
     fs::copy(std::string(ThreeMenTables) + "/kqk.nbw", "kqk.nbw");
     ASSERT_EQ(Register("."), 3);
     fs::remove("kqk.nbw");
@@ -124,7 +124,7 @@ TEST_F(Probe, GoesOnReadingAFileWhoseNameIsGone) {
 }
 
 // Ten thousand bytes of chance under every name tell nothing about any position.
-TEST_F(Probe, BelievesNoRandomBytes) {
+TEST_F(TablebaseDoor, BelievesNoRandomBytes) {
     std::mt19937 random(7);
     for (int number = 1; number <= LAST_FOUR_MEN_CLASS; number++) {
         for (const char* const suffix : {".nbw", ".nbb", ".nbw.emd", ".nbb.emd"}) {
@@ -140,12 +140,12 @@ TEST_F(Probe, BelievesNoRandomBytes) {
     }
 }
 
-TEST_F(Probe, KeepsTheBlocksUsedLast) {
+TEST_F(TablebaseDoor, KeepsTheBlocksUsedLast) {
     // Three blocks of one table, and room for two.
     const std::string table = ThreeMenTable("kpk.nbw");
     WriteFileText("kpk.nbw", table);
     ASSERT_EQ(Register("."), 3);
-    AllocateTablebaseCache(2 * CACHE_ENTRY_BYTES + 8279);
+    AllocateBlockCache(2 * CACHE_ENTRY_BYTES + 8279);
     ASSERT_EQ(CacheEntries(), 2);
     TableFile& file = *RegisteredTable(FindTablebaseClass("kpk"), WHITE);
     int32_t value = 0;
@@ -165,17 +165,19 @@ TEST_F(Probe, KeepsTheBlocksUsedLast) {
     EXPECT_TRUE(read(2));
 }
 
-TEST_F(Probe, NeedsACache) {
+TEST_F(TablebaseDoor, NeedsACache) {
     ASSERT_EQ(Register(ThreeMenTables), 3);
     const char* const fen = "7k/5K2/1Q6/8/8/8/8/8 w - - 0 1";
-    AllocateTablebaseCache(51);
+    Tablebases.EgtbCacheBytes = 51;
+    AllocateTablebaseCache();
     EXPECT_EQ(ProbedScore(fen), NOT_FOUND);
-    EXPECT_EQ(LargestTablebase, 3);
+    EXPECT_EQ(LargestTablebase(), 3);
     testing::internal::CaptureStdout();
-    AllocateTablebaseCache(-1048576);
+    Tablebases.EgtbCacheBytes = -1048576;
+    AllocateTablebaseCache();
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "An error occured while memory allocation!\n");
-    EXPECT_EQ(LargestTablebase, 0);
+    EXPECT_EQ(LargestTablebase(), 0);
     EXPECT_EQ(ProbedScore(fen), NOT_FOUND);
 }
 
