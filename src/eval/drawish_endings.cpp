@@ -17,6 +17,9 @@ constexpr int MOST_UNITS = 12;
 constexpr int ROOK_UNITS = 5;
 constexpr int MINOR_UNITS = 3;
 
+// A king so far from a rook's pawn is on the other wing.
+constexpr int FAR_KING = 5;
+
 constexpr Bitboard ROOK_FILES = FILE_A | FILE_H;
 constexpr Bitboard QUEEN_SIDE = 0x0f0f0f0f0f0f0f0f;
 
@@ -106,8 +109,8 @@ template <Colour Us> static bool LonePawnHeld(Bitboard pawns) {
     return KingSquare[Us] == corner && KingSteps(KingSquare[Them], corner) <= 4;
 }
 
-// A passed rook's pawn is all that is extra, and from behind it the other rook holds it and whoever
-// guards it: one of them can never move.
+// A passed rook's pawn is all that is extra, and from behind it the other rook holds it and the
+// rook that guards it. A king that goes there leaves its own pawns; one that is there already wins.
 template <Colour Us> static bool EdgePasserHeld() {
     constexpr Colour Them = ChangeSide(Us);
     const int rook = LowestSquare(PieceBB[ROOK][Them]);
@@ -116,7 +119,7 @@ template <Colour Us> static bool EdgePasserHeld() {
         return false;
     const int sq = Us == WHITE ? HighestSquare(runners) : LowestSquare(runners);
     const Bitboard behind = RookAttacks(sq) & ~PassedMask[Us][sq];
-    return (behind & SquareBit(rook)) != 0;
+    return (behind & SquareBit(rook)) != 0 && KingSteps(KingSquare[Us], sq) >= FAR_KING;
 }
 
 // Rook endings are drawn with one pawn more when the pawns stand on one side of the board and the

@@ -89,6 +89,7 @@ TEST_F(DrawishEndings, AreRecognisedForTheSideThatIsAhead) {
              Case{"and the king not in cover", "R7/P7/5k2/8/8/8/r7/6K1", NONE},
              Case{"king shut in before its pawn", "K7/P2k4/8/8/8/8/1r6/7R", ROOKS},
              Case{"held from behind", "6k1/5ppp/8/8/8/PR6/5PPP/r5K1", ROOKS},
+             Case{"held from behind, our king there", "6k1/5ppp/8/8/3K4/PR6/5PPP/r7", NONE},
              Case{"guarded from behind", "6k1/5ppp/8/8/8/Pr6/5PPP/R5K1", NONE},
              Case{"held from before", "r5k1/5ppp/8/8/8/PR6/5PPP/6K1", NONE},
              Case{"a knight's pawn held from behind", "6k1/5ppp/8/8/8/1PR5/5PPP/1r4K1", NONE},
