@@ -18,17 +18,12 @@
 // A search of the position that no limit of the game ends. True when it was told to end, false
 // when it has nothing more to find.
 static bool AnalysePosition() {
-    const int32_t depthLimit = DepthLimit;
-    const int32_t nodeLimit = NodeLimit;
-    DepthLimit = UNLIMITED_DEPTH;
-    NodeLimit = 0;
-    GoPonder = false;
-    SearchMoveCount = 0;
+    const SearchLimits limitsOfGame = Limits;
+    Limits = {.Analysing = true};
     Running.StopSearch = false;
-    ResetInterrupts();
+    Interrupts = {};
     ThinkAndMove();
-    DepthLimit = depthLimit;
-    NodeLimit = nodeLimit;
+    Limits = limitsOfGame;
     return Running.StopSearch;
 }
 
@@ -77,11 +72,11 @@ static Work WaitForWork() {
 }
 
 static void ActOnInterrupts() {
-    if (TypedMove != NO_MOVE)
-        PlayMove(TypedMove);
-    if (NewRequested)
+    if (Interrupts.TypedMove != NO_MOVE)
+        PlayMove(Interrupts.TypedMove);
+    if (Interrupts.NewRequested)
         NewGame();
-    if (UndoRequested)
+    if (Interrupts.UndoRequested)
         TakeBack(1);
 }
 
@@ -94,7 +89,7 @@ static void RunAnalysis() {
             HandleSearchCommands();
             toldToEnd = true;
         }
-        if (ExitRequested)
+        if (Interrupts.ExitRequested)
             return;
         ActOnInterrupts();
         work = toldToEnd ? Work::NONE : WaitForWork();
@@ -104,7 +99,6 @@ static void RunAnalysis() {
 }
 
 void AnalyseGame() {
-    Analysing = true;
+    Limits.GoPonder = false;
     RunAnalysis();
-    Analysing = false;
 }

@@ -9,7 +9,7 @@
 // Another position is on the board.
 static void ForgetSearch() {
     ForgetLastScore();
-    GoPonder = false;
+    Limits.GoPonder = false;
 }
 
 void EvaluateEpdFile(const CommandLine& line) {

@@ -62,8 +62,8 @@ void PlayTypedMove(const CommandLine& line) {
     PlayMove(move);
     if (ForceMode)
         return;
-    GoPonder = false;
-    SearchMoveCount = 0;
+    Limits.GoPonder = false;
+    Limits.SearchMoveCount = 0;
     AnswerByClock();
     TakeTurn();
 }
@@ -101,22 +101,22 @@ void ResetGame(const CommandLine&) {
 }
 
 void SetLevel(const CommandLine& line) {
-    MovesToGo = false;
-    MovesPerPeriod = line.Number(1, MovesPerPeriod);
+    Clock.MovesToGo = false;
+    Clock.MovesPerPeriod = line.Number(1, Clock.MovesPerPeriod);
     if (line.Arguments() >= 4) {
-        BaseTime = Hundredths(line.Number(2) * int64_t{60} + line.Number(3), 100);
-        OwnIncrement = OpponentIncrement = Hundredths(line.Number(4), 100);
+        Clock.BaseTime = Hundredths(line.Number(2) * int64_t{60} + line.Number(3), 100);
+        Clock.OwnIncrement = Clock.OpponentIncrement = Hundredths(line.Number(4), 100);
         return;
     }
     if (line.Arguments() >= 2)
-        BaseTime = Hundredths(line.Number(2), 6000);
+        Clock.BaseTime = Hundredths(line.Number(2), 6000);
     if (line.Arguments() >= 3)
-        OwnIncrement = OpponentIncrement = Hundredths(line.Number(3), 100);
+        Clock.OwnIncrement = Clock.OpponentIncrement = Hundredths(line.Number(3), 100);
 }
 
 void ShowMoves(const CommandLine&) {
     std::printf("-------------- Legal moves: ----------------\n");
-    SearchMoveCount = 0;
+    Limits.SearchMoveCount = 0;
     PrepareRoot();
     for (int i = 0; i < Root.count; i++)
         std::printf("%s (%d); ", MoveText(RootMove(i)).c_str(), Root.moves[i].orderScore);
@@ -152,7 +152,7 @@ void RunPerft(const CommandLine& line) {
 }
 
 void SetDepth(const CommandLine& line) {
-    DepthLimit = line.Number(1, DepthLimit);
+    Limits.DepthLimit = line.Number(1, Limits.DepthLimit);
 }
 
 template <int Band> void SetPruneMargin(const CommandLine& line) {
@@ -170,30 +170,19 @@ template void SetPruneCoefficient<2>(const CommandLine&);
 
 void SetMoveTime(const CommandLine& line) {
     if (line.Arguments() >= 1)
-        FixedTime = Hundredths(line.Number(1), 100);
-}
-
-// Sets the search's limits back before a `go` with parameters of its own.
-static void ResetSearchLimits() {
-    OwnTime = OpponentTime = NO_CLOCK;
-    PlayByBaseTime = MovesToGo = false;
-    MovesPerPeriod = 0;
-    FixedTime = 0;
-    DepthLimit = UNLIMITED_DEPTH;
-    OwnIncrement = OpponentIncrement = 0;
-    NodeLimit = 0;
+        Limits.FixedTime = Hundredths(line.Number(1), 100);
 }
 
 static void SetClock(Colour side, int32_t milliseconds) {
     const int32_t time = RemainingTime(milliseconds / 10);
     if (side == SideToMove)
-        OwnTime = BaseTime = time;
+        Clock.OwnTime = Clock.BaseTime = time;
     else
-        OpponentTime = time;
+        Clock.OpponentTime = time;
 }
 
 static void SetIncrement(Colour side, int32_t milliseconds) {
-    (side == SideToMove ? OwnIncrement : OpponentIncrement) = milliseconds / 10;
+    (side == SideToMove ? Clock.OwnIncrement : Clock.OpponentIncrement) = milliseconds / 10;
 }
 
 namespace {
@@ -211,13 +200,13 @@ constexpr GoParameter GoParameters[] = {
     {"binc", [](int32_t n) { SetIncrement(BLACK, n); }},
     {"movestogo",
      [](int32_t n) {
-         MovesPerPeriod = n;
-         MovesToGo = true;
+         Clock.MovesPerPeriod = n;
+         Clock.MovesToGo = true;
      }},
-    {"depth", [](int32_t n) { DepthLimit = n; }},
-    {"nodes", [](int32_t n) { NodeLimit = n; }},
+    {"depth", [](int32_t n) { Limits.DepthLimit = n; }},
+    {"nodes", [](int32_t n) { Limits.NodeLimit = n; }},
     // A move time that was given, however short, is not "no fixed time".
-    {"movetime", [](int32_t n) { FixedTime = std::max(n / 10, 1); }},
+    {"movetime", [](int32_t n) { Limits.FixedTime = std::max(n / 10, 1); }},
 };
 
 } // namespace
@@ -227,8 +216,8 @@ constexpr GoParameter GoParameters[] = {
 static void ReadSearchMoves(const CommandLine& line, int first) {
     for (int i = first; i <= line.Arguments(); i++) {
         const std::string& text = line.tokens[size_t(i)].text;
-        if (HasMoveShape(text) && SearchMoveCount < MAX_SEARCH_MOVES)
-            SearchMoves[SearchMoveCount++] = MoveFromText(text);
+        if (HasMoveShape(text) && Limits.SearchMoveCount < MAX_SEARCH_MOVES)
+            Limits.SearchMoves[Limits.SearchMoveCount++] = MoveFromText(text);
     }
 }
 
@@ -243,18 +232,21 @@ static int ReadGoParameter(const CommandLine& line, int i) {
         return 2;
     }
     if (KeywordMatches("infinite", word))
-        OwnTime = INFINITE_TIME;
+        Clock.OwnTime = INFINITE_TIME;
     else if (KeywordMatches("ponder", word))
-        GoPonder = true;
+        Limits.GoPonder = true;
     return 1;
 }
 
 void Go(const CommandLine& line) {
-    ForceMode = GoPonder = false;
-    SearchMoveCount = 0;
+    ForceMode = Limits.GoPonder = false;
+    Limits.SearchMoveCount = 0;
     AnswerByClock();
-    if (line.Arguments() > 0)
-        ResetSearchLimits();
+    // Parameters are all that the search is told.
+    if (line.Arguments() > 0) {
+        Clock = {.BaseTime = Clock.BaseTime};
+        Limits = {};
+    }
     bool movesRead = false;
     for (int i = 1; i <= line.Arguments();) {
         // A second keyword of the kind has nothing to add.
@@ -307,12 +299,12 @@ void ShowFlags(const CommandLine&) {
 
 void SetOwnTime(const CommandLine& line) {
     if (line.Arguments() >= 1)
-        OwnTime = RemainingTime(line.Number(1));
+        Clock.OwnTime = RemainingTime(line.Number(1));
 }
 
 void SetOpponentTime(const CommandLine& line) {
     if (line.Arguments() >= 1)
-        OpponentTime = RemainingTime(line.Number(1));
+        Clock.OpponentTime = RemainingTime(line.Number(1));
 }
 
 void PonderOff(const CommandLine&) {
@@ -329,12 +321,10 @@ void EnterPartnerMode(const CommandLine&) {
 }
 
 void EnterXboard(const CommandLine&) {
-    NodeLimit = 0;
-    DepthLimit = UNLIMITED_DEPTH;
-    MovesPerPeriod = 0;
-    FixedTime = 0;
+    Limits = {.GoPonder = Limits.GoPonder};
+    Clock.MovesPerPeriod = 0;
     UciMode = false;
-    ForgetInShortSearches = false;
+    SearchOptions.ForgetInShortSearches = false;
     PonderNow = PonderingSetting;
     IgnoreInterrupts();
 }
@@ -343,18 +333,18 @@ void PlayDemo(const CommandLine&) {
     const bool ponderNow = PonderNow;
     PonderNow = false;
     NewGame();
-    GoPonder = false;
-    SearchMoveCount = 0;
+    Limits.GoPonder = false;
+    Limits.SearchMoveCount = 0;
     AnswerByClock();
-    ResetInterrupts();
+    Interrupts = {};
     while (ThinkAndMove()) {
         // A drawn game goes on, with searches too short to look at their input.
         HandleSearchCommands();
         if (!MoveWanted() || Abandoned())
             break;
-        ResetInterrupts();
+        Interrupts = {};
     }
-    if (NewRequested)
+    if (Interrupts.NewRequested)
         NewGame();
     PonderNow = ponderNow;
 }

@@ -22,28 +22,28 @@ static bool MayPonder() {
 // Thinks about the position after the predicted reply. True when the opponent has played it and the
 // engine has answered; otherwise the board is as it was.
 static bool Ponder() {
-    ResetInterrupts();
-    SearchMoveCount = 0;
-    PredictedMove = PonderMove;
-    PlayMove(PredictedMove);
-    PonderingOnPrediction = GoPonder = true;
-    std::printf("Hint: %s\n", ShortMoveText(PredictedMove).c_str());
+    Interrupts = {};
+    Limits.SearchMoveCount = 0;
+    Interrupts.PredictedMove = PonderMove;
+    PlayMove(Interrupts.PredictedMove);
+    Interrupts.PonderingOnPrediction = Limits.GoPonder = true;
+    std::printf("Hint: %s\n", ShortMoveText(Interrupts.PredictedMove).c_str());
     std::fflush(stdout);
     const bool answered = ThinkAndMove();
-    GoPonder = false;
-    if (PonderingOnPrediction) {
-        TakeBack(UndoRequested ? 2 : 1);
-        PonderingOnPrediction = false;
+    Limits.GoPonder = false;
+    if (Interrupts.PonderingOnPrediction) {
+        TakeBack(Interrupts.UndoRequested ? 2 : 1);
+        Interrupts.PonderingOnPrediction = false;
     }
     return answered;
 }
 
 void TakeTurn() {
     EngineSide = SideToMove;
-    ResetInterrupts();
+    Interrupts = {};
     bool moved = ThinkAndMove();
     while (moved && MayPonder())
         moved = Ponder();
-    if (NewRequested)
+    if (Interrupts.NewRequested)
         NewGame();
 }

@@ -40,8 +40,8 @@ void NewGame() {
     }
     SetStartPosition();
     EngineSide = BLACK;
-    GoPonder = false;
-    ResetGameLimits();
+    ForceMode = false;
+    Limits = {.NodeLimit = Limits.NodeLimit};
 }
 
 void BeginLearningAnew() {
@@ -67,14 +67,8 @@ void SetUpFen(const char* fen) {
         return;
     if (!UciMode)
         ForgetLastScore();
-    GoPonder = false;
+    Limits.GoPonder = false;
     LoadFen(fen);
-}
-
-void ResetGameLimits() {
-    DepthLimit = UNLIMITED_DEPTH;
-    FixedTime = 0;
-    ForceMode = false;
 }
 
 void PlayMove(Move move) {

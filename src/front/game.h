@@ -36,9 +36,6 @@ void GiveTurn(Colour side);
 // a position does nothing.
 void SetUpFen(const char* fen);
 
-// Sets every limit of `new` back: depth, fixed time, force mode.
-void ResetGameLimits();
-
 // Plays a legal move of the game.
 void PlayMove(Move move);
 

@@ -19,7 +19,7 @@ static bool InputWaiting() {
 // A predicted position has not arisen yet, so that nothing is announced of it, or learned from it.
 static void AnnounceDrawsOfGame() {
     FindDraws();
-    if (GoPonder)
+    if (Limits.GoPonder)
         return;
     AnnounceDraws();
     LearnAnnouncedDraw();
@@ -28,7 +28,7 @@ static void AnnounceDrawsOfGame() {
 // No search follows in which the prediction could come true, so what was found of it is forgotten.
 static void AnnounceEndOfGame() {
     LearnAnnouncedDraw();
-    if (!PonderingOnPrediction)
+    if (!Interrupts.PonderingOnPrediction)
         AnnounceGameOver();
 }
 
@@ -46,8 +46,8 @@ static void AnnounceChosenMove(Move move, bool fromBook) {
 // variation to show all the same.
 static void KeepMove() {
     LearnAnnouncedDraw();
-    const bool analysisEnded = Analysing && !Running.StopSearch;
-    if (UciMode && (GoPonder || analysisEnded))
+    const bool analysisEnded = Limits.Analysing && !Running.StopSearch;
+    if (UciMode && (Limits.GoPonder || analysisEnded))
         PrintUciVariation(true, BOUND_EXACT);
     else if (analysisEnded)
         PrintThinking(true);
@@ -56,7 +56,7 @@ static void KeepMove() {
 static void PrintBestVariations(BoundType bound, int line) {
     if (!UciMode)
         PrintThinking(false);
-    else if (MultiPV > 1)
+    else if (SearchOptions.MultiPV > 1)
         PrintUciVariations(bound, line);
     else
         PrintUciVariation(false, bound);

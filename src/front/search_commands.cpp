@@ -35,7 +35,7 @@ static After EndSearch() {
 }
 
 static After MoveNow(const std::string&) {
-    GoPonder = false;
+    Limits.GoPonder = false;
     return EndSearch();
 }
 
@@ -54,28 +54,28 @@ static After AnswerReady(const std::string&) {
 }
 
 static After PonderHit(const std::string&) {
-    GoPonder = false;
+    Limits.GoPonder = false;
     AnnounceDraws();
     return After::NEXT_LINE;
 }
 
 static After RequestUndo(const std::string&) {
-    UndoRequested = true;
+    Interrupts.UndoRequested = true;
     return EndSearch();
 }
 
 static After RequestExit(const std::string&) {
-    ExitRequested = true;
+    Interrupts.ExitRequested = true;
     return EndSearch();
 }
 
 static After RequestNewGame(const std::string&) {
-    NewRequested = true;
+    Interrupts.NewRequested = true;
     return EndSearch();
 }
 
 static After ReceiveResult(const std::string&) {
-    ResultReceived = true;
+    Interrupts.ResultReceived = true;
     return EndSearch();
 }
 
@@ -111,12 +111,12 @@ static void SetClock(const std::string& line, int32_t& clock) {
 }
 
 static After SetOwnClock(const std::string& line) {
-    SetClock(line, OwnTime);
-    return PonderingOnPrediction ? After::NEXT_LINE : EndSearch();
+    SetClock(line, Clock.OwnTime);
+    return Interrupts.PonderingOnPrediction ? After::NEXT_LINE : EndSearch();
 }
 
 static After SetOpponentClock(const std::string& line) {
-    SetClock(line, OpponentTime);
+    SetClock(line, Clock.OpponentTime);
     return After::NEXT_LINE;
 }
 
@@ -137,11 +137,11 @@ static Move FindRootMove(Move move) {
 // as the engine's own; any other is left to be read again on the board as it was before the
 // prediction, where it is made and answered, or found illegal.
 static After AnswerPrediction(const std::string& line) {
-    if (!SameSquares(MoveFromText(line), PredictedMove)) {
+    if (!SameSquares(MoveFromText(line), Interrupts.PredictedMove)) {
         ReturnLine(line);
         return EndSearch();
     }
-    PonderingOnPrediction = GoPonder = false;
+    Interrupts.PonderingOnPrediction = Limits.GoPonder = false;
     AnswerByClock();
     ReallotTime();
     AnnounceDraws();
@@ -149,10 +149,10 @@ static After AnswerPrediction(const std::string& line) {
 }
 
 static After TakeTypedMove(const std::string& line) {
-    if (PonderingOnPrediction)
+    if (Interrupts.PonderingOnPrediction)
         return AnswerPrediction(line);
-    TypedMove = FindRootMove(MoveFromText(line));
-    if (TypedMove == NO_MOVE) {
+    Interrupts.TypedMove = FindRootMove(MoveFromText(line));
+    if (Interrupts.TypedMove == NO_MOVE) {
         std::printf("Illegal move: %s\n", line.c_str());
         std::fflush(stdout);
     }
@@ -209,8 +209,8 @@ static After ActOn(const std::string& line) {
 // died would keep the processor busy for nobody. Other searches go on: output that still has a
 // reader may belong to someone who has sent all that he wanted to.
 static void ActOnEndOfInput() {
-    if (PonderingOnPrediction || Abandoned())
-        Running.StopSearch = ExitRequested = true;
+    if (Interrupts.PonderingOnPrediction || Abandoned())
+        Running.StopSearch = Interrupts.ExitRequested = true;
 }
 
 // Takes the next line if a whole one waits.

@@ -184,7 +184,7 @@ constexpr SettingsKey Keys[] = {
     {"LogLearningIntoFile", [](const Line& line) { SetFlag(line, Book.LogLearningIntoFile); }},
     {"MoveOverhead",
      [](const Line& line) {
-         MoveOverhead = BoundedNumber(line, "MoveOverhead", MAX_MOVE_OVERHEAD);
+         SearchOptions.MoveOverhead = BoundedNumber(line, "MoveOverhead", MAX_MOVE_OVERHEAD);
      }},
 };
 
@@ -201,7 +201,7 @@ void SetDefaultSettings() {
     Book = {};
     Tablebases = {};
     PonderingSetting = PonderNow = true;
-    MoveOverhead = 0;
+    SearchOptions.MoveOverhead = 0;
 }
 
 static void ApplyLine(const char* text, int number) {

@@ -54,7 +54,7 @@ void EnterUci(const CommandLine& line) {
     std::puts("uciok");
     std::fflush(stdout);
     UciMode = true;
-    ForgetInShortSearches = true;
+    SearchOptions.ForgetInShortSearches = true;
     PonderNow = false;
 }
 
@@ -90,7 +90,7 @@ constexpr Option Options[] = {
          SetCowardice(value.Number());
          ClearEvalCache();
      }},
-    {"MultiPV", [](const OptionValue& value) { MultiPV = value.Number(); }},
+    {"MultiPV", [](const OptionValue& value) { SearchOptions.MultiPV = value.Number(); }},
     {"Hash", [](const OptionValue& value) { ResizeHash(value.Number()); }},
     {"PawnHash", [](const OptionValue& value) { ResizePawnHash(value.Number()); }},
     {"NalimovCache",
@@ -273,9 +273,9 @@ void AnnounceUciMove(Move move) {
 }
 
 void PlayPonderedMove(const CommandLine&) {
-    if (!GoPonder || !IsLegal(Past.BestMove))
+    if (!Limits.GoPonder || !IsLegal(Past.BestMove))
         return;
-    GoPonder = false;
+    Limits.GoPonder = false;
     PrintBestMove(Past.BestMove);
     PlayMove(Past.BestMove);
 }

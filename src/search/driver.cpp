@@ -247,8 +247,8 @@ static void ScoreRootMoves() {
 
 // Takes a move out of the book, when it may be asked and has one.
 static bool TakeBookMove() {
-    if (!BookIsOpen() || !Book.OwnBook || SearchMoveCount > 0 || Analysing ||
-        OwnTime == INFINITE_TIME)
+    if (!BookIsOpen() || !Book.OwnBook || Limits.SearchMoveCount > 0 || Limits.Analysing ||
+        Clock.OwnTime == INFINITE_TIME)
         return false;
     const Move move = ChooseBookMove();
     if (move == NO_MOVE)
@@ -272,7 +272,7 @@ static bool SearchRoot(int limitDepth, bool keepHistory, bool useBook) {
         return false;
     SortRootMoves();
     ScoreRootMoves();
-    if (Root.count > (Analysing ? 0 : 1) && limitDepth >= 2)
+    if (Root.count > (Limits.Analysing ? 0 : 1) && limitDepth >= 2)
         Deepen(limitDepth);
     Past.BestMove = RootMove(0);
     return true;
@@ -300,8 +300,9 @@ static void RecordSearch() {
 bool Think() {
     Budget.SearchStart = ClockCentiseconds();
     AllotTime();
-    const bool keepHistory = !ForgetInShortSearches || Budget.TimeAllotted >= SHORT_SEARCH;
-    if (!SearchRoot(DepthLimit, keepHistory, true))
+    const bool keepHistory =
+        !SearchOptions.ForgetInShortSearches || Budget.TimeAllotted >= SHORT_SEARCH;
+    if (!SearchRoot(Limits.DepthLimit, keepHistory, true))
         return false;
     HoldUntilStopped();
     RememberScore();

@@ -45,7 +45,7 @@ static int AdjustedAllotment(bool easy) {
 
 static bool TimeIsUp() {
     const int elapsed = ElapsedTime();
-    if (FixedTime > 0)
+    if (Limits.FixedTime > 0)
         return elapsed >= Budget.TimeHardLimit;
     const bool easy = Running.EasyMove != NO_MOVE && RootMove(0) == Running.EasyMove;
     if (!easy)
@@ -58,7 +58,7 @@ static bool TimeIsUp() {
 }
 
 static bool ClockRuns() {
-    return Budget.UnderClock && !GoPonder && !Analysing;
+    return Budget.UnderClock && !Limits.GoPonder && !Limits.Analysing;
 }
 
 void Poll() {
@@ -68,7 +68,7 @@ void Poll() {
         if (Running.StopSearch)
             return;
     }
-    if (NodeLimit > 0 && Running.NodeCount >= NodeLimit) {
+    if (Limits.NodeLimit > 0 && Running.NodeCount >= Limits.NodeLimit) {
         Running.StopSearch = Running.LimitReached = true;
         return;
     }
@@ -84,7 +84,8 @@ void HoldUntilStopped() {
     // A search that nobody has told to stop yet keeps its move, whatever has ended it.
     if (Running.LimitReached)
         Running.StopSearch = false;
-    while (!Running.StopSearch && (GoPonder || (OwnTime == INFINITE_TIME && !Analysing)) &&
+    while (!Running.StopSearch &&
+           (Limits.GoPonder || (Clock.OwnTime == INFINITE_TIME && !Limits.Analysing)) &&
            Host.waitForInput())
         Host.handleInput();
 }

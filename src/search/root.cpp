@@ -12,7 +12,7 @@
 constinit RootList Root;
 
 int LineCount() {
-    return std::max(1, std::min(MultiPV, Root.count));
+    return std::max(1, std::min(SearchOptions.MultiPV, Root.count));
 }
 
 static void AddRootMove(const ScoredMove& generated) {
@@ -20,7 +20,8 @@ static void AddRootMove(const ScoredMove& generated) {
 }
 
 static bool IsSearchMove(const RootEntry& entry) {
-    return std::count(SearchMoves, SearchMoves + SearchMoveCount, entry.move) > 0;
+    return std::count(Limits.SearchMoves, Limits.SearchMoves + Limits.SearchMoveCount, entry.move) >
+           0;
 }
 
 // Keeps the moves that the search was restricted to, if any of them is legal.

@@ -25,8 +25,8 @@ constexpr int64_t USABLE_PERCENT = 95;
 
 // Moves to make from that game ply on before the clock is set again; 0 for sudden death.
 static int MovesToControl(int gamePly) {
-    const int moves = MovesPerPeriod;
-    if (moves <= 0 || MovesToGo)
+    const int moves = Clock.MovesPerPeriod;
+    if (moves <= 0 || Clock.MovesToGo)
         return std::clamp(moves, 0, MOVES_AHEAD);
     const int move = gamePly / 2 + 1;
     const int64_t control = moves < move ? (int64_t{move - 1} / moves + 1) * moves : int64_t{moves};
@@ -39,7 +39,7 @@ static void SetLimits(int64_t allotted, int64_t hardLimit) {
 }
 
 static void DivideClock(int64_t usable, int movesToGo) {
-    const int64_t increment = std::max(OwnIncrement, 0);
+    const int64_t increment = std::max(Clock.OwnIncrement, 0);
     const int64_t half = usable / 2;
     const int64_t moves = movesToGo > 0 ? movesToGo : MOVES_AHEAD;
     int64_t allotment = ((moves - 1) * increment + usable) / moves;
@@ -53,10 +53,10 @@ static void DivideClock(int64_t usable, int movesToGo) {
 
 // With little time left and the opponent's clock ahead, a draw is worth something.
 static void ValueDrawByClock(int64_t time, int64_t usable, int movesToGo) {
-    const int64_t opponent = OpponentTime;
+    const int64_t opponent = Clock.OpponentTime;
     if (opponent == NO_CLOCK || (movesToGo > 0 && movesToGo < 4))
         return;
-    const int64_t increment = std::max(OwnIncrement, 0);
+    const int64_t increment = std::max(Clock.OwnIncrement, 0);
     const int64_t safe = std::max(std::min(3 * increment, time / 20), SAFE_TIME);
     if (opponent <= usable || (opponent <= usable + usable / 2 && usable >= safe / 2))
         return;
@@ -67,11 +67,11 @@ static void ValueDrawByClock(int64_t time, int64_t usable, int movesToGo) {
 // The remaining time without what the move will lose on its way; a clock that is left nothing by
 // that still runs.
 static int64_t TimeLeft() {
-    if (OwnTime == NO_CLOCK && PlayByBaseTime)
-        return std::max(BaseTime, 1);
-    if (OwnTime == NO_CLOCK || OwnTime == INFINITE_TIME)
-        return OwnTime;
-    return std::max<int64_t>(OwnTime - (int64_t{MoveOverhead} + 9) / 10, 1);
+    if (Clock.OwnTime == NO_CLOCK && Clock.PlayByBaseTime)
+        return std::max(Clock.BaseTime, 1);
+    if (Clock.OwnTime == NO_CLOCK || Clock.OwnTime == INFINITE_TIME)
+        return Clock.OwnTime;
+    return std::max<int64_t>(Clock.OwnTime - (int64_t{SearchOptions.MoveOverhead} + 9) / 10, 1);
 }
 
 // Time that can be used without the clock's running out on the way to the opponent.
@@ -88,11 +88,11 @@ static int32_t NodesBetweenPolls(int32_t allotted) {
 static void SetTimeLimits(int gamePly) {
     const int64_t time = TimeLeft();
     Budget.UnderClock =
-        !Analysing && (FixedTime > 0 || (time != NO_CLOCK && time != INFINITE_TIME));
+        !Limits.Analysing && (Limits.FixedTime > 0 || (time != NO_CLOCK && time != INFINITE_TIME));
     if (!Budget.UnderClock)
         SetLimits(UNLIMITED_TIME, UNLIMITED_TIME);
-    else if (FixedTime > 0)
-        SetLimits(FixedTime, FixedTime);
+    else if (Limits.FixedTime > 0)
+        SetLimits(Limits.FixedTime, Limits.FixedTime);
     else
         DivideClock(UsableTime(), MovesToControl(gamePly));
     Budget.PollReload = NodesBetweenPolls(Budget.TimeAllotted);
@@ -101,7 +101,7 @@ static void SetTimeLimits(int gamePly) {
 void AllotTime() {
     SetTimeLimits(Ply);
     Budget.DrawScore = 0;
-    if (Budget.UnderClock && FixedTime <= 0)
+    if (Budget.UnderClock && Limits.FixedTime <= 0)
         ValueDrawByClock(TimeLeft(), UsableTime(), MovesToControl(Ply));
 }
 

@@ -24,7 +24,7 @@ protected:
         Past = {};
     }
     static void Reset() {
-        ResetLimits();
+        ForgetLimits();
         SetStartPosition();
         ForceMode = false;
     }
@@ -46,33 +46,33 @@ TEST_F(ClockCommands, LevelSetsMovesBaseTimeAndBothIncrements) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.line);
         Reset();
-        MovesToGo = true;
-        OwnTime = 77;
+        Clock.MovesToGo = true;
+        Clock.OwnTime = 77;
         Dispatch(c.line);
-        EXPECT_EQ(MovesPerPeriod, c.moves);
-        EXPECT_EQ(BaseTime, c.base);
-        EXPECT_EQ(OwnIncrement, c.increment);
-        EXPECT_EQ(OpponentIncrement, c.increment);
-        EXPECT_FALSE(MovesToGo);
-        EXPECT_EQ(OwnTime, 77) << "the clock itself is set by `time`";
+        EXPECT_EQ(Clock.MovesPerPeriod, c.moves);
+        EXPECT_EQ(Clock.BaseTime, c.base);
+        EXPECT_EQ(Clock.OwnIncrement, c.increment);
+        EXPECT_EQ(Clock.OpponentIncrement, c.increment);
+        EXPECT_FALSE(Clock.MovesToGo);
+        EXPECT_EQ(Clock.OwnTime, 77) << "the clock itself is set by `time`";
     }
 }
 
 TEST_F(ClockCommands, TimesAreHundredthsAndNeverReadAsNoClock) {
     Dispatch("time 12345");
     Dispatch("otime 678");
-    EXPECT_EQ(OwnTime, 12345);
-    EXPECT_EQ(OpponentTime, 678);
+    EXPECT_EQ(Clock.OwnTime, 12345);
+    EXPECT_EQ(Clock.OpponentTime, 678);
     Dispatch("time -1");
     Dispatch("otime 0");
-    EXPECT_EQ(OwnTime, 1);
-    EXPECT_EQ(OpponentTime, 1);
+    EXPECT_EQ(Clock.OwnTime, 1);
+    EXPECT_EQ(Clock.OpponentTime, 1);
     Dispatch("time 99999999999");
-    EXPECT_LT(OwnTime, INFINITE_TIME);
+    EXPECT_LT(Clock.OwnTime, INFINITE_TIME);
     Dispatch("time");
     Dispatch("otim 500");
-    EXPECT_LT(OwnTime, INFINITE_TIME) << "without a number the clock stays";
-    EXPECT_EQ(OpponentTime, 1) << "the idle engine does not know `otim`";
+    EXPECT_LT(Clock.OwnTime, INFINITE_TIME) << "without a number the clock stays";
+    EXPECT_EQ(Clock.OpponentTime, 1) << "the idle engine does not know `otim`";
 }
 
 TEST_F(ClockCommands, FixedDepthAndTimeStayWithoutANumber) {
@@ -81,39 +81,39 @@ TEST_F(ClockCommands, FixedDepthAndTimeStayWithoutANumber) {
     Dispatch("sd");
     Dispatch("st");
     Dispatch("stop");
-    EXPECT_EQ(DepthLimit, 7);
-    EXPECT_EQ(FixedTime, 300);
+    EXPECT_EQ(Limits.DepthLimit, 7);
+    EXPECT_EQ(Limits.FixedTime, 300);
 }
 
 TEST_F(ClockCommands, GoGivesTheClocksToTheSideToMoveAndItsOpponent) {
     Dispatch("go wtime 60000 btime 30000 winc 1000 binc 2000 depth 1");
     EXPECT_EQ(Ply, 1) << "the engine has moved";
-    EXPECT_EQ(OwnTime, 6000);
-    EXPECT_EQ(BaseTime, 6000);
-    EXPECT_EQ(OpponentTime, 3000);
-    EXPECT_EQ(OwnIncrement, 100);
-    EXPECT_EQ(OpponentIncrement, 200);
+    EXPECT_EQ(Clock.OwnTime, 6000);
+    EXPECT_EQ(Clock.BaseTime, 6000);
+    EXPECT_EQ(Clock.OpponentTime, 3000);
+    EXPECT_EQ(Clock.OwnIncrement, 100);
+    EXPECT_EQ(Clock.OpponentIncrement, 200);
     Dispatch("go wtime 60000 btime 30000 movestogo 9 depth 1");
-    EXPECT_EQ(OwnTime, 3000);
-    EXPECT_EQ(OpponentTime, 6000);
-    EXPECT_EQ(OwnIncrement, 0) << "parameters set the others back";
-    EXPECT_EQ(MovesPerPeriod, 9);
-    EXPECT_TRUE(MovesToGo);
+    EXPECT_EQ(Clock.OwnTime, 3000);
+    EXPECT_EQ(Clock.OpponentTime, 6000);
+    EXPECT_EQ(Clock.OwnIncrement, 0) << "parameters set the others back";
+    EXPECT_EQ(Clock.MovesPerPeriod, 9);
+    EXPECT_TRUE(Clock.MovesToGo);
     Dispatch("go movetime 5 depth 1");
-    EXPECT_EQ(FixedTime, 1) << "a time that was given is not `none`";
-    EXPECT_EQ(OwnTime, NO_CLOCK);
-    EXPECT_EQ(OpponentTime, NO_CLOCK);
-    EXPECT_FALSE(PlayByBaseTime);
-    EXPECT_FALSE(MovesToGo);
+    EXPECT_EQ(Limits.FixedTime, 1) << "a time that was given is not `none`";
+    EXPECT_EQ(Clock.OwnTime, NO_CLOCK);
+    EXPECT_EQ(Clock.OpponentTime, NO_CLOCK);
+    EXPECT_FALSE(Clock.PlayByBaseTime);
+    EXPECT_FALSE(Clock.MovesToGo);
 }
 
 TEST_F(ClockCommands, ANewGameSetsDepthTimeAndForceBackAndLeavesTheClock) {
     for (const char* const line : {"sd 3", "st 2", "time 500", "force", "e2e4", "new"})
         Dispatch(line);
-    EXPECT_EQ(DepthLimit, UNLIMITED_DEPTH);
-    EXPECT_EQ(FixedTime, 0);
+    EXPECT_EQ(Limits.DepthLimit, UNLIMITED_DEPTH);
+    EXPECT_EQ(Limits.FixedTime, 0);
     EXPECT_FALSE(ForceMode);
-    EXPECT_EQ(OwnTime, 500);
+    EXPECT_EQ(Clock.OwnTime, 500);
     EXPECT_EQ(Ply, 0);
     EXPECT_EQ(EngineSide, BLACK);
 }

@@ -44,7 +44,7 @@ TEST_F(DriverTest, TeachesTheBookOnlyByWhatItHasSearched) {
     testing::internal::GetCapturedStdout();
     BookLearned = false;
     Book.BookLearningBound = -1; // every score teaches
-    DepthLimit = 2;
+    Limits.DepthLimit = 2;
     for (const bool fromBook : {true, false}) {
         SetStartPosition();
         Book.OwnBook = fromBook;

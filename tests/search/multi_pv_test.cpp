@@ -42,7 +42,7 @@ protected:
     static std::vector<Line> Best(const char* fen, int count, int depth) {
         ForgetSearches();
         LoadFen(fen);
-        MultiPV = count;
+        SearchOptions.MultiPV = count;
         SearchFixedDepth(depth);
         std::vector<Line> lines;
         for (int i = 0; i < LineCount(); i++)
@@ -53,9 +53,9 @@ protected:
     static int32_t ScoreAlone(const char* fen, Move move, int depth) {
         ForgetSearches();
         LoadFen(fen);
-        SearchMoves[0] = move;
-        SearchMoveCount = 1;
-        Analysing = true;
+        Limits.SearchMoves[0] = move;
+        Limits.SearchMoveCount = 1;
+        Limits.Analysing = true;
         SearchFixedDepth(depth);
         return Root.moves[0].score;
     }

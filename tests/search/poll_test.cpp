@@ -89,14 +89,14 @@ TEST_F(PollTest, AnEasyMoveTakesAThirdAndOneInDoubtMore) {
 
 TEST_F(PollTest, OnlyATimedSearchOfTheGameEndsByTheClock) {
     EXPECT_FALSE(GoesOnAfter(2 * ALLOTTED));
-    for (bool* const reason : {&GoPonder, &Analysing}) {
+    for (bool* const reason : {&Limits.GoPonder, &Limits.Analysing}) {
         *reason = true;
         EXPECT_TRUE(GoesOnAfter(2 * ALLOTTED));
         *reason = false;
     }
     Budget.UnderClock = false;
     EXPECT_TRUE(GoesOnAfter(2 * ALLOTTED));
-    NodeLimit = 7;
+    Limits.NodeLimit = 7;
     Running.NodeCount = 6;
     EXPECT_TRUE(GoesOnAfter(0));
     Running.NodeCount = 7;

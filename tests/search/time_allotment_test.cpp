@@ -43,10 +43,10 @@ constexpr ClockCase ClockCases[] = {
 TEST_F(TimeAllotment, DividesTheClockByTheMovesAhead) {
     for (const ClockCase& c : ClockCases) {
         SCOPED_TRACE(c.name);
-        OwnTime = c.time;
-        OwnIncrement = c.increment;
-        MovesPerPeriod = c.moves;
-        MovesToGo = c.toGo;
+        Clock.OwnTime = c.time;
+        Clock.OwnIncrement = c.increment;
+        Clock.MovesPerPeriod = c.moves;
+        Clock.MovesToGo = c.toGo;
         Ply = c.gamePly;
         Past.SearchesSinceBook = c.sinceBook;
         AllotTime();
@@ -67,10 +67,10 @@ TEST_F(TimeAllotment, TheOverheadOfAMoveIsTakenOffTheClockButNotOffAFixedTime) {
          {Case{30, 103, 0, 28}, Case{21, 103, 0, 28}, Case{30, 2, 0, 0}, Case{30, 103, 50, 50},
           Case{30, NO_CLOCK, 0, UNLIMITED_TIME}, Case{30, INFINITE_TIME, 0, UNLIMITED_TIME}}) {
         SCOPED_TRACE(c.time);
-        MoveOverhead = c.overhead;
-        OwnTime = c.time;
-        OwnIncrement = 1;
-        FixedTime = c.fixedTime;
+        SearchOptions.MoveOverhead = c.overhead;
+        Clock.OwnTime = c.time;
+        Clock.OwnIncrement = 1;
+        Limits.FixedTime = c.fixedTime;
         AllotTime();
         EXPECT_EQ(Budget.TimeHardLimit, c.hardLimit);
         EXPECT_EQ(Budget.UnderClock, c.hardLimit != UNLIMITED_TIME);
@@ -79,7 +79,7 @@ TEST_F(TimeAllotment, TheOverheadOfAMoveIsTakenOffTheClockButNotOffAFixedTime) {
 
 TEST_F(TimeAllotment, NoClockAndTheInfiniteOneLeaveTheSearchUnlimited) {
     for (const int time : {NO_CLOCK, INFINITE_TIME}) {
-        OwnTime = time;
+        Clock.OwnTime = time;
         AllotTime();
         EXPECT_EQ(Budget.TimeAllotted, UNLIMITED_TIME);
         EXPECT_EQ(Budget.TimeHardLimit, UNLIMITED_TIME);
@@ -89,15 +89,15 @@ TEST_F(TimeAllotment, NoClockAndTheInfiniteOneLeaveTheSearchUnlimited) {
 }
 
 TEST_F(TimeAllotment, APersonWithoutAClockGetsAnAnswerByTheBaseTime) {
-    PlayByBaseTime = true;
+    Clock.PlayByBaseTime = true;
     AllotTime();
     EXPECT_TRUE(Budget.UnderClock);
-    EXPECT_LT(Budget.TimeHardLimit, BaseTime);
+    EXPECT_LT(Budget.TimeHardLimit, Clock.BaseTime);
 }
 
 TEST_F(TimeAllotment, AFixedTimeWinsOverTheClock) {
-    OwnTime = 30000;
-    FixedTime = 250;
+    Clock.OwnTime = 30000;
+    Limits.FixedTime = 250;
     AllotTime();
     EXPECT_EQ(Budget.TimeAllotted, 250);
     EXPECT_EQ(Budget.TimeHardLimit, 250);
@@ -105,27 +105,27 @@ TEST_F(TimeAllotment, AFixedTimeWinsOverTheClock) {
 }
 
 TEST_F(TimeAllotment, AnalysisHasNoLimitAndAFixedTimeNeedsNoClock) {
-    FixedTime = 250;
+    Limits.FixedTime = 250;
     AllotTime();
     EXPECT_TRUE(Budget.UnderClock);
-    OwnTime = 30000;
-    Analysing = true;
+    Clock.OwnTime = 30000;
+    Limits.Analysing = true;
     AllotTime();
     EXPECT_FALSE(Budget.UnderClock);
     EXPECT_EQ(Budget.TimeAllotted, UNLIMITED_TIME);
 }
 
 TEST_F(TimeAllotment, APonderedMoveIsGivenTheTimeOfTheClockThatCameMeanwhile) {
-    OwnTime = 100; // before the control
-    OpponentTime = 1000;
-    MovesPerPeriod = 40;
+    Clock.OwnTime = 100; // before the control
+    Clock.OpponentTime = 1000;
+    Clock.MovesPerPeriod = 40;
     Ply = 80;
     Root.gamePly = 80;
     AllotTime();
     const int drawScore = Budget.DrawScore;
     ASSERT_GT(drawScore, 0);
     const int meagre = Budget.TimeAllotted;
-    OwnTime = 30100;
+    Clock.OwnTime = 30100;
     Ply = 95; // the board stands somewhere in the tree
     ReallotTime();
     EXPECT_GT(Budget.TimeAllotted, 100 * meagre);
@@ -158,11 +158,11 @@ constexpr DrawCase DrawCases[] = {
 TEST_F(TimeAllotment, ADrawIsWorthMoreTheShorterTheClock) {
     for (const DrawCase& c : DrawCases) {
         SCOPED_TRACE(c.name);
-        OwnTime = c.own;
-        OpponentTime = c.opponent;
-        OwnIncrement = c.increment;
-        MovesPerPeriod = c.movesToGo;
-        MovesToGo = c.movesToGo > 0;
+        Clock.OwnTime = c.own;
+        Clock.OpponentTime = c.opponent;
+        Clock.OwnIncrement = c.increment;
+        Clock.MovesPerPeriod = c.movesToGo;
+        Clock.MovesToGo = c.movesToGo > 0;
         AllotTime();
         EXPECT_EQ(Budget.DrawScore, c.drawScore);
     }

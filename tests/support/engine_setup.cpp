@@ -8,6 +8,7 @@
 #include "eval/derived_tables.h"
 #include "eval/king_pawn_bitbase.h"
 #include "platform/runtime_rand.h"
+#include "search/limits.h"
 
 namespace {
 
@@ -36,4 +37,10 @@ void SetUpEngineTables() {
     InitKeys();
     InitDerivedTables();
     SetStartPosition();
+}
+
+void ForgetLimits() {
+    Clock = {};
+    Limits = {};
+    SearchOptions = {};
 }

@@ -4,3 +4,6 @@
 // Fills the tables that are fixed after start-up: attacks, pawn endings, keys, piece-square
 // sums and material. Done before the first test anyway; calling it again does nothing.
 void SetUpEngineTables();
+
+// Sets the clock, the limits of a search and its options back.
+void ForgetLimits();

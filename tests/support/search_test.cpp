@@ -7,6 +7,7 @@
 #include "search/hash_memory.h"
 #include "search/limits.h"
 #include "search/state.h"
+#include "support/engine_setup.h"
 
 void ForgetSearches() {
     ClearAllHashTables();
@@ -15,7 +16,7 @@ void ForgetSearches() {
     ClearCaptureStats();
     ClearPlyStates();
     Past = {};
-    ResetLimits();
+    ForgetLimits();
     Running = {};
     Budget = {};
     MoveStackTop = 0;
