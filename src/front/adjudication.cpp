@@ -7,6 +7,7 @@
 #include "board/position.h"
 #include "book/book_learning.h"
 #include "front/game.h"
+#include "front/interface.h"
 
 namespace {
 
@@ -27,7 +28,7 @@ static void NoteDraw(const char* line) {
 
 // Result lines belong to the old protocol.
 static void PrintResult(const char* line) {
-    if (UciMode)
+    if (Interface.UciMode)
         return;
     std::printf("%s\n", line);
     std::fflush(stdout);

@@ -20,6 +20,8 @@
 #include "front/game.h"
 #include "front/help.h"
 #include "front/input_lines.h"
+#include "front/interface.h"
+#include "front/play_settings.h"
 #include "front/search_commands.h"
 #include "front/shutdown.h"
 #include "platform/clock.h"
@@ -60,7 +62,7 @@ void PlayTypedMove(const CommandLine& line) {
         return;
     }
     PlayMove(move);
-    if (ForceMode)
+    if (Game.ForceMode)
         return;
     Limits.GoPonder = false;
     Limits.SearchMoveCount = 0;
@@ -77,16 +79,16 @@ void StartNewGame(const CommandLine&) {
 }
 
 void PostOn(const CommandLine&) {
-    PostThinking = true;
+    Interface.PostThinking = true;
 }
 
 void PostOff(const CommandLine&) {
-    PostThinking = false;
+    Interface.PostThinking = false;
 }
 
 // A game that nothing was learned from counts as a draw for the engine's moves.
 static void LearnUnfinishedGame() {
-    if (!MayLearnBook() || Ply <= SetupPly || SideToMove == EngineSide)
+    if (!MayLearnBook() || Ply <= SetupPly || SideToMove == Game.EngineSide)
         return;
     TakeBack(1);
     LearnBook(BOOK_DRAWN);
@@ -239,7 +241,7 @@ static int ReadGoParameter(const CommandLine& line, int i) {
 }
 
 void Go(const CommandLine& line) {
-    ForceMode = Limits.GoPonder = false;
+    Game.ForceMode = Limits.GoPonder = false;
     Limits.SearchMoveCount = 0;
     AnswerByClock();
     // Parameters are all that the search is told.
@@ -261,7 +263,7 @@ void Go(const CommandLine& line) {
 
 static void SetTurn(Colour side) {
     GiveTurn(side);
-    EngineSide = ChangeSide(side);
+    Game.EngineSide = ChangeSide(side);
 }
 
 void SetWhite(const CommandLine&) {
@@ -281,7 +283,7 @@ void UndoMove(const CommandLine&) {
 }
 
 void ForceOn(const CommandLine&) {
-    ForceMode = true;
+    Game.ForceMode = true;
 }
 
 void Analyse(const CommandLine&) {
@@ -308,30 +310,30 @@ void SetOpponentTime(const CommandLine& line) {
 }
 
 void PonderOff(const CommandLine&) {
-    PonderNow = false;
+    Interface.PonderNow = false;
 }
 
 void PonderOn(const CommandLine&) {
-    if (PonderingSetting)
-        PonderNow = true;
+    if (PlayOptions.Pondering)
+        Interface.PonderNow = true;
 }
 
 void EnterPartnerMode(const CommandLine&) {
-    PartnerMode = true;
+    Interface.PartnerMode = true;
 }
 
 void EnterXboard(const CommandLine&) {
     Limits = {.GoPonder = Limits.GoPonder};
     Clock.MovesPerPeriod = 0;
-    UciMode = false;
+    Interface.UciMode = false;
     SearchOptions.ForgetInShortSearches = false;
-    PonderNow = PonderingSetting;
+    Interface.PonderNow = PlayOptions.Pondering;
     IgnoreInterrupts();
 }
 
 void PlayDemo(const CommandLine&) {
-    const bool ponderNow = PonderNow;
-    PonderNow = false;
+    const bool ponderNow = Interface.PonderNow;
+    Interface.PonderNow = false;
     NewGame();
     Limits.GoPonder = false;
     Limits.SearchMoveCount = 0;
@@ -346,7 +348,7 @@ void PlayDemo(const CommandLine&) {
     }
     if (Interrupts.NewRequested)
         NewGame();
-    PonderNow = ponderNow;
+    Interface.PonderNow = ponderNow;
 }
 
 void ShowBookMoves(const CommandLine&) {
@@ -372,7 +374,7 @@ void SetDebug(const CommandLine& line) {
     if (line.Arguments() < 1)
         return;
     if (KeywordMatches("on", line.tokens[1].text))
-        DebugMode = true;
+        Interface.DebugMode = true;
     else if (KeywordMatches("off", line.tokens[1].text))
-        DebugMode = false;
+        Interface.DebugMode = false;
 }

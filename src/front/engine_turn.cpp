@@ -5,6 +5,7 @@
 #include "board/notation.h"
 #include "board/position.h"
 #include "front/game.h"
+#include "front/interface.h"
 #include "front/thinking.h"
 #include "search/driver.h"
 #include "search/interrupts.h"
@@ -16,7 +17,8 @@ bool ThinkAndMove() {
 }
 
 static bool MayPonder() {
-    return PonderNow && !ForceMode && !UciMode && PonderMove != NO_MOVE;
+    return Interface.PonderNow && !Game.ForceMode && !Interface.UciMode &&
+           Game.PonderMove != NO_MOVE;
 }
 
 // Thinks about the position after the predicted reply. True when the opponent has played it and the
@@ -24,7 +26,7 @@ static bool MayPonder() {
 static bool Ponder() {
     Interrupts = {};
     Limits.SearchMoveCount = 0;
-    Interrupts.PredictedMove = PonderMove;
+    Interrupts.PredictedMove = Game.PonderMove;
     PlayMove(Interrupts.PredictedMove);
     Interrupts.PonderingOnPrediction = Limits.GoPonder = true;
     std::printf("Hint: %s\n", ShortMoveText(Interrupts.PredictedMove).c_str());
@@ -39,7 +41,7 @@ static bool Ponder() {
 }
 
 void TakeTurn() {
-    EngineSide = SideToMove;
+    Game.EngineSide = SideToMove;
     Interrupts = {};
     bool moved = ThinkAndMove();
     while (moved && MayPonder())

@@ -7,18 +7,12 @@
 #include "board/order_tables.h"
 #include "book/book_learning.h"
 #include "book/position_learning.h"
+#include "front/interface.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
 #include "search/state.h"
 
-constinit bool ForceMode = false;
-constinit Colour EngineSide = BLACK;
-constinit bool UciMode = false;
-constinit bool PartnerMode = false;
-constinit bool PonderingSetting = true;
-constinit bool PonderNow = true;
-constinit bool DebugMode = false;
-constinit bool PostThinking = false;
+constinit GameState Game;
 
 namespace {
 
@@ -33,14 +27,13 @@ struct {
 } // namespace
 
 void NewGame() {
-    if (!PartnerMode && !UciMode) {
+    if (!Interface.PartnerMode && !Interface.UciMode) {
         ForgetLastScore();
         ClearHistory();
         ClearKillers();
     }
     SetStartPosition();
-    EngineSide = BLACK;
-    ForceMode = false;
+    Game = {};
     Limits = {.NodeLimit = Limits.NodeLimit};
 }
 
@@ -65,7 +58,7 @@ void GiveTurn(Colour side) {
 void SetUpFen(const char* fen) {
     if (fen[std::strspn(fen, " ")] == '\0')
         return;
-    if (!UciMode)
+    if (!Interface.UciMode)
         ForgetLastScore();
     Limits.GoPonder = false;
     LoadFen(fen);

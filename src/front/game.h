@@ -3,22 +3,14 @@
 
 #include "board/types.h"
 
-// The engine makes no reply moves. Off at start; `go` and a new game clear it.
-extern bool ForceMode;
-// The side that the engine plays.
-extern Colour EngineSide;
-// The UCI dialect's output instead of xboard's. The command that enters the one leaves the other.
-extern bool UciMode;
-// A partner program leads the game: like UCI mode it keeps what the last search knew over `new`.
-extern bool PartnerMode;
-// The user allows thinking on the opponent's time.
-extern bool PonderingSetting;
-// Pondering is possible now: GUIs switch it with `hard` and `easy`.
-extern bool PonderNow;
-// Stored for the interface's sake.
-extern bool DebugMode;
-// Thinking output is wanted.
-extern bool PostThinking;
+struct GameState {
+    bool ForceMode = false;    // the engine makes no reply moves
+    Colour EngineSide = BLACK; // the side that it plays
+    // The reply that it expects to its move: the second move of the variation printed last, then
+    // that to the move announced; NO_MOVE when it knows none.
+    Move PonderMove = NO_MOVE;
+};
+extern GameState Game;
 
 // The starting position with the engine playing Black. Unless a partner program or UCI is at the
 // other end, what earlier searches learned for move ordering is forgotten.

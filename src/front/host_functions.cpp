@@ -3,6 +3,7 @@
 #include "front/adjudication.h"
 #include "front/game.h"
 #include "front/input_lines.h"
+#include "front/interface.h"
 #include "front/search_commands.h"
 #include "front/thinking.h"
 #include "front/uci.h"
@@ -35,7 +36,7 @@ static void AnnounceEndOfGame() {
 static void AnnounceChosenMove(Move move, bool fromBook) {
     // A prediction that came true while it was searched.
     LearnAnnouncedDraw();
-    if (UciMode)
+    if (Interface.UciMode)
         AnnounceUciMove(move);
     else
         AnnounceMove(move, fromBook);
@@ -47,14 +48,14 @@ static void AnnounceChosenMove(Move move, bool fromBook) {
 static void KeepMove() {
     LearnAnnouncedDraw();
     const bool analysisEnded = Limits.Analysing && !Running.StopSearch;
-    if (UciMode && (Limits.GoPonder || analysisEnded))
+    if (Interface.UciMode && (Limits.GoPonder || analysisEnded))
         PrintUciVariation(true, BOUND_EXACT);
     else if (analysisEnded)
         PrintThinking(true);
 }
 
 static void PrintBestVariations(BoundType bound, int line) {
-    if (!UciMode)
+    if (!Interface.UciMode)
         PrintThinking(false);
     else if (SearchOptions.MultiPV > 1)
         PrintUciVariations(bound, line);
@@ -63,12 +64,12 @@ static void PrintBestVariations(BoundType bound, int line) {
 }
 
 static void PrintRootMove() {
-    if (UciMode)
+    if (Interface.UciMode)
         PrintUciCurrentMove();
 }
 
 static void PrintSearchStatistics() {
-    if (UciMode)
+    if (Interface.UciMode)
         PrintUciStatistics();
 }
 

@@ -13,6 +13,7 @@
 #include "eval/values_file.h"
 #include "front/game.h"
 #include "front/host_functions.h"
+#include "front/interface.h"
 #include "front/interpreter.h"
 #include "front/settings.h"
 #include "platform/clock.h"
@@ -57,7 +58,7 @@ static void PrintBanner() {
     if (!BookIsOpen())
         OpenBook("Book.tqn");
     PrintSettings();
-    PostThinking = true;
+    Interface.PostThinking = true;
     Past.LastScore = -1;
     if (Book.PositionLearning || Book.UseLearningData)
         OpenLearningFile("Learn.tq1");

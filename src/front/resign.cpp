@@ -1,10 +1,8 @@
 #include "front/resign.h"
 
 #include "board/position.h"
+#include "front/play_settings.h"
 #include "search/driver_state.h"
-
-constinit int32_t ResignValue = DEFAULT_RESIGN_VALUE;
-constinit int32_t ResignTimes = DEFAULT_RESIGN_TIMES;
 
 // Whether the record was made at that ply of the game as it now stands: moves taken back, and games
 // since begun, break the row.
@@ -17,11 +15,12 @@ static bool BelongsToGame(const SearchRecord& record, int ply) {
 bool ShouldResign() {
     int64_t lost = 0;
     int ply = Ply;
-    for (int i = Past.RecentSearchCount - 1; i >= 0 && lost < ResignTimes; i--, ply -= 2) {
+    for (int i = Past.RecentSearchCount - 1; i >= 0 && lost < PlayOptions.ResignTimes;
+         i--, ply -= 2) {
         const SearchRecord& record = Past.RecentSearches[i];
-        if (!BelongsToGame(record, ply) || record.score >= -int64_t{ResignValue})
+        if (!BelongsToGame(record, ply) || record.score >= -int64_t{PlayOptions.ResignValue})
             break;
         lost++;
     }
-    return lost >= ResignTimes;
+    return lost >= PlayOptions.ResignTimes;
 }

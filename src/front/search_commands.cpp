@@ -10,7 +10,9 @@
 #include "front/clocks.h"
 #include "front/game.h"
 #include "front/input_lines.h"
+#include "front/interface.h"
 #include "front/keyword.h"
+#include "front/play_settings.h"
 #include "front/shutdown.h"
 #include "front/thinking.h"
 #include "search/interrupts.h"
@@ -84,23 +86,23 @@ static After Quit(const std::string&) {
 }
 
 static After SwitchPost(const std::string& line) {
-    PostThinking = KeywordMatches("post", line);
+    Interface.PostThinking = KeywordMatches("post", line);
     return EndSearch();
 }
 
 static After EnterForce(const std::string&) {
-    ForceMode = true;
+    Game.ForceMode = true;
     return EndSearch();
 }
 
 static After PonderingOn(const std::string&) {
-    if (PonderingSetting)
-        PonderNow = true;
+    if (PlayOptions.Pondering)
+        Interface.PonderNow = true;
     return EndSearch();
 }
 
 static After PonderingOff(const std::string&) {
-    PonderNow = false;
+    Interface.PonderNow = false;
     return EndSearch();
 }
 

@@ -11,7 +11,9 @@
 #include "book/book_settings.h"
 #include "eval/personality.h"
 #include "front/game.h"
+#include "front/interface.h"
 #include "front/keyword.h"
+#include "front/play_settings.h"
 #include "front/resign.h"
 #include "platform/files.h"
 #include "search/hash_memory.h"
@@ -102,10 +104,10 @@ static void SetFlag(const Line& line, bool& flag) {
 }
 
 static void SetPondering(const Line& line) {
-    SetFlag(line, PonderingSetting);
+    SetFlag(line, PlayOptions.Pondering);
     // Switching it on again does not make pondering possible: a GUI must ask for that.
-    if (!PonderingSetting)
-        PonderNow = false;
+    if (!PlayOptions.Pondering)
+        Interface.PonderNow = false;
 }
 
 static void SetBookMode(const Line& line) {
@@ -157,8 +159,8 @@ struct SettingsKey {
 constexpr SettingsKey Keys[] = {
     {"TranspositionSizeMb", SetHashMegabytes},
     {"TranspositionSize", SetHashExponent},
-    {"ResignValue", [](const Line& line) { ResignValue = Number(line); }},
-    {"ResignTimes", [](const Line& line) { ResignTimes = Number(line); }},
+    {"ResignValue", [](const Line& line) { PlayOptions.ResignValue = Number(line); }},
+    {"ResignTimes", [](const Line& line) { PlayOptions.ResignTimes = Number(line); }},
     {"PawnHashSizeMb", SetPawnMegabytes},
     {"PawnHashSize", SetPawnExponent},
     {"EGTBHashSizeMb", SetCacheMegabytes},
@@ -170,7 +172,9 @@ constexpr SettingsKey Keys[] = {
     {"Tropism", [](const Line& line) { SetTropism(BoundedNumber(line, "TROPISM", 300)); }},
     {"Cowardice", [](const Line& line) { SetCowardice(BoundedNumber(line, "COWARDICE", 300)); }},
     {"VarietyOfPlay",
-     [](const Line& line) { Book.VarietyOfPlay = BoundedNumber(line, "VarietyOfPlay", 100); }},
+     [](const Line& line) {
+         Book.VarietyOfPlay = BoundedNumber(line, "VarietyOfPlay", 100);
+     }},
     {"BookLearningBound", [](const Line& line) { Book.BookLearningBound = Number(line); }},
     {"Learning", [](const Line& line) { SetFlag(line, Book.PositionLearning); }},
     {"UseBookLearning", [](const Line& line) { SetFlag(line, Book.UseBookLearning); }},
@@ -181,7 +185,8 @@ constexpr SettingsKey Keys[] = {
     {"BookLearningMode", SetBookMode},
     {"UseLearningData", [](const Line& line) { SetFlag(line, Book.UseLearningData); }},
     {"UseBookWeights", [](const Line& line) { SetFlag(line, Book.UseBookWeights); }},
-    {"LogLearningIntoFile", [](const Line& line) { SetFlag(line, Book.LogLearningIntoFile); }},
+    {"LogLearningIntoFile",
+     [](const Line& line) { SetFlag(line, Book.LogLearningIntoFile); }},
     {"MoveOverhead",
      [](const Line& line) {
          SearchOptions.MoveOverhead = BoundedNumber(line, "MoveOverhead", MAX_MOVE_OVERHEAD);
@@ -196,11 +201,10 @@ void SetDefaultSettings() {
     SetAggressivity(100);
     SetCowardice(100);
     SetTropism(100);
-    ResignValue = DEFAULT_RESIGN_VALUE;
-    ResignTimes = DEFAULT_RESIGN_TIMES;
+    PlayOptions = {};
     Book = {};
     Tablebases = {};
-    PonderingSetting = PonderNow = true;
+    Interface.PonderNow = PlayOptions.Pondering;
     SearchOptions.MoveOverhead = 0;
 }
 
@@ -253,7 +257,8 @@ void PrintSettings() {
     std::printf("Aggressivity = %d (%d)%%\nCowardice = %d (%d)%%\nTropism = %d (%d)%%\n",
                 Aggressivity, AggressivityWeight, Cowardice, CowardiceWeight, Tropism,
                 TropismWeight);
-    std::printf("ResignValue = %d\nResignTimes = %d\n", ResignValue, ResignTimes);
+    std::printf("ResignValue = %d\nResignTimes = %d\n", PlayOptions.ResignValue,
+                PlayOptions.ResignTimes);
     std::printf("UseEGTB = %s\n", OnOff(Tablebases.UseEgtb));
     std::printf("EGTB path = \"%s\"\n", Tablebases.EgtbPath);
     std::printf("UseBookWeights = %s\n", OnOff(Book.UseBookWeights));
@@ -266,6 +271,6 @@ void PrintSettings() {
     std::printf("UseLearningData = %s\n", OnOff(Book.UseLearningData));
     std::printf("LogLearningIntoFile = %s\n", OnOff(Book.LogLearningIntoFile));
     // The blank line after the summary is meant.
-    std::printf("Pondering = %s\n\n", OnOff(PonderingSetting));
+    std::printf("Pondering = %s\n\n", OnOff(PlayOptions.Pondering));
     std::fflush(stdout);
 }

@@ -9,13 +9,12 @@
 #include "board/notation.h"
 #include "board/pseudo_legal.h"
 #include "front/game.h"
+#include "front/interface.h"
 #include "front/resign.h"
 #include "search/interrupts.h"
 #include "search/root.h"
 #include "search/state.h"
 #include "search/transposition.h"
-
-constinit Move PonderMove = NO_MOVE;
 
 namespace {
 
@@ -46,7 +45,7 @@ static Move FollowTable() {
 }
 
 void PrintVariationMoves(int index) {
-    PonderMove = NO_MOVE;
+    Game.PonderMove = NO_MOVE;
     std::printf(" %s", MoveText(RootMove(index)).c_str());
     const int startPly = Ply;
     if (Ply == Root.gamePly)
@@ -56,7 +55,7 @@ void PrintVariationMoves(int index) {
         if (move == NO_MOVE)
             break;
         if (printed == 1)
-            PonderMove = move;
+            Game.PonderMove = move;
         std::printf(" %s", MoveText(move).c_str());
     }
     while (Ply > startPly)
@@ -80,7 +79,8 @@ static int32_t PrintedScore(int32_t score) {
 }
 
 void PrintThinking(bool forced) {
-    if (!PostThinking || (!forced && Running.NodeCount > 0 && Running.NodeCount <= SILENT_NODES))
+    if (!Interface.PostThinking ||
+        (!forced && Running.NodeCount > 0 && Running.NodeCount <= SILENT_NODES))
         return;
     std::printf("%d %d %d %" PRId64, Running.IterationDepth + 1, PrintedScore(Root.moves[0].score),
                 ElapsedTime(), Running.NodeCount);
@@ -93,7 +93,7 @@ void AnnounceMove(Move move, bool fromBook) {
     if (!fromBook)
         PrintThinking(true);
     // Without posting, nothing was printed that told it.
-    PonderMove = ExpectedReply(move);
+    Game.PonderMove = ExpectedReply(move);
     if (ShouldResign())
         std::printf("resign\n");
     std::printf("move %s\n", MoveText(move).c_str());

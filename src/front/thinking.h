@@ -4,10 +4,6 @@
 #include "board/types.h"
 #include "search/host.h"
 
-// The reply that the engine expects to its move: the second move of the variation printed last,
-// then that to the move announced; NO_MOVE when it knows none.
-extern Move PonderMove;
-
 // The root move whose tree the running search is in.
 Move MoveBeingSearched();
 

@@ -12,6 +12,7 @@
 #include "eval/eval_cache.h"
 #include "eval/personality.h"
 #include "front/game.h"
+#include "front/interface.h"
 #include "front/thinking.h"
 #include "search/driver_state.h"
 #include "search/hash_memory.h"
@@ -53,9 +54,9 @@ void EnterUci(const CommandLine& line) {
     std::puts("option name Clear Hash type button");
     std::puts("uciok");
     std::fflush(stdout);
-    UciMode = true;
+    Interface.UciMode = true;
     SearchOptions.ForgetInShortSearches = true;
-    PonderNow = false;
+    Interface.PonderNow = false;
 }
 
 namespace {
@@ -253,7 +254,7 @@ void PrintUciStatistics() {
 // Whether the expected reply can be played after the move.
 static bool PonderMoveFits(Move move) {
     MakeMove(move, true);
-    const bool fits = PonderMove != NO_MOVE && IsLegal(PonderMove);
+    const bool fits = Game.PonderMove != NO_MOVE && IsLegal(Game.PonderMove);
     UnmakeMove();
     return fits;
 }
@@ -262,7 +263,7 @@ static bool PonderMoveFits(Move move) {
 static void PrintBestMove(Move move) {
     std::printf("bestmove %s", MoveText(move).c_str());
     if (PonderMoveFits(move))
-        std::printf(" ponder %s", MoveText(PonderMove).c_str());
+        std::printf(" ponder %s", MoveText(Game.PonderMove).c_str());
     std::printf("\n");
     std::fflush(stdout);
 }

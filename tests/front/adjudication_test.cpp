@@ -8,6 +8,7 @@
 #include "board/notation.h"
 #include "board/position.h"
 #include "front/game.h"
+#include "front/interface.h"
 #include "support/engine_setup.h"
 
 namespace {
@@ -20,10 +21,10 @@ class Adjudication : public testing::Test {
 protected:
     void SetUp() override {
         SetUpEngineTables();
-        UciMode = false;
+        Interface.UciMode = false;
     }
     void TearDown() override {
-        UciMode = false;
+        Interface.UciMode = false;
         SetStartPosition();
     }
     static std::string Draws() {
@@ -62,7 +63,7 @@ TEST_F(Adjudication, CountsPiecesWithoutPawns) {
 
 TEST_F(Adjudication, IsSilentInUci) {
     LoadFen("k7/8/8/8/8/8/8/K7 w - -");
-    UciMode = true;
+    Interface.UciMode = true;
     EXPECT_EQ(Draws(), "");
 }
 

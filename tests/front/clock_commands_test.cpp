@@ -26,7 +26,7 @@ protected:
     static void Reset() {
         ForgetLimits();
         SetStartPosition();
-        ForceMode = false;
+        Game.ForceMode = false;
     }
 };
 
@@ -112,10 +112,10 @@ TEST_F(ClockCommands, ANewGameSetsDepthTimeAndForceBackAndLeavesTheClock) {
         Dispatch(line);
     EXPECT_EQ(Limits.DepthLimit, UNLIMITED_DEPTH);
     EXPECT_EQ(Limits.FixedTime, 0);
-    EXPECT_FALSE(ForceMode);
+    EXPECT_FALSE(Game.ForceMode);
     EXPECT_EQ(Clock.OwnTime, 500);
     EXPECT_EQ(Ply, 0);
-    EXPECT_EQ(EngineSide, BLACK);
+    EXPECT_EQ(Game.EngineSide, BLACK);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include "board/position.h"
 #include "front/game.h"
+#include "front/interface.h"
 #include "front/interpreter.h"
 #include "front/uci.h"
 #include "search/driver_state.h"
@@ -25,7 +26,7 @@ protected:
     void TearDown() override {
         Tablebases = {};
         Past = {};
-        UciMode = false;
+        Interface.UciMode = false;
         SetStartPosition();
     }
 };
@@ -46,7 +47,7 @@ TEST_F(UciState, AnotherPositionForgetsTheLastScoreUnlessTheGamesComePositionByP
     for (const bool uci : {true, false}) {
         for (const char* const line : {"position fen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1",
                                        "loadfen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1"}) {
-            UciMode = uci;
+            Interface.UciMode = uci;
             Past.LastScore = 123;
             Past.LastScoreSide = BLACK;
             Dispatch(line);

@@ -1,0 +1,3 @@
+#include "front/interface.h"
+
+constinit InterfaceState Interface;

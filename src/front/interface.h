@@ -1,0 +1,18 @@
+// What the interface at the other end speaks and has asked for.
+#pragma once
+
+struct InterfaceState {
+    // The UCI dialect's output instead of xboard's. The command that enters the one leaves the
+    // other.
+    bool UciMode = false;
+    // A partner program leads the game: like UCI mode it keeps what the last search knew over
+    // `new`.
+    bool PartnerMode = false;
+    // Pondering is possible now: GUIs switch it with `hard` and `easy`.
+    bool PonderNow = true;
+    // Stored for the interface's sake.
+    bool DebugMode = false;
+    // Thinking output is wanted.
+    bool PostThinking = false;
+};
+extern InterfaceState Interface;

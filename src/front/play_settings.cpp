@@ -1,0 +1,3 @@
+#include "front/play_settings.h"
+
+constinit PlaySettings PlayOptions;
