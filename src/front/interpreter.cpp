@@ -1,13 +1,13 @@
 #include "front/interpreter.h"
 
 #include "board/notation.h"
-#include "front/batch_commands.h"
-#include "front/command_line.h"
-#include "front/commands.h"
-#include "front/evaluation_report.h"
-#include "front/input_lines.h"
-#include "front/parameter_commands.h"
-#include "front/uci.h"
+#include "front/commands/batch_commands.h"
+#include "front/commands/commands.h"
+#include "front/commands/evaluation_report.h"
+#include "front/commands/parameter_commands.h"
+#include "front/dialects/uci.h"
+#include "front/input/command_line.h"
+#include "front/input/input_lines.h"
 #include "platform/input.h"
 
 namespace {

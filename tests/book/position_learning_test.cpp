@@ -11,7 +11,7 @@
 #include "board/recompute.h"
 #include "book/book_settings.h"
 #include "book/learning_file.h"
-#include "front/game.h"
+#include "front/game/game.h"
 #include "support/engine_setup.h"
 #include "support/scratch.h"
 

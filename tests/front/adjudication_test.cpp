@@ -1,4 +1,4 @@
-#include "front/adjudication.h"
+#include "front/game/adjudication.h"
 
 #include <string>
 
@@ -7,8 +7,8 @@
 #include "board/fen.h"
 #include "board/notation.h"
 #include "board/position.h"
-#include "front/game.h"
-#include "front/interface.h"
+#include "front/game/game.h"
+#include "front/game/interface.h"
 #include "support/engine_setup.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "board/position.h"
-#include "front/game.h"
+#include "front/game/game.h"
 #include "front/interpreter.h"
 #include "search/driver_state.h"
 #include "search/limits.h"

@@ -1,4 +1,4 @@
-#include "front/keyword.h"
+#include "front/input/keyword.h"
 
 #include <limits>
 #include <string>

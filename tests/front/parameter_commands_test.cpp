@@ -1,4 +1,4 @@
-#include "front/parameter_commands.h"
+#include "front/commands/parameter_commands.h"
 
 #include <random>
 
@@ -13,7 +13,7 @@
 #include "eval/eval_cache.h"
 #include "eval/evaluate.h"
 #include "eval/values_file.h"
-#include "front/game.h"
+#include "front/game/game.h"
 #include "search/hash_memory.h"
 #include "search/state.h"
 #include "support/scratch.h"

@@ -5,10 +5,10 @@
 #include <gtest/gtest.h>
 
 #include "board/position.h"
-#include "front/game.h"
-#include "front/interface.h"
+#include "front/dialects/uci.h"
+#include "front/game/game.h"
+#include "front/game/interface.h"
 #include "front/interpreter.h"
-#include "front/uci.h"
 #include "search/driver_state.h"
 #include "search/root.h"
 #include "search/state.h"

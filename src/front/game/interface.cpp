@@ -1,3 +1,3 @@
-#include "front/interface.h"
+#include "front/game/interface.h"
 
 constinit InterfaceState Interface;

@@ -1,11 +1,11 @@
-#include "front/edit_board.h"
+#include "front/commands/edit_board.h"
 
 #include <cctype>
 #include <cstdio>
 
 #include "board/order_tables.h"
 #include "board/position.h"
-#include "front/input_lines.h"
+#include "front/input/input_lines.h"
 #include "search/state.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "board/types.h"
-#include "front/command_line.h"
+#include "front/input/command_line.h"
 #include "search/host.h"
 
 // Names the engine and its options and enters the dialect.

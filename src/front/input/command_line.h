@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "front/keyword.h"
+#include "front/input/keyword.h"
 
 struct CommandLine {
     std::string text;

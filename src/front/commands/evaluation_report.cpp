@@ -1,4 +1,4 @@
-#include "front/evaluation_report.h"
+#include "front/commands/evaluation_report.h"
 
 #include <cstdio>
 #include <string>

@@ -1,4 +1,4 @@
-#include "front/parameter_commands.h"
+#include "front/commands/parameter_commands.h"
 
 #include <cstdio>
 

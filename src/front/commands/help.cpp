@@ -1,9 +1,9 @@
-#include "front/help.h"
+#include "front/commands/help.h"
 
 #include <cstdio>
 #include <string>
 
-#include "front/input_lines.h"
+#include "front/input/input_lines.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "front/search_commands.h"
+#include "front/commands/search_commands.h"
 
 #include <cinttypes>
 #include <cstdio>
@@ -6,15 +6,15 @@
 #include <string_view>
 
 #include "board/notation.h"
-#include "front/adjudication.h"
-#include "front/clocks.h"
-#include "front/game.h"
-#include "front/input_lines.h"
-#include "front/interface.h"
-#include "front/keyword.h"
-#include "front/play_settings.h"
-#include "front/shutdown.h"
-#include "front/thinking.h"
+#include "front/dialects/thinking.h"
+#include "front/game/adjudication.h"
+#include "front/game/game.h"
+#include "front/game/interface.h"
+#include "front/game/play_settings.h"
+#include "front/game/shutdown.h"
+#include "front/input/clocks.h"
+#include "front/input/input_lines.h"
+#include "front/input/keyword.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
 #include "search/root.h"

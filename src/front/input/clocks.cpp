@@ -1,4 +1,4 @@
-#include "front/clocks.h"
+#include "front/input/clocks.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "front/uci.h"
+#include "front/dialects/uci.h"
 
 #include <cinttypes>
 #include <cstdio>
@@ -11,9 +11,9 @@
 #include "book/book_settings.h"
 #include "eval/eval_cache.h"
 #include "eval/personality.h"
-#include "front/game.h"
-#include "front/interface.h"
-#include "front/thinking.h"
+#include "front/dialects/thinking.h"
+#include "front/game/game.h"
+#include "front/game/interface.h"
 #include "search/driver_state.h"
 #include "search/hash_memory.h"
 #include "search/limits.h"

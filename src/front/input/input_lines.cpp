@@ -1,4 +1,4 @@
-#include "front/input_lines.h"
+#include "front/input/input_lines.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,6 +1,6 @@
-#include "front/batch_commands.h"
+#include "front/commands/batch_commands.h"
 
-#include "front/game.h"
+#include "front/game/game.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
 #include "tools/epd_evaluation.h"

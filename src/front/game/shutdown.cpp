@@ -1,4 +1,4 @@
-#include "front/shutdown.h"
+#include "front/game/shutdown.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // The commands of the console and of the xboard dialect, one procedure each.
 #pragma once
 
-#include "front/command_line.h"
+#include "front/input/command_line.h"
 
 void QuitProgram(const CommandLine& line);
 void CleanTables(const CommandLine& line);

@@ -1,4 +1,4 @@
-#include "front/game.h"
+#include "front/game/game.h"
 
 #include <cstring>
 
@@ -7,7 +7,7 @@
 #include "board/order_tables.h"
 #include "book/book_learning.h"
 #include "book/position_learning.h"
-#include "front/interface.h"
+#include "front/game/interface.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
 #include "search/state.h"

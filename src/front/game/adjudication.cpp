@@ -1,4 +1,4 @@
-#include "front/adjudication.h"
+#include "front/game/adjudication.h"
 
 #include <cstdio>
 
@@ -6,8 +6,8 @@
 #include "board/draw_rules.h"
 #include "board/position.h"
 #include "book/book_learning.h"
-#include "front/game.h"
-#include "front/interface.h"
+#include "front/game/game.h"
+#include "front/game/interface.h"
 
 namespace {
 

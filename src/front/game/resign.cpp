@@ -1,7 +1,7 @@
-#include "front/resign.h"
+#include "front/game/resign.h"
 
 #include "board/position.h"
-#include "front/play_settings.h"
+#include "front/game/play_settings.h"
 #include "search/driver_state.h"
 
 // Whether the record was made at that ply of the game as it now stands: moves taken back, and games

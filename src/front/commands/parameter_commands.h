@@ -1,7 +1,7 @@
 // The commands that read and write the evaluation's parameters.
 #pragma once
 
-#include "front/command_line.h"
+#include "front/input/command_line.h"
 
 // Reads the values file and makes everything that was computed from the old parameters anew.
 void ReloadValues(const CommandLine& line);

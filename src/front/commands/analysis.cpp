@@ -1,16 +1,16 @@
-#include "front/analysis.h"
+#include "front/commands/analysis.h"
 
 #include <cstdio>
 #include <string>
 
 #include "board/legal_moves.h"
 #include "board/notation.h"
-#include "front/engine_turn.h"
-#include "front/game.h"
-#include "front/input_lines.h"
-#include "front/keyword.h"
-#include "front/search_commands.h"
-#include "front/shutdown.h"
+#include "front/commands/search_commands.h"
+#include "front/game/engine_turn.h"
+#include "front/game/game.h"
+#include "front/game/shutdown.h"
+#include "front/input/input_lines.h"
+#include "front/input/keyword.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
 #include "search/state.h"

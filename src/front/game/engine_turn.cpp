@@ -1,12 +1,12 @@
-#include "front/engine_turn.h"
+#include "front/game/engine_turn.h"
 
 #include <cstdio>
 
 #include "board/notation.h"
 #include "board/position.h"
-#include "front/game.h"
-#include "front/interface.h"
-#include "front/thinking.h"
+#include "front/dialects/thinking.h"
+#include "front/game/game.h"
+#include "front/game/interface.h"
 #include "search/driver.h"
 #include "search/interrupts.h"
 #include "search/limits.h"

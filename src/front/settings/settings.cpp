@@ -1,4 +1,4 @@
-#include "front/settings.h"
+#include "front/settings/settings.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -10,11 +10,11 @@
 #include "book/book.h"
 #include "book/book_settings.h"
 #include "eval/personality.h"
-#include "front/game.h"
-#include "front/interface.h"
-#include "front/keyword.h"
-#include "front/play_settings.h"
-#include "front/resign.h"
+#include "front/game/game.h"
+#include "front/game/interface.h"
+#include "front/game/play_settings.h"
+#include "front/game/resign.h"
+#include "front/input/keyword.h"
 #include "platform/files.h"
 #include "search/hash_memory.h"
 #include "search/limits.h"

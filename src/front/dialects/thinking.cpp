@@ -1,4 +1,4 @@
-#include "front/thinking.h"
+#include "front/dialects/thinking.h"
 
 #include <cinttypes>
 #include <cstdio>
@@ -8,9 +8,9 @@
 #include "board/make_move.h"
 #include "board/notation.h"
 #include "board/pseudo_legal.h"
-#include "front/game.h"
-#include "front/interface.h"
-#include "front/resign.h"
+#include "front/game/game.h"
+#include "front/game/interface.h"
+#include "front/game/resign.h"
 #include "search/interrupts.h"
 #include "search/root.h"
 #include "search/state.h"

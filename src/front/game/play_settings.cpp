@@ -1,0 +1,3 @@
+#include "front/game/play_settings.h"
+
+constinit PlaySettings PlayOptions;

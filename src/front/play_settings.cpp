@@ -1,3 +1,0 @@
-#include "front/play_settings.h"
-
-constinit PlaySettings PlayOptions;
