@@ -1,89 +1,156 @@
 #include "front/interpreter.h"
 
 #include "board/notation.h"
+#include "front/commands/analysis.h"
 #include "front/commands/batch_commands.h"
-#include "front/commands/commands.h"
+#include "front/commands/clock_commands.h"
+#include "front/commands/edit_board.h"
 #include "front/commands/evaluation_report.h"
+#include "front/commands/go_command.h"
+#include "front/commands/help.h"
+#include "front/commands/mode_commands.h"
 #include "front/commands/parameter_commands.h"
-#include "front/dialects/uci.h"
+#include "front/commands/play_commands.h"
+#include "front/commands/search_commands.h"
+#include "front/commands/show_commands.h"
+#include "front/commands/uci_commands.h"
+#include "front/game/activity.h"
 #include "front/input/command_line.h"
 #include "front/input/input_lines.h"
 #include "platform/input.h"
+#include "search/interrupts.h"
+#include "search/state.h"
 
 namespace {
 
-// A command that does nothing: its room is not built yet, or another keyword always takes its line.
-// Its own keeps its place in the order.
-constexpr void (*NO_ACTION)(const CommandLine&) = nullptr;
-
-struct Command {
-    const char* keyword; // null: a line that has the shape of a move
-    void (*run)(const CommandLine& line);
-    bool fallsThrough = false;
+// What comes after a command.
+enum Then {
+    DONE,         // nothing; lines behind it wait for the next look at the input
+    FALL_THROUGH, // the commands after it in the table
+    NEXT_LINE,    // the lines behind it
+    END_SEARCH,   // the end of the search
+    LEAVE_LINE,   // the line itself once more, by whoever looks at the input next
 };
 
-// Tried from top to bottom and the first match acts. A keyword also matches its own beginnings, so
-// the order is part of the protocol: "stop" is taken by `st`, "ucinewgame" by `uci`, a line that
-// begins with "q" ends the process, and a lone "p" runs `pgneval` and then `post`.
+// What makes a line one for a command.
+enum Match {
+    KEYWORD, // the keyword rule: a beginning of the keyword will do
+    WHOLE,   // it begins with the whole keyword
+    FIRST,   // it begins with that character exactly
+    MOVE,    // it has the shape of a move
+};
+
+struct Command {
+    const char* keyword;
+    unsigned heardIn; // states of the engine
+    void (*run)(const CommandLine& line);
+    Then then = DONE;
+    Match match = KEYWORD;
+};
+
+// Tried from top to bottom, and the first that matches and is heard acts. A keyword also matches
+// its own beginnings, so the order is part of the protocol. Idle, a line that begins with "q" ends
+// the process, a lone "p" runs `pgneval` and then `post`, "stop" is taken by `st` and "ucinewgame"
+// by `uci`. In a search, "p" is a ponder hit. There most commands end the search, even those that
+// look harmless: interfaces rely on being answered by a move at once.
 constexpr Command Commands[] = {
-    {"pgneval", EvaluatePgnFile, true},
-    {"writevalues", WriteValues, true},
-    {"q", QuitProgram},
-    {"clean", CleanTables},
-    {"reload", ReloadValues},
-    {nullptr, PlayTypedMove},
-    {"help", ShowHelpPages},
-    {"new", StartNewGame},
-    {"post", PostOn},
-    {"reset", ResetGame},
-    {"level", SetLevel},
-    {"moves", ShowMoves},
-    {"edit", EnterEdit},
-    {"loadfen", LoadPosition},
-    {"epdevl", EvaluateEpdFile},
-    {"nopost", PostOff},
-    {"perft", RunPerft},
-    {"sd", SetDepth},
-    {"c3", SetPruneCoefficient<2>},
-    {"m3", SetPruneMargin<2>},
-    {"c2", SetPruneCoefficient<1>},
-    {"m2", SetPruneMargin<1>},
-    {"c1", SetPruneCoefficient<0>},
-    {"m1", SetPruneMargin<0>},
-    {"st", SetMoveTime},
-    {"go", Go},
-    {"ponderhit", PlayPonderedMove, true},
-    {"white", SetWhite},
-    {"stop", NO_ACTION, true},
-    {"remove", RemoveMoves},
-    {"analyze", Analyse},
-    {"black", SetBlack},
-    {"force", ForceOn},
-    {"brd", ShowBoard},
-    {"time", SetOwnTime},
-    {"otime", SetOpponentTime},
-    {"easy", PonderOff},
-    {"hard", PonderOn},
-    {"evl", ShowEvaluation},
-    {"undo", UndoMove},
-    {"fritz", EnterPartnerMode, true},
-    {"xboard", EnterXboard},
-    {"mvd", ShowFlags},
-    {"demo", PlayDemo},
-    {"bkm", ShowBookMoves},
-    {"uci", EnterUci},
-    {"ucinewgame", NO_ACTION},
-    {"setoption", SetOption},
-    {"isready", AnswerReady},
-    {"egtbstat", ShowTablebaseStatus, true},
-    {"position", SetUpPosition},
-    {"debug", SetDebug},
+    {"?", SEARCHING, MoveNow, END_SEARCH, FIRST},
+    {"stop", SEARCHING, MoveNow, END_SEARCH},
+    {".", SEARCHING, ShowProgress, DONE, FIRST},
+    {".", WAITING, ShowNoProgress, NEXT_LINE, FIRST},
+    {"ponderhit", SEARCHING, PonderHit, NEXT_LINE},
+    {"exit", SEARCHING, RequestExit, END_SEARCH},
+    {"exit", WAITING, LeaveLineToSearch, LEAVE_LINE, WHOLE},
+    {"result", SEARCHING, ReceiveResult, END_SEARCH},
+    {"pgneval", IDLE, EvaluatePgnFile, FALL_THROUGH},
+    {"writevalues", IDLE, WriteValues, FALL_THROUGH},
+    {"q", IDLE, QuitProgram},
+    {"q", SEARCHING | WAITING, QuitProgram, DONE, FIRST},
+    {"clean", IDLE, CleanTables},
+    {"reload", IDLE, ReloadValues},
+    {"", IDLE | SEARCHING | WAITING, EnterMove, DONE, MOVE},
+    {"help", IDLE, ShowHelp},
+    {"new", IDLE, StartNewGame},
+    {"new", SEARCHING, RequestNewGame, END_SEARCH},
+    {"new", WAITING, LeaveLineToSearch, LEAVE_LINE, WHOLE},
+    {"post", IDLE, PostOn},
+    {"post", SEARCHING, PostOn, END_SEARCH},
+    {"reset", IDLE, ResetGame},
+    {"level", IDLE, SetLevel},
+    {"moves", IDLE, ShowMoves},
+    {"edit", IDLE, EditBoard},
+    {"loadfen", IDLE, LoadPosition},
+    {"epdevl", IDLE, EvaluateEpdFile},
+    {"nopost", IDLE, PostOff},
+    {"nopost", SEARCHING, PostOff, END_SEARCH},
+    {"perft", IDLE, RunPerft},
+    {"sd", IDLE, SetDepth},
+    {"c3", IDLE, SetPruneCoefficient<2>},
+    {"m3", IDLE, SetPruneMargin<2>},
+    {"c2", IDLE, SetPruneCoefficient<1>},
+    {"m2", IDLE, SetPruneMargin<1>},
+    {"c1", IDLE, SetPruneCoefficient<0>},
+    {"m1", IDLE, SetPruneMargin<0>},
+    {"st", IDLE, SetMoveTime},
+    {"go", IDLE, Go},
+    {"ponderhit", IDLE, PlayPonderedMove, FALL_THROUGH},
+    {"white", IDLE, SetWhite},
+    {"remove", IDLE, RemoveMoves},
+    {"analyze", IDLE, Analyse},
+    {"black", IDLE, SetBlack},
+    {"force", IDLE, ForceOn},
+    {"force", SEARCHING, ForceOn, END_SEARCH},
+    {"brd", IDLE, ShowBoard},
+    {"time", IDLE, SetOwnTime},
+    {"time", THINKING, SetOwnClock, END_SEARCH},
+    {"time", PONDERING, SetOwnClock, NEXT_LINE},
+    {"otime", IDLE, SetOpponentTime},
+    // Idle, the engine does not know the shorter word. Meant so.
+    {"otim", SEARCHING, SetOpponentClock, NEXT_LINE},
+    {"easy", IDLE, PonderOff},
+    {"easy", SEARCHING, PonderOff, END_SEARCH},
+    {"hard", IDLE, PonderOn},
+    {"hard", SEARCHING, PonderOn, END_SEARCH},
+    {"evl", IDLE, ShowEvaluation},
+    {"undo", IDLE, UndoMove},
+    {"undo", SEARCHING, RequestUndo, END_SEARCH},
+    {"undo", WAITING, LeaveLineToSearch, LEAVE_LINE, WHOLE},
+    {"fritz", IDLE, EnterPartnerMode, FALL_THROUGH},
+    {"xboard", IDLE, EnterXboard},
+    {"mvd", IDLE, ShowFlags},
+    {"demo", IDLE, PlayDemo},
+    {"bkm", IDLE, ShowBookMoves},
+    {"uci", IDLE, EnterUci},
+    {"setoption", IDLE, SetOption},
+    {"isready", IDLE, AnswerReady},
+    {"isready", SEARCHING, AnswerReady, NEXT_LINE},
+    {"egtbstat", IDLE, ShowTablebaseStatus, FALL_THROUGH},
+    {"position", IDLE, SetUpPosition},
+    {"debug", IDLE, SetDebug},
 };
 
 } // namespace
 
 static bool Matches(const Command& command, const std::string& line) {
-    return command.keyword == nullptr ? HasMoveShape(line) : KeywordMatches(command.keyword, line);
+    switch (command.match) {
+    case WHOLE:
+        return BeginsWithKeyword(command.keyword, line);
+    case FIRST:
+        return line.starts_with(command.keyword[0]);
+    case MOVE:
+        return HasMoveShape(line);
+    default:
+        return KeywordMatches(command.keyword, line);
+    }
+}
+
+// The first command that the line is one for, from `command` on; null when there is none.
+static const Command* Find(const std::string& line, const Command* command = Commands) {
+    for (; command != std::end(Commands); command++) {
+        if ((command->heardIn & CurrentActivity) != 0 && Matches(*command, line))
+            return command;
+    }
+    return nullptr;
 }
 
 // Splits at blanks; the time control is also written with a colon.
@@ -95,17 +162,44 @@ static CommandLine Split(const std::string& text) {
 }
 
 void Dispatch(const std::string& text) {
-    const CommandLine line = Split(text);
-    if (line.tokens.empty())
+    const Command* command = Find(text);
+    if (command == nullptr)
         return;
-    for (const Command& command : Commands) {
-        if (!Matches(command, text))
-            continue;
-        if (command.run != NO_ACTION)
-            command.run(line);
-        if (!command.fallsThrough)
-            return;
+    const CommandLine line = Split(text);
+    while (command != nullptr) {
+        command->run(line);
+        command = command->then == FALL_THROUGH ? Find(text, command + 1) : nullptr;
     }
+}
+
+// Acts on a line that arrives while the engine is not idle.
+static Then ActOnLine(const std::string& text) {
+    const Command* const command = Find(text);
+    if (command == nullptr || command->then != LEAVE_LINE)
+        DropLine();
+    if (command == nullptr)
+        return NEXT_LINE;
+    const Then then = command->then;
+    command->run({text, {}});
+    if (then == END_SEARCH)
+        Running.StopSearch = true;
+    return then;
+}
+
+// At the end of input the predicted move cannot come any more, and a search whose interface has
+// died would keep the processor busy for nobody. Other searches go on: output that still has a
+// reader may belong to someone who has sent all that he wanted to.
+static void ActOnEndOfInput() {
+    if (CurrentActivity == PONDERING || Abandoned())
+        Running.StopSearch = Interrupts.ExitRequested = true;
+}
+
+void ActOnInput() {
+    std::string line;
+    do {
+        if (!ReadWaitingInput())
+            ActOnEndOfInput();
+    } while (PeekLine(line) && ActOnLine(line) == NEXT_LINE);
 }
 
 void RunCommandLoop() {

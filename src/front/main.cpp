@@ -11,6 +11,7 @@
 #include "eval/derived_tables.h"
 #include "eval/king_pawn_bitbase.h"
 #include "eval/values_file.h"
+#include "front/dialects/console.h"
 #include "front/game/game.h"
 #include "front/game/interface.h"
 #include "front/interpreter.h"
@@ -42,7 +43,8 @@ static void PrintBanner() {
 [[noreturn]] static void RunEngine() {
     StartClock();
     InitSignals();
-    InstallHostFunctions();
+    InstallSearchHost();
+    Speaking = &ConsoleDialect;
     PrintBanner();
     InitAttackTables();
     InitKingPawnBitbase();

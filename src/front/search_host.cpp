@@ -1,12 +1,9 @@
 #include "front/search_host.h"
 
-#include "front/commands/search_commands.h"
-#include "front/dialects/thinking.h"
-#include "front/dialects/uci.h"
 #include "front/game/adjudication.h"
-#include "front/game/game.h"
-#include "front/game/interface.h"
+#include "front/game/dialect.h"
 #include "front/input/input_lines.h"
+#include "front/interpreter.h"
 #include "platform/input.h"
 #include "search/host.h"
 #include "search/interrupts.h"
@@ -33,13 +30,10 @@ static void AnnounceEndOfGame() {
         AnnounceGameOver();
 }
 
-static void AnnounceChosenMove(Move move, bool fromBook) {
+static void AnnounceMove(Move move, bool fromBook) {
     // A prediction that came true while it was searched.
     LearnAnnouncedDraw();
-    if (Interface.UciMode)
-        AnnounceUciMove(move);
-    else
-        AnnounceMove(move, fromBook);
+    Speaking->announceMove(move, fromBook);
 }
 
 // The interface may have answered the announcement of a draw with the end of the game. A search
@@ -47,41 +41,20 @@ static void AnnounceChosenMove(Move move, bool fromBook) {
 // variation to show all the same.
 static void KeepMove() {
     LearnAnnouncedDraw();
-    const bool analysisEnded = Limits.Analysing && !Running.StopSearch;
-    if (Interface.UciMode && (Limits.GoPonder || analysisEnded))
-        PrintUciVariation(true, BOUND_EXACT);
-    else if (analysisEnded)
-        PrintThinking(true);
+    Speaking->keepMove(Limits.Analysing && !Running.StopSearch);
 }
 
-static void PrintBestVariations(BoundType bound, int line) {
-    if (!Interface.UciMode)
-        PrintThinking(false);
-    else if (SearchOptions.MultiPV > 1)
-        PrintUciVariations(bound, line);
-    else
-        PrintUciVariation(false, bound);
-}
-
-static void PrintRootMove() {
-    if (Interface.UciMode)
-        PrintUciCurrentMove();
-}
-
-static void PrintSearchStatistics() {
-    if (Interface.UciMode)
-        PrintUciStatistics();
-}
-
-void InstallHostFunctions() {
+void InstallSearchHost() {
     Host.inputWaiting = InputWaiting;
     Host.waitForInput = WaitForLine;
-    Host.handleInput = HandleSearchCommands;
+    Host.handleInput = ActOnInput;
     Host.announceDraw = AnnounceDrawsOfGame;
     Host.announceGameOver = AnnounceEndOfGame;
-    Host.printVariations = PrintBestVariations;
-    Host.printCurrentMove = PrintRootMove;
-    Host.printStatistics = PrintSearchStatistics;
-    Host.announceMove = AnnounceChosenMove;
+    Host.printVariations = [](BoundType bound, int line) {
+        Speaking->printVariations(bound, line);
+    };
+    Host.printCurrentMove = [] { Speaking->printCurrentMove(); };
+    Host.printStatistics = [] { Speaking->printStatistics(); };
+    Host.announceMove = AnnounceMove;
     Host.withholdMove = KeepMove;
 }

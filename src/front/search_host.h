@@ -2,4 +2,4 @@
 #pragma once
 
 // Fills the search's host record. Called once at start-up.
-void InstallHostFunctions();
+void InstallSearchHost();

@@ -173,7 +173,7 @@ TEST_F(BookLearning, AnnouncedDrawsAndMatesAreDraws) {
     AnnounceDraws();
     EXPECT_EQ(Statistics("g1f3"), 0) << "announced in the middle of a search";
     const SearchHost host = Host;
-    InstallHostFunctions();
+    InstallSearchHost();
     Host.withholdMove();
     Host = host;
     EXPECT_EQ(Statistics("g1f3"), Points(2, 2)) << "played twice in this game";

@@ -7,8 +7,9 @@
 #include "board/fen.h"
 #include "board/notation.h"
 #include "board/position.h"
+#include "front/dialects/console.h"
+#include "front/dialects/uci.h"
 #include "front/game/game.h"
-#include "front/game/interface.h"
 #include "support/engine_setup.h"
 
 namespace {
@@ -21,10 +22,10 @@ class Adjudication : public testing::Test {
 protected:
     void SetUp() override {
         SetUpEngineTables();
-        Interface.UciMode = false;
+        Speaking = &ConsoleDialect;
     }
     void TearDown() override {
-        Interface.UciMode = false;
+        Speaking = &ConsoleDialect;
         SetStartPosition();
     }
     static std::string Draws() {
@@ -63,7 +64,7 @@ TEST_F(Adjudication, CountsPiecesWithoutPawns) {
 
 TEST_F(Adjudication, IsSilentInUci) {
     LoadFen("k7/8/8/8/8/8/8/K7 w - -");
-    Interface.UciMode = true;
+    Speaking = &UciDialect;
     EXPECT_EQ(Draws(), "");
 }
 

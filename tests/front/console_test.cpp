@@ -241,7 +241,7 @@ TEST(Console, ADemonstrationEndsWithAResult) {
 TEST(Console, RepeatsItselfToTheNode) {
     const auto nodesAndMoves = [] {
         EngineProcess engine;
-        engine.Ask("easy\nsd 7\nst 0");
+        engine.Ask("easy\nsd 7\nlevel 0 600 0"); // time enough on any machine
         std::string text;
         for (const char* const line : {"e2e4", "go", "go"}) {
             engine.Send(line);

@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "board/position.h"
+#include "front/dialects/console.h"
 #include "front/dialects/uci.h"
 #include "front/game/game.h"
-#include "front/game/interface.h"
 #include "front/interpreter.h"
 #include "search/driver_state.h"
 #include "search/root.h"
@@ -26,7 +26,7 @@ protected:
     void TearDown() override {
         Tablebases = {};
         Past = {};
-        Interface.UciMode = false;
+        Speaking = &ConsoleDialect;
         SetStartPosition();
     }
 };
@@ -47,7 +47,7 @@ TEST_F(UciState, AnotherPositionForgetsTheLastScoreUnlessTheGamesComePositionByP
     for (const bool uci : {true, false}) {
         for (const char* const line : {"position fen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1",
                                        "loadfen 4k3/8/8/8/8/8/4P3/4K3 w - - 0 1"}) {
-            Interface.UciMode = uci;
+            Speaking = uci ? &UciDialect : &ConsoleDialect;
             Past.LastScore = 123;
             Past.LastScoreSide = BLACK;
             Dispatch(line);

@@ -1,7 +1,12 @@
-// Analysis mode: thinking about one position after the other without playing.
+// Analysis: searches without limits of positions that the user changes as he likes.
 #pragma once
 
-// Thinks about the position until told otherwise, and follows the moves, take-backs and new games
-// that are typed meanwhile. Ends by "exit", or by the end of input when a search has ended by
-// itself.
-void AnalyseGame();
+#include "front/input/command_line.h"
+
+// Analyses until "exit" or the end of input. The engine makes no moves.
+void Analyse(const CommandLine& line);
+
+// While the analysis waits for something to do: a move has changed the position, or the line is
+// left for the next search to act on. Either ends the wait.
+void AnalyseChangedPosition();
+void LeaveLineToSearch(const CommandLine& line);

@@ -87,7 +87,7 @@ static void EditMen() {
     }
 }
 
-void EditBoard() {
+void EditBoard(const CommandLine&) {
     EditMen();
     CastleRights = ALL_CASTLE_RIGHTS;
     DropImpossibleCastleRights();

@@ -47,7 +47,7 @@ constexpr const char* SecondPage[] = {
 
 } // namespace
 
-void ShowHelp() {
+void ShowHelp(const CommandLine&) {
     for (const char* const line : FirstPage)
         std::puts(line);
     std::printf("\nPress <enter> to continue....");

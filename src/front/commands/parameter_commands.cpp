@@ -2,10 +2,14 @@
 
 #include <cstdio>
 
+#include "board/order_tables.h"
 #include "eval/derived_tables.h"
 #include "eval/piece_square_tables.h"
 #include "eval/values_file.h"
+#include "search/driver_state.h"
 #include "search/hash_memory.h"
+#include "search/pruning_margins.h"
+#include "search/state.h"
 
 void ReloadValues(const CommandLine&) {
     LoadParameters();
@@ -21,3 +25,25 @@ void WriteValues(const CommandLine&) {
     std::puts("Error writing values.txt");
     std::fflush(stdout);
 }
+
+void CleanTables(const CommandLine&) {
+    ClearAllHashTables();
+    ClearPlyStates();
+    ClearHistory();
+    ClearEvasionReplies();
+    ClearCaptureStats();
+    ForgetLastScore();
+}
+
+template <int Band> void SetPruneMargin(const CommandLine& line) {
+    PruneBands[Band].margin = line.Number(1, PruneBands[Band].margin);
+}
+template <int Band> void SetPruneCoefficient(const CommandLine& line) {
+    PruneBands[Band].coefficient = line.Number(1, PruneBands[Band].coefficient);
+}
+template void SetPruneMargin<0>(const CommandLine&);
+template void SetPruneMargin<1>(const CommandLine&);
+template void SetPruneMargin<2>(const CommandLine&);
+template void SetPruneCoefficient<0>(const CommandLine&);
+template void SetPruneCoefficient<1>(const CommandLine&);
+template void SetPruneCoefficient<2>(const CommandLine&);

@@ -8,3 +8,10 @@ void ReloadValues(const CommandLine& line);
 
 // Writes the values file; nothing happens when that cannot be done.
 void WriteValues(const CommandLine& line);
+
+// Forgets all that searches have learned.
+void CleanTables(const CommandLine& line);
+
+// Sets the margin or coefficient of one band of pruning.
+template <int Band> void SetPruneMargin(const CommandLine& line);
+template <int Band> void SetPruneCoefficient(const CommandLine& line);

@@ -1,6 +1,15 @@
-// The commands that are honoured while a search runs.
+// The commands that only a search hears.
 #pragma once
 
-// Reads waiting lines and acts on them, until none is left or one ends the search. Commands set
-// flags and print short replies; what the flags ask for is done when the search has ended.
-void HandleSearchCommands();
+#include "front/input/command_line.h"
+
+void MoveNow(const CommandLine& line);
+void PonderHit(const CommandLine& line);
+void RequestUndo(const CommandLine& line);
+void RequestExit(const CommandLine& line);
+void RequestNewGame(const CommandLine& line);
+void ReceiveResult(const CommandLine& line);
+
+// How far the search is; and the same where none runs.
+void ShowProgress(const CommandLine& line);
+void ShowNoProgress(const CommandLine& line);

@@ -1,13 +1,10 @@
 #include "front/game/adjudication.h"
 
-#include <cstdio>
-
 #include "board/attackers.h"
 #include "board/draw_rules.h"
 #include "board/position.h"
 #include "book/book_learning.h"
-#include "front/game/game.h"
-#include "front/game/interface.h"
+#include "front/game/dialect.h"
 
 namespace {
 
@@ -24,14 +21,6 @@ constinit bool DrawToLearn = false;
 
 static void NoteDraw(const char* line) {
     FoundDraws[FoundDrawCount++] = line;
-}
-
-// Result lines belong to the old protocol.
-static void PrintResult(const char* line) {
-    if (Interface.UciMode)
-        return;
-    std::printf("%s\n", line);
-    std::fflush(stdout);
 }
 
 static int PieceMaterial(Colour side) {
@@ -69,7 +58,7 @@ void FindDraws() {
 
 void AnnounceDraws() {
     for (int i = 0; i < FoundDrawCount; i++)
-        PrintResult(FoundDraws[i]);
+        Speaking->printResult(FoundDraws[i]);
     DrawToLearn |= FoundDrawCount > 0;
     FoundDrawCount = 0;
 }
@@ -86,9 +75,9 @@ void LearnAnnouncedDraw() {
 void AnnounceGameOver() {
     LearnBook(BOOK_DRAWN);
     if (!InCheck(SideToMove))
-        PrintResult("1/2-1/2 {Stalemate}");
+        Speaking->printResult("1/2-1/2 {Stalemate}");
     else if (SideToMove == BLACK)
-        PrintResult("1-0 {White mates}");
+        Speaking->printResult("1-0 {White mates}");
     else
-        PrintResult("0-1 {Black mates}");
+        Speaking->printResult("0-1 {Black mates}");
 }

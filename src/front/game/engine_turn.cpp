@@ -1,23 +1,36 @@
 #include "front/game/engine_turn.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "board/notation.h"
 #include "board/position.h"
-#include "front/dialects/thinking.h"
+#include "front/game/activity.h"
+#include "front/game/dialect.h"
 #include "front/game/game.h"
 #include "front/game/interface.h"
+#include "front/game/typed_move.h"
 #include "search/driver.h"
+#include "search/host.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
 
 bool ThinkAndMove() {
     ForgetOldHistory();
-    return Think();
+    CurrentActivity = Interrupts.PonderingOnPrediction ? PONDERING : THINKING;
+    const bool moved = Think();
+    CurrentActivity = IDLE;
+    return moved;
+}
+
+void ActOnWaitingLines() {
+    CurrentActivity = THINKING;
+    Host.handleInput();
+    CurrentActivity = IDLE;
 }
 
 static bool MayPonder() {
-    return Interface.PonderNow && !Game.ForceMode && !Interface.UciMode &&
+    return Interface.PonderNow && !Game.ForceMode && Speaking->pondersByItself &&
            Game.PonderMove != NO_MOVE;
 }
 
@@ -40,7 +53,7 @@ static bool Ponder() {
     return answered;
 }
 
-void TakeTurn() {
+static void PlayAndPonder() {
     Game.EngineSide = SideToMove;
     Interrupts = {};
     bool moved = ThinkAndMove();
@@ -48,4 +61,30 @@ void TakeTurn() {
         moved = Ponder();
     if (Interrupts.NewRequested)
         NewGame();
+}
+
+// Plays the move that has come instead of the predicted one. False when there is none, or it is not
+// legal.
+static bool PlayReply() {
+    const std::string reply = std::exchange(Game.Reply, "");
+    return !reply.empty() && PlayTypedMove(reply);
+}
+
+static void ForgetOrders() {
+    Limits.GoPonder = false;
+    Limits.SearchMoveCount = 0;
+    AnswerByClock();
+}
+
+void TakeTurn() {
+    PlayAndPonder();
+    while (PlayReply() && !Game.ForceMode) {
+        ForgetOrders();
+        PlayAndPonder();
+    }
+}
+
+void AnswerMove() {
+    ForgetOrders();
+    TakeTurn();
 }

@@ -6,6 +6,12 @@
 // the interrupts.
 bool ThinkAndMove();
 
-// Takes the side to move and plays; then ponders and plays again, for as long as the opponent plays
-// what was predicted. A new game that was asked for meanwhile is set up.
+// Acts on the lines that wait as a search does. For those that end before they look at the input.
+void ActOnWaitingLines();
+
+// Takes the side to move and plays; then ponders and plays again, for as long as the opponent
+// moves. A new game that was asked for meanwhile is set up.
 void TakeTurn();
+
+// Takes the turn to answer a move of the opponent: by the clock, whatever the last search was told.
+void AnswerMove();

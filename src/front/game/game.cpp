@@ -7,6 +7,7 @@
 #include "board/order_tables.h"
 #include "book/book_learning.h"
 #include "book/position_learning.h"
+#include "front/game/dialect.h"
 #include "front/game/interface.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
@@ -27,7 +28,7 @@ struct {
 } // namespace
 
 void NewGame() {
-    if (!Interface.PartnerMode && !Interface.UciMode) {
+    if (!Interface.PartnerMode && !Speaking->keepsLastScore) {
         ForgetLastScore();
         ClearHistory();
         ClearKillers();
@@ -58,7 +59,7 @@ void GiveTurn(Colour side) {
 void SetUpFen(const char* fen) {
     if (fen[std::strspn(fen, " ")] == '\0')
         return;
-    if (!Interface.UciMode)
+    if (!Speaking->keepsLastScore)
         ForgetLastScore();
     Limits.GoPonder = false;
     LoadFen(fen);

@@ -1,6 +1,8 @@
 // The game at the board: who plays which side, and setting up, playing and taking back its moves.
 #pragma once
 
+#include <string>
+
 #include "board/types.h"
 
 struct GameState {
@@ -9,6 +11,9 @@ struct GameState {
     // The reply that it expects to its move: the second move of the variation printed last, then
     // that to the move announced; NO_MOVE when it knows none.
     Move PonderMove = NO_MOVE;
+    // The line of a move that the opponent has played instead of the one pondered on; it is read
+    // once the prediction has been taken back. Empty for none.
+    std::string Reply;
 };
 extern GameState Game;
 

@@ -1,10 +1,7 @@
-// What the interface at the other end speaks and has asked for.
+// What the interface at the other end has asked for.
 #pragma once
 
 struct InterfaceState {
-    // The UCI dialect's output instead of xboard's. The command that enters the one leaves the
-    // other.
-    bool UciMode = false;
     // A partner program leads the game: like UCI mode it keeps what the last search knew over
     // `new`.
     bool PartnerMode = false;

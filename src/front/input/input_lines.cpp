@@ -54,7 +54,7 @@ bool ReadWaitingInput() {
     return true;
 }
 
-bool TakeLine(std::string& line) {
+bool PeekLine(std::string& line) {
     if (!LineWaiting())
         return false;
     const char* const begin = Buffer.data() + TakenUpTo;
@@ -63,10 +63,14 @@ bool TakeLine(std::string& line) {
     if (length > 0 && begin[length - 1] == '\r')
         length--;
     line.assign(begin, strnlen(begin, length));
-    TakenUpTo = ++SearchedUpTo;
     if (const size_t carriageReturn = line.find('\r'); carriageReturn != std::string::npos)
         line[carriageReturn] = ' ';
     return true;
+}
+
+void DropLine() {
+    if (LineWaiting())
+        TakenUpTo = ++SearchedUpTo;
 }
 
 bool WaitForLine() {
@@ -78,14 +82,10 @@ bool WaitForLine() {
 }
 
 bool NextLine(std::string& line) {
-    return WaitForLine() && TakeLine(line);
-}
-
-void ReturnLine(const std::string& line) {
-    const auto place = Buffer.begin() + std::ptrdiff_t(TakenUpTo);
-    Buffer.insert(Buffer.insert(place, line.begin(), line.end()) + std::ptrdiff_t(line.size()),
-                  '\n');
-    SearchedUpTo = TakenUpTo;
+    if (!WaitForLine() || !PeekLine(line))
+        return false;
+    DropLine();
+    return true;
 }
 
 bool Abandoned() {

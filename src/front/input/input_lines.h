@@ -13,9 +13,12 @@ bool LineWaiting();
 // calls. False at the end of input.
 bool ReadWaitingInput();
 
-// Takes the next line out of the buffer, without its line end (LF or CR LF) and with the first
-// other carriage return turned into a blank; a NUL ends it. False when no whole line waits.
-bool TakeLine(std::string& line);
+// Reads the next line in the buffer, without its line end (LF or CR LF) and with the first other
+// carriage return turned into a blank; a NUL ends it. False when no whole line waits.
+bool PeekLine(std::string& line);
+
+// Takes the next line out of the buffer.
+void DropLine();
 
 // Waits until a whole line waits, asleep. False at the end of input, when what is left has no line
 // end.
@@ -23,9 +26,6 @@ bool WaitForLine();
 
 // Waits for the next line and takes it. False at the end of input.
 bool NextLine(std::string& line);
-
-// Puts a line that was taken back: it will be the next.
-void ReturnLine(const std::string& line);
 
 // Whether the input has ended and the output reaches nobody either: what is still being done is
 // done for nobody.

@@ -1,17 +1,12 @@
-#include "front/dialects/thinking.h"
+#include "front/dialects/variation.h"
 
-#include <cinttypes>
 #include <cstdio>
-#include <cstdlib>
 
 #include "board/attackers.h"
 #include "board/make_move.h"
 #include "board/notation.h"
 #include "board/pseudo_legal.h"
 #include "front/game/game.h"
-#include "front/game/interface.h"
-#include "front/game/resign.h"
-#include "search/interrupts.h"
 #include "search/root.h"
 #include "search/state.h"
 #include "search/transposition.h"
@@ -19,10 +14,6 @@
 namespace {
 
 constexpr int MAX_VARIATION = 20;
-// Nodes until which an unforced line is held back; the first node of all is let through.
-constexpr int64_t SILENT_NODES = 100000;
-// Lifts mate scores beyond the range of ordinary scores.
-constexpr int32_t PRINTED_MATE_OFFSET = 67;
 
 } // namespace
 
@@ -62,40 +53,11 @@ void PrintVariationMoves(int index) {
         UnmakeMove();
 }
 
-// What the table expects the opponent to reply to a move.
-static Move ExpectedReply(Move move) {
+Move ExpectedReply(Move move) {
     MakeMove(move, true);
     const Move reply = FollowTable();
     if (reply != NO_MOVE)
         UnmakeMove();
     UnmakeMove();
     return reply;
-}
-
-static int32_t PrintedScore(int32_t score) {
-    if (std::abs(score) <= MATE_BOUND)
-        return score;
-    return score > 0 ? score + PRINTED_MATE_OFFSET : score - PRINTED_MATE_OFFSET;
-}
-
-void PrintThinking(bool forced) {
-    if (!Interface.PostThinking ||
-        (!forced && Running.NodeCount > 0 && Running.NodeCount <= SILENT_NODES))
-        return;
-    std::printf("%d %d %d %" PRId64, Running.IterationDepth + 1, PrintedScore(Root.moves[0].score),
-                ElapsedTime(), Running.NodeCount);
-    PrintVariationMoves(0);
-    std::printf("\n");
-    std::fflush(stdout);
-}
-
-void AnnounceMove(Move move, bool fromBook) {
-    if (!fromBook)
-        PrintThinking(true);
-    // Without posting, nothing was printed that told it.
-    Game.PonderMove = ExpectedReply(move);
-    if (ShouldResign())
-        std::printf("resign\n");
-    std::printf("move %s\n", MoveText(move).c_str());
-    std::fflush(stdout);
 }

@@ -1,0 +1,62 @@
+#include "front/commands/clock_commands.h"
+
+#include <string>
+#include <string_view>
+
+#include "front/input/clocks.h"
+#include "front/input/keyword.h"
+#include "search/limits.h"
+
+namespace {
+
+// Where the number of "time" and "otim" begins in a line that arrives during a search.
+constexpr size_t NUMBER_OFFSET = 5;
+
+} // namespace
+
+void SetLevel(const CommandLine& line) {
+    Clock.MovesToGo = false;
+    Clock.MovesPerPeriod = line.Number(1, Clock.MovesPerPeriod);
+    if (line.Arguments() >= 4) {
+        Clock.BaseTime = Hundredths(line.Number(2) * int64_t{60} + line.Number(3), 100);
+        Clock.OwnIncrement = Clock.OpponentIncrement = Hundredths(line.Number(4), 100);
+        return;
+    }
+    if (line.Arguments() >= 2)
+        Clock.BaseTime = Hundredths(line.Number(2), 6000);
+    if (line.Arguments() >= 3)
+        Clock.OwnIncrement = Clock.OpponentIncrement = Hundredths(line.Number(3), 100);
+}
+
+void SetDepth(const CommandLine& line) {
+    Limits.DepthLimit = line.Number(1, Limits.DepthLimit);
+}
+
+void SetMoveTime(const CommandLine& line) {
+    if (line.Arguments() >= 1)
+        Limits.FixedTime = Hundredths(line.Number(1), 100);
+}
+
+void SetOwnTime(const CommandLine& line) {
+    if (line.Arguments() >= 1)
+        Clock.OwnTime = RemainingTime(line.Number(1));
+}
+
+void SetOpponentTime(const CommandLine& line) {
+    if (line.Arguments() >= 1)
+        Clock.OpponentTime = RemainingTime(line.Number(1));
+}
+
+// The number that a clock is set to during a search; without one the clock stays.
+static void SetRunningClock(const std::string& line, int32_t& clock) {
+    if (line.size() > NUMBER_OFFSET)
+        clock = RemainingTime(ReadNumber(std::string_view(line).substr(NUMBER_OFFSET)));
+}
+
+void SetOwnClock(const CommandLine& line) {
+    SetRunningClock(line.text, Clock.OwnTime);
+}
+
+void SetOpponentClock(const CommandLine& line) {
+    SetRunningClock(line.text, Clock.OpponentTime);
+}

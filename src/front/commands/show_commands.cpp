@@ -1,0 +1,71 @@
+#include "front/commands/show_commands.h"
+
+#include <algorithm>
+#include <cinttypes>
+#include <cstdio>
+
+#include "board/board_view.h"
+#include "board/notation.h"
+#include "board/perft.h"
+#include "board/position.h"
+#include "book/book.h"
+#include "book/book_choice.h"
+#include "book/book_keys.h"
+#include "front/input/reply.h"
+#include "platform/clock.h"
+#include "platform/standard_streams.h"
+#include "search/limits.h"
+#include "search/root.h"
+#include "tablebase/registry.h"
+
+void ShowBoard(const CommandLine&) {
+    PrintBoard();
+}
+
+void ShowFlags(const CommandLine&) {
+    std::printf("castling flags = %d\n", CastleRights);
+    std::fflush(stdout);
+}
+
+void ShowMoves(const CommandLine&) {
+    std::printf("-------------- Legal moves: ----------------\n");
+    Limits.SearchMoveCount = 0;
+    PrepareRoot();
+    for (int i = 0; i < Root.count; i++)
+        std::printf("%s (%d); ", MoveText(RootMove(i)).c_str(), Root.moves[i].orderScore);
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+void ShowBookMoves(const CommandLine&) {
+    const auto key = uint32_t(KeysOfPosition().a);
+    std::printf("Current nhash1 = %d, nhash2 = %d\n", int(key & 0xffff), int(key >> 16));
+    if (BookOpen)
+        ListBookMoves();
+    else
+        PrintLine("No book loaded...");
+}
+
+void ShowTablebaseStatus(const CommandLine&) {
+    std::printf("UseEGTB = %s", UseEgtb ? "TRUE" : "FALSE");
+    std::printf("\ntb_path = %s\n", EgtbPath);
+    PrintTablebaseCount();
+}
+
+void RunPerft(const CommandLine& line) {
+    if (line.Arguments() < 1 || line.Number(1) < 1)
+        return;
+    // Timing begins on the edge of a tick.
+    const int64_t tick = ClockMilliseconds();
+    int64_t start = tick;
+    while (start == tick)
+        start = ClockMilliseconds();
+    // Nothing else ends a count that nobody waits for any more.
+    constexpr auto wanted = [] { return !OutputAbandoned(); };
+    const uint64_t leaves = CountPerft(std::min(line.Number(1), MAX_PERFT_DEPTH), wanted);
+    if (!wanted())
+        return;
+    std::printf("total moves = %" PRIu64 " time = %.2f\n", leaves,
+                double(ClockMilliseconds() - start) / 1000.0);
+    std::fflush(stdout);
+}

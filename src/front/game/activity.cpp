@@ -1,0 +1,3 @@
+#include "front/game/activity.h"
+
+constinit Activity CurrentActivity = IDLE;

@@ -1,0 +1,18 @@
+#include "front/game/dialect.h"
+
+namespace {
+
+constexpr Dialect Silence = {
+    .printResult = [](const char*) {},
+    .printVariations = [](BoundType, int) {},
+    .printCurrentMove = [] {},
+    .printStatistics = [] {},
+    .announceMove = [](Move, bool) {},
+    .keepMove = [](bool) {},
+    .keepsLastScore = false,
+    .pondersByItself = false,
+};
+
+} // namespace
+
+constinit const Dialect* Speaking = &Silence;

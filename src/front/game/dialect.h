@@ -1,0 +1,20 @@
+// What differs between the dialects that the engine is spoken to in: how it answers.
+#pragma once
+
+#include "board/types.h"
+#include "search/host.h"
+
+struct Dialect {
+    void (*printResult)(const char* line); // of the game: mate, draw
+    void (*printVariations)(BoundType bound, int line);
+    void (*printCurrentMove)();
+    void (*printStatistics)();
+    void (*announceMove)(Move move, bool fromBook); // which has not been made yet
+    // The search has ended and its move is not played, or not yet.
+    void (*keepMove)(bool analysisEnded);
+    bool keepsLastScore;  // over a new game or position: the opponent gives games move by move
+    bool pondersByItself; // after its move; else only when told to
+};
+
+// The dialect in use; a silent one until the first is entered.
+extern const Dialect* Speaking;

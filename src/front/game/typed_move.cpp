@@ -1,0 +1,22 @@
+#include "front/game/typed_move.h"
+
+#include <cstdio>
+
+#include "board/legal_moves.h"
+#include "board/notation.h"
+#include "front/game/game.h"
+
+void RefuseMove(const std::string& line) {
+    std::printf("Illegal move: %s\n", line.c_str());
+    std::fflush(stdout);
+}
+
+bool PlayTypedMove(const std::string& line) {
+    const Move move = MoveFromText(line);
+    if (!IsLegal(move)) {
+        RefuseMove(line);
+        return false;
+    }
+    PlayMove(move);
+    return true;
+}

@@ -1,0 +1,8 @@
+#include "front/input/reply.h"
+
+#include <cstdio>
+
+void PrintLine(const char* line) {
+    std::puts(line);
+    std::fflush(stdout);
+}
