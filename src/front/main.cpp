@@ -16,11 +16,14 @@
 #include "front/game/interface.h"
 #include "front/interpreter.h"
 #include "front/search_host.h"
-#include "front/settings/settings.h"
+#include "front/settings/options.h"
+#include "front/settings/settings_file.h"
+#include "front/settings/summary.h"
 #include "platform/clock.h"
 #include "platform/runtime_rand.h"
 #include "platform/signals.h"
 #include "platform/standard_streams.h"
+#include "platform/version.h"
 #include "search/driver_state.h"
 #include "search/hash_memory.h"
 #include "tablebase/tablebases.h"
@@ -35,7 +38,7 @@ static void InitTablebases() {
 }
 
 static void PrintBanner() {
-    std::puts("Tarquelin v1.40 [r2040/09.11.2013]");
+    std::printf("Tarquelin v%s [r2040/09.11.2013]\n", VERSION);
     std::fflush(stdout);
 }
 

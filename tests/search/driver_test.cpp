@@ -39,7 +39,7 @@ TEST_F(DriverTest, TeachesTheBookOnlyByWhatItHasSearched) {
     WriteFileText("test.tqn", BookBytes(1, {{"rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -",
                                              {{"e2e4", Points(5, 3)}}}}));
     testing::internal::CaptureStdout();
-    SetDefaultBookSettings();
+    Book = {};
     OpenBook("test.tqn");
     testing::internal::GetCapturedStdout();
     BookLearned = false;
@@ -53,7 +53,7 @@ TEST_F(DriverTest, TeachesTheBookOnlyByWhatItHasSearched) {
         EXPECT_EQ(BookLearned, !fromBook);
     }
     OpenBook("");
-    SetDefaultBookSettings();
+    Book = {};
     BookLearned = false;
 }
 

@@ -16,7 +16,7 @@
 #include "platform/standard_streams.h"
 #include "search/limits.h"
 #include "search/root.h"
-#include "tablebase/registry.h"
+#include "tablebase/tablebases.h"
 
 void ShowBoard(const CommandLine&) {
     PrintBoard();
@@ -40,15 +40,15 @@ void ShowMoves(const CommandLine&) {
 void ShowBookMoves(const CommandLine&) {
     const auto key = uint32_t(KeysOfPosition().a);
     std::printf("Current nhash1 = %d, nhash2 = %d\n", int(key & 0xffff), int(key >> 16));
-    if (BookOpen)
+    if (BookIsOpen())
         ListBookMoves();
     else
         PrintLine("No book loaded...");
 }
 
 void ShowTablebaseStatus(const CommandLine&) {
-    std::printf("UseEGTB = %s", UseEgtb ? "TRUE" : "FALSE");
-    std::printf("\ntb_path = %s\n", EgtbPath);
+    std::printf("UseEGTB = %s", Tablebases.UseEgtb ? "TRUE" : "FALSE");
+    std::printf("\ntb_path = %s\n", Tablebases.EgtbPath);
     PrintTablebaseCount();
 }
 
