@@ -12,15 +12,6 @@ constexpr const char* Mated = "loadfen 7k/6Q1/6K1/8/8/8/8/8 b - -\n";
 // A mate that is found at once, so that the search ends by itself.
 constexpr const char* MateInOne = "loadfen 6k1/5ppp/8/8/8/8/8/R6K w - -\n";
 
-constexpr const char* StartBoard = "*R*N*B*Q*K*B*N*R\n"
-                                   "*P*P*P*P*P*P*P*P\n"
-                                   " . . . . . . . .\n"
-                                   " . . . . . . . .\n"
-                                   " . . . . . . . .\n"
-                                   " . . . . . . . .\n"
-                                   " P P P P P P P P\n"
-                                   " R N B Q K B N R\n";
-
 TEST(Analysis, FollowsWhatIsTypedAndPlaysNothing) {
     EngineProcess engine;
     // A depth, a time and a node limit of the game do not end it.
@@ -93,9 +84,9 @@ TEST(Analysis, AFinishedGameCanBeLeft) {
 }
 
 TEST(Analysis, EndsWithTheProcessOrTheInput) {
-    for (const char* const line : {"quit", "q"}) {
+    for (const std::string search : {std::string(Mated) + "analyze", std::string("go infinite")}) {
         EngineProcess engine;
-        engine.Send(std::string(Mated) + "analyze\n" + line);
+        engine.Send(search + "\nquit");
         EXPECT_EQ(engine.WaitForExit(), 0);
     }
     EngineProcess engine;

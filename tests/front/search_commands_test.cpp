@@ -10,48 +10,20 @@ namespace {
 
 constexpr const char* NoPondering = "Pondering = off";
 
-constexpr const char* StartBoard = "*R*N*B*Q*K*B*N*R\n"
-                                   "*P*P*P*P*P*P*P*P\n"
-                                   " . . . . . . . .\n"
-                                   " . . . . . . . .\n"
-                                   " . . . . . . . .\n"
-                                   " . . . . . . . .\n"
-                                   " P P P P P P P P\n"
-                                   " R N B Q K B N R\n";
-
-struct Ending {
-    const char* line;
-    const char* reply; // before the engine's move
-};
-
-constexpr Ending Endings[] = {
-    {"?", ""},
-    {"?!", ""},
-    {"stop", ""},
-    {"post", ""},
-    {"nopost", ""},
-    {"force", ""},
-    {"hard", ""},
-    {"easy", ""},
-    {"time 100", ""},
-    {"undo", ""},
-    {"exit", ""},
-    {"g1f3", ""},
-    {"E2e5", "Illegal move: E2e5\n"},
-    {"h1h8", "Illegal move: h1h8\n"},
-};
-
 TEST(SearchCommands, TheseEndTheSearchWithItsMove) {
-    for (const Ending& c : Endings) {
-        SCOPED_TRACE(c.line);
+    for (const std::string line : {"?", "?!", "stop", "post", "nopost", "force", "hard", "easy",
+                                   "time 100", "undo", "exit", "g1f3", "E2e5", "h1h8"}) {
+        SCOPED_TRACE(line);
         EngineProcess engine(NoPondering);
         engine.Settle();
-        engine.Send(std::string("nopost\ngo infinite\n") + c.line);
+        engine.Send("nopost\ngo infinite\n" + line);
         std::string text = engine.ReadUntilPrefix("move ");
         // Posting switched on shows the last line of thinking.
-        if (std::string(c.line) == "post")
+        if (line == "post")
             text.erase(0, text.find("move "));
-        EXPECT_TRUE(text.starts_with(std::string(c.reply) + "move ")) << text;
+        const bool illegal = line == "E2e5" || line == "h1h8";
+        EXPECT_TRUE(text.starts_with((illegal ? "Illegal move: " + line + "\n" : "") + "move "))
+            << text;
         engine.Ask("force\nundo");
         EXPECT_EQ(engine.Ask("brd"), StartBoard) << "only the engine's own move was made";
     }
@@ -75,20 +47,12 @@ TEST(SearchCommands, ADotTellsHowFarTheSearchIs) {
     engine.Settle();
     engine.Send("nopost\ngo infinite\n.");
     const std::string line = engine.ReadLine();
-    int time = 0;
-    long nodes = 0;
-    int depth = 0;
     int left = -1;
     int moves = 0;
     char text[6] = "";
-    ASSERT_EQ(sscanf(line.c_str(), "stat01: %d %ld %d %d %d %5s", &time, &nodes, &depth, &left,
-                     &moves, text),
-              6)
+    ASSERT_EQ(sscanf(line.c_str(), "stat01: %*d %*d %*d %d %d %5s", &left, &moves, text), 3)
         << line;
-    EXPECT_GT(nodes, 0);
-    EXPECT_GE(depth, 2);
-    EXPECT_GE(left, 0);
-    EXPECT_LT(left, moves);
+    EXPECT_TRUE(left >= 0 && left < moves) << line;
     EXPECT_EQ(moves, 20);
     EXPECT_EQ(std::string(text).size(), 4U);
 }
@@ -102,12 +66,6 @@ TEST(SearchCommands, ANewGameOrAResultLeavesNoMove) {
         EXPECT_EQ(engine.Ask(""), "");
         EXPECT_EQ(engine.Ask("brd"), board);
     }
-}
-
-TEST(SearchCommands, QuitEndsTheProcessAtOnce) {
-    EngineProcess engine(NoPondering);
-    engine.Send("go infinite\nquit");
-    EXPECT_EQ(engine.WaitForExit(), 0);
 }
 
 TEST(SearchCommands, AnAbandonedEngineEndsWhateverItDoesAndSleeps) {
@@ -156,15 +114,19 @@ private:
     std::string hint;
 };
 
-TEST(Pondering, ThePredictedMoveIsAnsweredAndTheNextOnePredicted) {
-    PonderingEngine engine;
-    ASSERT_EQ(engine.Predicted().size(), 4U) << engine.Transcript();
-    engine.Send("time 5000\notim 5000\n" + engine.Predicted());
-    EXPECT_TRUE(engine.ReadUntilPrefix("move ").starts_with("move ")) << engine.Transcript();
-    EXPECT_TRUE(engine.ReadLine().starts_with("Hint: "));
-    engine.Send("easy");
-    EXPECT_NE(engine.Ask("remove\nbrd"), StartBoard);
-    EXPECT_EQ(engine.Ask("remove\nbrd"), StartBoard) << "four plies were played";
+TEST(Pondering, ThePredictedMoveAndAnyOtherAreAnsweredAndTheNextOneIsPredicted) {
+    for (const bool predicted : {true, false}) {
+        PonderingEngine engine;
+        ASSERT_EQ(engine.Predicted().size(), 4U) << engine.Transcript();
+        engine.Send("time 5000\notim 5000\n.");
+        EXPECT_TRUE(engine.ReadLine().starts_with("stat01: ")) << "clocks are set and it goes on";
+        engine.Send(predicted ? engine.Predicted() : engine.Other());
+        EXPECT_TRUE(engine.ReadUntilPrefix("move ").starts_with("move ")) << engine.Transcript();
+        EXPECT_TRUE(engine.ReadLine().starts_with("Hint: "));
+        engine.Send("easy");
+        EXPECT_NE(engine.Ask("remove\nbrd"), StartBoard);
+        EXPECT_EQ(engine.Ask("remove\nbrd"), StartBoard) << "four plies were played";
+    }
 }
 
 TEST(Pondering, ThePredictedMoveIsAnsweredWhateverTheSearchBeforeWasToldToWaitFor) {
@@ -179,15 +141,6 @@ TEST(Pondering, ThePredictedMoveIsAnsweredWhateverTheSearchBeforeWasToldToWaitFo
         engine.Send(text.substr(text.rfind(' ') + 1, 4));
         engine.ReadUntilPrefix("move ");
     }
-}
-
-TEST(Pondering, AnotherMoveTakesThePredictionBackAndIsAnswered) {
-    PonderingEngine engine;
-    engine.Send(engine.Other());
-    EXPECT_TRUE(engine.ReadUntilPrefix("move ").starts_with("move ")) << engine.Transcript();
-    engine.Send("easy");
-    EXPECT_NE(engine.Ask("remove\nbrd"), StartBoard);
-    EXPECT_EQ(engine.Ask("remove\nbrd"), StartBoard) << "four plies were played";
 }
 
 TEST(Pondering, AnIllegalMoveEndsIt) {
@@ -206,20 +159,12 @@ TEST(Pondering, TheseEndItWithoutAWord) {
     }
 }
 
-TEST(Pondering, ClocksAreSetWhileItGoesOn) {
-    PonderingEngine engine;
-    engine.Send("time 5000\notim 5000\n.");
-    // The idle engine has no answer to a dot.
-    EXPECT_TRUE(engine.Settle().starts_with("stat01: "));
-}
-
-TEST(Pondering, AMoveTakenBackIsTheEnginesOwn) {
-    PonderingEngine engine;
-    engine.Ask("undo");
-    EXPECT_EQ(engine.Ask("undo\nbrd"), StartBoard);
-}
-
-TEST(Pondering, ANewGameLeavesNoPredictionOnTheBoard) {
+TEST(Pondering, UndoTakesTheEnginesMoveBackTooAndANewGameAll) {
+    {
+        PonderingEngine engine;
+        engine.Ask("undo");
+        EXPECT_EQ(engine.Ask("undo\nbrd"), StartBoard);
+    }
     PonderingEngine engine;
     engine.Ask("new");
     EXPECT_EQ(engine.Ask("brd"), StartBoard);

@@ -4,6 +4,11 @@
 #include <string>
 #include <sys/types.h>
 
+// What "brd" prints before the first move.
+constexpr const char* StartBoard =
+    "*R*N*B*Q*K*B*N*R\n*P*P*P*P*P*P*P*P\n . . . . . . . .\n . . . . . . . .\n"
+    " . . . . . . . .\n . . . . . . . .\n P P P P P P P P\n R N B Q K B N R\n";
+
 class EngineProcess {
 public:
     // Starts the engine in a fresh directory; with `settings` as its settings file, unless empty.
