@@ -84,7 +84,7 @@ TEST(Analysis, AFinishedGameCanBeLeft) {
 }
 
 TEST(Analysis, EndsWithTheProcessOrTheInput) {
-    for (const std::string search : {std::string(Mated) + "analyze", std::string("go infinite")}) {
+    for (const std::string& search : {std::string(Mated) + "analyze", std::string("go infinite")}) {
         EngineProcess engine;
         engine.Send(search + "\nquit");
         EXPECT_EQ(engine.WaitForExit(), 0);

@@ -1,5 +1,6 @@
 #include "front/commands/play_commands.h"
 
+#include <memory>
 #include <string>
 
 #include "board/notation.h"
@@ -48,7 +49,7 @@ static void AnswerPrediction(const std::string& line) {
     if (SameSquares(MoveFromText(line), Interrupts.PredictedMove)) {
         AcceptPrediction();
     } else {
-        Game.Reply = line;
+        Game.Reply = std::make_unique<const std::string>(line);
         Running.StopSearch = true;
     }
 }

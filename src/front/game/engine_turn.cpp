@@ -66,8 +66,8 @@ static void PlayAndPonder() {
 // Plays the move that has come instead of the predicted one. False when there is none, or it is not
 // legal.
 static bool PlayReply() {
-    const std::string reply = std::exchange(Game.Reply, "");
-    return !reply.empty() && PlayTypedMove(reply);
+    const auto reply = std::move(Game.Reply);
+    return reply != nullptr && PlayTypedMove(*reply);
 }
 
 static void ForgetOrders() {

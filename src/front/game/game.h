@@ -1,6 +1,7 @@
 // The game at the board: who plays which side, and setting up, playing and taking back its moves.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "board/types.h"
@@ -12,8 +13,8 @@ struct GameState {
     // that to the move announced; NO_MOVE when it knows none.
     Move PonderMove = NO_MOVE;
     // The line of a move that the opponent has played instead of the one pondered on; it is read
-    // once the prediction has been taken back. Empty for none.
-    std::string Reply;
+    // once the prediction has been taken back. Null for none.
+    std::unique_ptr<const std::string> Reply;
 };
 extern GameState Game;
 
