@@ -28,6 +28,10 @@ constexpr int LAST_NOTED_PLY = 100;
 constexpr int LAST_NOTED_FIFTY_COUNT = 70;
 constexpr int FEW_PIECES = 13;
 constexpr int LAST_LOOKED_UP_PLY = 120;
+// A game holds when so many of its latest searches say so.
+constexpr size_t HOLDING_SEARCHES = 3;
+// The engine's move before the last was chosen so many plies ago.
+constexpr int PLIES_SINCE_CHOICE = 3;
 constexpr int PLY_UNITS = 60;
 constexpr int ROOT_EXTRA = 30;
 constexpr int32_t WIDEST_SCORE = 32700;
@@ -106,15 +110,16 @@ static void NotePosition(int32_t oldScore, int32_t newScore, int32_t depth) {
 
 // Whether the game on the board has gone on from the one in which the latest was noted.
 static bool NotedInThisGame() {
-    return NotedCount > 0 && Ply > NotedPly + 3 && UndoStack[NotedPly].posKey == NotedKey &&
+    return NotedCount > 0 && Ply > NotedPly + PLIES_SINCE_CHOICE &&
+           UndoStack[NotedPly].posKey == NotedKey &&
            UndoStack[NotedPly].move == Noted[NotedCount - 1].move;
 }
 
 // Whether the searches were those of the engine's last two moves in this game: moves taken back,
 // and other games since begun, break the row.
 static bool BelongToGame(const SearchRecord& before, const SearchRecord& last) {
-    return Ply - SetupPly > 2 && UndoStack[Ply - 1].posKey == last.posKey &&
-           UndoStack[Ply - 3].posKey == before.posKey;
+    return Ply - SetupPly >= PLIES_SINCE_CHOICE && UndoStack[Ply - 1].posKey == last.posKey &&
+           UndoStack[Ply - PLIES_SINCE_CHOICE].posKey == before.posKey;
 }
 
 static bool ScoreFell(const SearchRecord& before, const SearchRecord& last, int32_t depth) {
@@ -126,7 +131,7 @@ static void NoteFall(const SearchRecord& before, const SearchRecord& last, int32
     if (!ScoreFell(before, last, depth) || !BelongToGame(before, last))
         return;
     const int end = Ply;
-    while (Ply > end - 3)
+    while (Ply > end - PLIES_SINCE_CHOICE)
         UnmakeMove();
     NotePosition(before.score, last.score, depth * PLY_UNITS + ROOT_EXTRA);
     while (Ply < end)
@@ -134,9 +139,9 @@ static void NoteFall(const SearchRecord& before, const SearchRecord& last, int32
 }
 
 static bool GameHolds(std::span<const SearchRecord> searches) {
-    return searches.size() >= 3 && std::ranges::all_of(searches.last(3), [](const SearchRecord& s) {
-               return s.score >= HOLDING;
-           });
+    return searches.size() >= HOLDING_SEARCHES &&
+           std::ranges::all_of(searches.last(HOLDING_SEARCHES),
+                               [](const SearchRecord& s) { return s.score >= HOLDING; });
 }
 
 void LearnFromSearches(std::span<const SearchRecord> searches, int32_t depth) {

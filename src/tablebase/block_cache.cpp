@@ -27,6 +27,10 @@ constinit int32_t EntryCount = 0;
 constinit int32_t Newest = NONE;
 constinit int32_t Oldest = NONE;
 
+// No table has so many blocks that their numbers reach the serial number above them.
+constexpr int SERIAL_SHIFT = 40;
+constexpr uint64_t MIX = 0x9e3779b97f4a7c15; // odd, without a pattern
+
 // From a byte to the 16-bit value.
 constexpr int32_t WIDEN = 32640;
 
@@ -53,10 +57,12 @@ static void EmptyCache() {
 
 bool AllocateBlockCache(int32_t bytes) {
     FreeBlockCache();
-    const int32_t count = bytes < LEAST_CACHE_BYTES ? 0 : bytes / CACHE_ENTRY_BYTES;
+    if (bytes < 0)
+        return false;
+    const int32_t count = bytes / CACHE_ENTRY_BYTES;
     if (count > 0)
         CacheMemory = AllocateLargeBlock(size_t(count) * sizeof(CacheEntry));
-    if (bytes < 0 || (count > 0 && CacheMemory.memory == nullptr))
+    if (count > 0 && CacheMemory.memory == nullptr)
         return false;
     Entries = static_cast<CacheEntry*>(CacheMemory.memory);
     EntryCount = count;
@@ -69,7 +75,7 @@ int32_t CacheEntries() {
 }
 
 static int32_t& BucketOf(uint32_t serial, uint64_t block) {
-    const uint64_t mixed = (block ^ uint64_t{serial} << 40) * 0x9e3779b97f4a7c15;
+    const uint64_t mixed = (block ^ uint64_t{serial} << SERIAL_SHIFT) * MIX;
     return Entries[(mixed >> 32) * uint64_t(EntryCount) >> 32].firstOfBucket;
 }
 

@@ -7,8 +7,6 @@
 
 // One block and what the cache knows of it.
 constexpr int32_t CACHE_ENTRY_BYTES = 8280;
-// Less memory than this holds nothing at all.
-constexpr int32_t LEAST_CACHE_BYTES = 52;
 
 // Replaces the cache by an empty one of that size: bytes / CACHE_ENTRY_BYTES entries. False,
 // without a cache, when memory is out or the size is negative.

@@ -21,15 +21,17 @@ static TableFault ReadWhole(int file, uint64_t offset, uint8_t* buffer, size_t b
 static TableFault CheckHeader(const uint8_t (&header)[TABLE_HEADER], int& blockSize) {
     if (std::memcmp(header, TableMagic, MAGIC_BYTES) != 0)
         return FAULT_FOREIGN;
-    blockSize = int(LoadLittle32(header + 8));
+    blockSize = int(LoadLittle32(header + BLOCK_SIZE_OFFSET));
     if (blockSize != int{TABLE_BLOCK})
         return FAULT_BLOCK_SIZE;
-    const uint64_t blocks = LoadLittle32(header + 12);
-    const uint64_t plainBytes = LoadLittle64(header + 16);
+    const uint64_t blocks = LoadLittle32(header + BLOCK_COUNT_OFFSET);
+    const uint64_t plainBytes = LoadLittle64(header + PLAIN_BYTES_OFFSET);
     const bool fits =
         plainBytes <= blocks * TABLE_BLOCK && blocks * TABLE_BLOCK < plainBytes + TABLE_BLOCK;
-    return fits && TableChecksum(header, 28) == LoadLittle32(header + 28) ? FAULT_NONE
-                                                                          : FAULT_BROKEN;
+    return fits && TableChecksum(header, HEADER_SUM_OFFSET) ==
+                       LoadLittle32(header + HEADER_SUM_OFFSET)
+               ? FAULT_NONE
+               : FAULT_BROKEN;
 }
 
 // Where the blocks start, from the sizes that the file tells.
@@ -67,12 +69,12 @@ TableFault LoadDirectory(int file, BlockDirectory& directory, int& blockSize) {
     TableFault fault = CheckHeader(header, blockSize);
     if (fault != FAULT_NONE)
         return fault;
-    const uint64_t blocks = LoadLittle32(header + 12);
+    const uint64_t blocks = LoadLittle32(header + BLOCK_COUNT_OFFSET);
     // A file that cannot hold its directory does not get memory for it either.
     if (TABLE_HEADER + blocks * DIRECTORY_ENTRY > uint64_t(fileBytes))
         return FAULT_BROKEN;
-    directory = {LoadLittle64(header + 16), blocks, nullptr};
-    fault = ReadDirectory(file, directory, LoadLittle32(header + 24));
+    directory = {LoadLittle64(header + PLAIN_BYTES_OFFSET), blocks, nullptr};
+    fault = ReadDirectory(file, directory, LoadLittle32(header + DIRECTORY_SUM_OFFSET));
     if (fault == FAULT_NONE && directory.starts[blocks] != uint64_t(fileBytes))
         fault = FAULT_BROKEN;
     if (fault != FAULT_NONE)

@@ -19,6 +19,11 @@
 
 constexpr size_t TABLE_HEADER = 32;
 constexpr size_t DIRECTORY_ENTRY = 2;
+constexpr size_t BLOCK_SIZE_OFFSET = 8;
+constexpr size_t BLOCK_COUNT_OFFSET = 12;
+constexpr size_t PLAIN_BYTES_OFFSET = 16;
+constexpr size_t DIRECTORY_SUM_OFFSET = 24;
+constexpr size_t HEADER_SUM_OFFSET = 28;
 constexpr char TableMagic[] = "TqnTable";
 constexpr size_t MAGIC_BYTES = sizeof TableMagic - 1;
 

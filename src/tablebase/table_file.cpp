@@ -26,6 +26,9 @@ constinit uint32_t LastSerial = 0;
 
 constexpr int OUT_OF_MEMORY_CODE = 1;
 
+constexpr int LEAST_LOSS_BYTE = -126;
+constexpr int LEAST_WIN_WORD = 32000; // no mate takes this many moves
+
 } // namespace
 
 size_t DecodeBlockBytes() {

@@ -23,9 +23,7 @@ struct TableFile {
 // Values of entries. As bytes: 126 is a mate with the next move and less a later one; -126 is
 // mated, more is mated later. Words count alike from 32766 and -32766. 0 is a draw.
 constexpr int BROKEN_BYTE = 127; // illegal or not a position
-constexpr int LEAST_LOSS_BYTE = -126;
 constexpr int BROKEN_WORD = 32767;
-constexpr int LEAST_WIN_WORD = 32000; // no mate takes this many moves
 
 // The table of a class and side in a plain file that is open, and taken over. Prints why and gives
 // null when it is no such table.

@@ -26,8 +26,10 @@ constexpr int MIRROR = 7;     // left to right, as an exclusive or with a square
 constexpr int TURN_OVER = 56; // top to bottom
 constexpr Bitboard PAWN_SQUARES = 0x00ffffffffffff00;
 constexpr int PAWN_SQUARE_COUNT = 48;
+constexpr int SQUARES_BESIDE_KINGS = 62;
 // Places of two pawns side by side on one rank, by who stands left.
 constexpr uint64_t EN_PASSANT_SLOTS = 14;
+constexpr int FIRST_SLOT_FROM_LEFT = 7; // of the capturing pawn's file
 
 // Symmetries of the board are numbered by what is done, in this order.
 constexpr int LEFT_TO_RIGHT = 1;
@@ -187,7 +189,8 @@ uint64_t OtherSets(const Counts& counts, int ownKing, int otherKing) {
     const int forPawns = PAWN_SQUARE_COUNT - (bare ? CountBits(PAWN_SQUARES & kings)
                                                    : counts.ownPawns + counts.afterDoubleStep);
     uint64_t sets = Sets(forPawns, counts.other[TB_PAWN]);
-    int squares = 62 - counts.ownMen - counts.other[TB_PAWN] - 2 * counts.afterDoubleStep;
+    int squares =
+        SQUARES_BESIDE_KINGS - counts.ownMen - counts.other[TB_PAWN] - 2 * counts.afterDoubleStep;
     for (int k = TB_QUEEN; k < TB_PAWN; k++) {
         sets *= Sets(squares, counts.other[k]);
         squares -= counts.other[k];
@@ -320,7 +323,7 @@ int CapturingPawn(Bitboard ownPawns, int epSquare) {
 uint64_t EnPassantIndex(const uint64_t* sums, const Placement& p, int epSquare, int capturing) {
     const uint16_t pair = Pairs[1].number[p.ownKing][p.otherKing];
     const bool fromRight = capturing > epSquare;
-    const int slot = fromRight ? FileOf(epSquare) : 7 + FileOf(capturing);
+    const int slot = fromRight ? FileOf(epSquare) : FIRST_SLOT_FROM_LEFT + FileOf(capturing);
     Bitboard own[TB_KINDS];
     Bitboard other[TB_KINDS];
     for (int k = 0; k < TB_KINDS; k++) {
