@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <string>
-#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -18,7 +17,6 @@
 #include "platform/file_lock.h"
 #include "search/host.h"
 #include "support/book_file.h"
-#include "support/engine_setup.h"
 #include "support/scratch.h"
 
 namespace {
@@ -27,62 +25,36 @@ constexpr const char* Start = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQk
 constexpr const char* AfterE4 = "rnbqkbnr/pppppppp/8/8/4P3/8/PPPP1PPP/RNBQKBNR b KQkq -";
 constexpr const char* AfterE5 = "rnbqkbnr/pppp1ppp/8/4p3/4P3/8/PPPP1PPP/RNBQKBNR w KQkq -";
 
-class BookLearning : public testing::Test {
+class BookLearning : public BookTest {
 protected:
-    void SetUp() override {
-        SetUpEngineTables();
-        Book = {};
-        BookLearned = false;
-    }
-    void TearDown() override {
-        Open("");
-        Book = {};
-        BookLearned = false;
-        SetStartPosition();
-    }
-    static void Open(const std::string& bytes) {
-        WriteFileText("test.tqn", bytes);
-        testing::internal::CaptureStdout();
-        OpenBook("test.tqn");
-        testing::internal::GetCapturedStdout();
-    }
     static void Play(const std::string& moves) {
         SetStartPosition();
+        BookLearned = false;
         for (size_t i = 0; i < moves.size(); i += 5)
             PlayMove(MoveFromText(moves.substr(i, 4)));
     }
-    static int Statistics(const char* squares) {
-        return StatisticsInBook(FileText("test.tqn"), squares);
-    }
-
-    ScratchDirectory directory;
 };
 
 TEST_F(BookLearning, CreditsTheMovesOfTheSideToMoveOnce) {
-    struct Case {
-        BookResult result;
-        uint16_t expected;
-    };
-    for (const Case& c : {Case{BOOK_WON, Points(7, 3)}, Case{BOOK_LOST, Points(5, 5)},
-                          Case{BOOK_DRAWN, Points(6, 4)}}) {
-        SCOPED_TRACE(c.result);
+    for (const auto& [result, expected] :
+         {std::pair{BOOK_WON, Points(7, 3)}, std::pair{BOOK_LOST, Points(5, 5)},
+          std::pair{BOOK_DRAWN, Points(6, 4)}}) {
+        SCOPED_TRACE(result);
         Open(BookBytes(1, {{Start, {{"d2d4", 0}, {"e2e4", Points(5, 3)}}},
                            {AfterE4, {{"e7e5", Points(5, 3)}}},
                            {AfterE5, {{"g1f3", Points(5, 3)}, {"f2f4", BOOK_KILLED}}}}));
         Play("e2e4 e7e5 g1f3 b8c6");
-        BookLearned = false;
         const std::string before = WriteFen();
-        LearnBook(c.result);
+        LearnBook(result);
         EXPECT_EQ(WriteFen(), before) << "the game goes on where it was";
-        EXPECT_EQ(Ply, 4);
         EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
-        EXPECT_EQ(Statistics("e2e4"), c.expected);
-        EXPECT_EQ(Statistics("g1f3"), c.expected);
+        EXPECT_EQ(Statistics("e2e4"), expected);
+        EXPECT_EQ(Statistics("g1f3"), expected);
         EXPECT_EQ(Statistics("e7e5"), Points(5, 3)) << "the opponent's";
         EXPECT_EQ(Statistics("d2d4"), 0);
         EXPECT_EQ(Statistics("f2f4"), BOOK_KILLED);
-        LearnBook(c.result);
-        EXPECT_EQ(Statistics("e2e4"), c.expected) << "a second time";
+        LearnBook(result);
+        EXPECT_EQ(Statistics("e2e4"), expected) << "a second time";
     }
 }
 
@@ -102,20 +74,18 @@ TEST_F(BookLearning, LeavesABookAloneThatAnotherEngineKeepsLocked) {
 }
 
 TEST_F(BookLearning, ScalesTheNodeWhenAByteIsFull) {
-    struct Case {
-        const char* name;
+    const struct {
         uint16_t before;
         BookResult result;
         uint16_t after;
+    } cases[] = {
+        {Points(252, 10), BOOK_WON, Points(254, 10)}, // still fits
+        {Points(253, 10), BOOK_WON, Points(170, 6)},
+        {Points(0, 254), BOOK_LOST, Points(0, 170)},
+        {Points(10, 254), BOOK_DRAWN, Points(7, 170)},
     };
-    const Case cases[] = {
-        {"254 still fits", Points(252, 10), BOOK_WON, Points(254, 10)},
-        {"255 does not", Points(253, 10), BOOK_WON, Points(170, 6)},
-        {"the other byte", Points(0, 254), BOOK_LOST, Points(0, 170)},
-        {"both bytes of a draw", Points(10, 254), BOOK_DRAWN, Points(7, 170)},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.before);
         const bool scaled = c.after != Points(254, 10);
         Open(BookBytes(1, {{Start,
                             {{"d2d4", Points(100, 2)},
@@ -125,7 +95,6 @@ TEST_F(BookLearning, ScalesTheNodeWhenAByteIsFull) {
                              {"b2b3", Points(1, 1)}}},
                            {AfterE4, {{"e7e5", Points(100, 2)}}}}));
         Play("e2e4 e7e5");
-        BookLearned = false;
         LearnBook(c.result);
         EXPECT_EQ(Statistics("e2e4"), c.after);
         EXPECT_EQ(Statistics("d2d4"), scaled ? Points(66, 1) : Points(100, 2));
@@ -137,24 +106,22 @@ TEST_F(BookLearning, ScalesTheNodeWhenAByteIsFull) {
 }
 
 TEST_F(BookLearning, LearnsFromScoresBeyondTheBoundOnly) {
-    struct Case {
-        const char* name;
+    const struct {
         int score;
         bool on;
         uint16_t expected;
-    };
-    for (const Case& c :
-         {Case{"at the bound", 400, true, 0}, Case{"beyond", 401, true, Points(2, 0)},
-          Case{"lost, at the bound", -400, true, 0}, Case{"lost", -401, true, Points(0, 2)},
-          Case{"switched off", 900, false, 0}}) {
-        SCOPED_TRACE(c.name);
+    } cases[] = {{400, true, 0},
+                 {401, true, Points(2, 0)},
+                 {-400, true, 0},
+                 {-401, true, Points(0, 2)},
+                 {900, false, 0}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.score);
         Open(BookBytes(1, {{Start, {{"e2e4", 0}}}}));
         Play("e2e4 e7e5");
-        BookLearned = false;
         Book.UseBookLearning = c.on;
         LearnBookFromScore(c.score);
         EXPECT_EQ(Statistics("e2e4"), c.expected);
-        EXPECT_EQ(BookLearned, c.expected != 0);
     }
 }
 
@@ -201,18 +168,15 @@ TEST_F(BookLearning, AVersion0BookStaysAsItIs) {
 
 TEST_F(BookLearning, ABookThatMayOnlyBeReadStaysAsItIs) {
     const std::string bytes = BookBytes(1, {{Start, {{"e2e4", Points(1, 1)}}}});
-    WriteFileText("fixed.tqn", bytes);
-    std::filesystem::permissions("fixed.tqn", std::filesystem::perms::owner_read);
+    Open(bytes);
+    std::filesystem::permissions("test.tqn", std::filesystem::perms(0444));
+    const WithoutPrivileges nobody;
     testing::internal::CaptureStdout();
-    OpenBook("fixed.tqn");
+    OpenBook("test.tqn");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "1 nodes in openings book\n");
     Play("e2e4 e7e5");
     LearnBook(BOOK_WON);
-    // The administrator may write what nobody may.
-    if (geteuid() != 0) {
-        EXPECT_EQ(FileText("fixed.tqn"), bytes);
-    }
-    Open("");
+    EXPECT_EQ(FileText("test.tqn"), bytes);
 }
 
 } // namespace

@@ -3,8 +3,12 @@
 #include <algorithm>
 
 #include "board/fen.h"
+#include "board/position.h"
+#include "book/book.h"
 #include "book/book_format.h"
 #include "book/book_keys.h"
+#include "book/book_learning.h"
+#include "book/book_settings.h"
 
 namespace {
 
@@ -56,4 +60,24 @@ int StatisticsInBook(const std::string& bytes, const char* squares) {
     if (at == std::string::npos || at + 4 > bytes.size())
         return -1;
     return uint8_t(bytes[at + 2]) | uint8_t(bytes[at + 3]) << 8;
+}
+
+void BookTest::SetUp() {
+    Book = {};
+    BookLearned = false;
+    SetStartPosition();
+}
+
+void BookTest::TearDown() {
+    Open("");
+    Book = {};
+    BookLearned = false;
+    SetStartPosition();
+}
+
+std::string BookTest::Open(const std::string& bytes) {
+    WriteFileText("test.tqn", bytes);
+    testing::internal::CaptureStdout();
+    OpenBook("test.tqn");
+    return testing::internal::GetCapturedStdout();
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <unistd.h>
 
 #include "eval/derived_tables.h"
 
@@ -21,6 +22,19 @@ ScratchDirectory::~ScratchDirectory() {
     std::error_code error;
     fs::current_path(home, error);
     fs::remove_all(directory, error);
+}
+
+WithoutPrivileges::WithoutPrivileges() {
+    constexpr uid_t NOBODY = 65534;
+    if (geteuid() != 0)
+        return;
+    fs::permissions(".", fs::perms(0711));
+    changed = seteuid(NOBODY) == 0;
+    EXPECT_TRUE(changed);
+}
+
+WithoutPrivileges::~WithoutPrivileges() {
+    EXPECT_TRUE(!changed || seteuid(0) == 0);
 }
 
 ScratchParameters::~ScratchParameters() {

@@ -19,6 +19,18 @@ private:
     std::filesystem::path directory;
 };
 
+// Lets the administrator, who may read and write everything, be somebody else meanwhile.
+class WithoutPrivileges {
+public:
+    WithoutPrivileges();
+    ~WithoutPrivileges();
+    WithoutPrivileges(const WithoutPrivileges&) = delete;
+    WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
+
+private:
+    bool changed = false;
+};
+
 // Keeps the evaluation's parameters, and puts them and the tables that depend on them back.
 class ScratchParameters {
 public:
