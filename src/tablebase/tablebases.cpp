@@ -21,7 +21,8 @@ constexpr int TURN_OVER = 56; // top to bottom, as an exclusive or with a square
 // They place mates just below those that the search finds on the board.
 constexpr int32_t WIN_OFFSET = -32834;
 constexpr int32_t LOSS_OFFSET = 32832;
-// No score of a mate lies below it.
+// Mates in up to 149 moves are counted from the root like those of the search; longer ones, which
+// no search could find, keep their score.
 constexpr int32_t LEAST_MATE = 32401;
 
 } // namespace

@@ -46,5 +46,5 @@ void PrintTablebaseCount();
 int ProbeTablebase(Colour side, int32_t& score);
 
 // The score of a probe as the search counts it at that ply: a mate is the farther away the deeper
-// the position stands. A draw stays 0.
+// the position stands, unless it is one in more than 149 moves. A draw stays 0.
 int32_t TablebaseScoreAt(int ply, int32_t score);
