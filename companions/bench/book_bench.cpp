@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "board/fen.h"
-#include "board/generate.h"
-#include "board/legal_moves.h"
-#include "board/make_move.h"
+#include "board/moves/generate.h"
+#include "board/moves/legal_moves.h"
+#include "board/moves/make_move.h"
 #include "book/book.h"
 #include "book/book_choice.h"
 

@@ -1,6 +1,6 @@
 #include "coordinates.h"
 
-#include "board/legal_moves.h"
+#include "board/moves/legal_moves.h"
 #include "board/position.h"
 
 Move LegalMoveBetween(int from, int to) {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "board/make_move.h"
+#include "board/moves/make_move.h"
 #include "board/position.h"
 #include "coordinates.h"
 #include "text_lines.h"

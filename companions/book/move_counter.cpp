@@ -1,8 +1,8 @@
 #include "move_counter.h"
 
-#include "board/generate.h"
-#include "board/legal_moves.h"
-#include "board/make_move.h"
+#include "board/moves/generate.h"
+#include "board/moves/legal_moves.h"
+#include "board/moves/make_move.h"
 #include "coordinates.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #include <random>
 
-#include "board/generate.h"
-#include "board/legal_moves.h"
-#include "board/make_move.h"
+#include "board/moves/generate.h"
+#include "board/moves/legal_moves.h"
+#include "board/moves/make_move.h"
 #include "book_writer.h"
 #include "commands.h"
 #include "companions/shared/progress.h"

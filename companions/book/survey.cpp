@@ -6,9 +6,9 @@
 #include <string>
 
 #include "board/fen.h"
-#include "board/generate.h"
-#include "board/legal_moves.h"
-#include "board/make_move.h"
+#include "board/moves/generate.h"
+#include "board/moves/legal_moves.h"
+#include "board/moves/make_move.h"
 #include "book_image.h"
 #include "commands.h"
 #include "coordinates.h"

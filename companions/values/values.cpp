@@ -11,8 +11,8 @@
 
 #include "companions/shared/command_line.h"
 #include "eval/imbalance.h"
-#include "eval/parameters.h"
-#include "eval/values_file.h"
+#include "eval/parameters/parameters.h"
+#include "eval/parameters/values_file.h"
 
 // What the number of pawns does to pieces, 16ths of a centipawn. Knights hop over pawns and need
 // them for outposts; rooks need open files, so that their own pawns hurt most. Bishops and queens

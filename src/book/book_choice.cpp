@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "board/legal_moves.h"
+#include "board/moves/legal_moves.h"
 #include "board/position.h"
 #include "book/book.h"
 #include "book/book_settings.h"

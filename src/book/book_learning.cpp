@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "board/make_move.h"
+#include "board/moves/make_move.h"
 #include "book/book.h"
 #include "book/book_settings.h"
 

@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 #include "board/fen.h"
-#include "board/make_move.h"
+#include "board/moves/make_move.h"
 #include "board/position.h"
 #include "book/book_settings.h"
 #include "book/learning_file.h"

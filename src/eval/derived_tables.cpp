@@ -1,8 +1,8 @@
 #include "eval/derived_tables.h"
 
-#include "eval/attacker_weight.h"
 #include "eval/material.h"
-#include "eval/piece_square_tables.h"
+#include "eval/parameters/attacker_weight.h"
+#include "eval/parameters/piece_square_tables.h"
 
 void InitDerivedTables() {
     InitPieceSquareTables();

@@ -7,7 +7,7 @@
 #include "board/keys.h"
 #include "board/position.h"
 #include "eval/evaluate.h"
-#include "eval/personality.h"
+#include "eval/parameters/personality.h"
 
 constinit int32_t LazyLow = -LAZY_NONE;
 constinit int32_t LazyHigh = LAZY_NONE;

@@ -3,13 +3,13 @@
 #include <algorithm>
 
 #include "board/position.h"
-#include "eval/drawish_endings.h"
-#include "eval/endings.h"
+#include "eval/endings/drawish_endings.h"
+#include "eval/endings/endings.h"
 #include "eval/king_safety.h"
 #include "eval/material.h"
-#include "eval/passed_pawns.h"
-#include "eval/pawn_corrections.h"
-#include "eval/pawn_structure.h"
+#include "eval/pawns/passed_pawns.h"
+#include "eval/pawns/pawn_corrections.h"
+#include "eval/pawns/pawn_structure.h"
 #include "eval/pieces.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "eval/parameters.h"
+#include "eval/parameters/parameters.h"
 
 namespace {
 

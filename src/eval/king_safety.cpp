@@ -4,12 +4,12 @@
 #include <array>
 
 #include "board/position.h"
-#include "eval/attacker_weight.h"
 #include "eval/figures.h"
-#include "eval/parameters.h"
-#include "eval/pawn_hash.h"
-#include "eval/personality.h"
-#include "eval/term_limit.h"
+#include "eval/parameters/attacker_weight.h"
+#include "eval/parameters/parameters.h"
+#include "eval/parameters/personality.h"
+#include "eval/parameters/term_limit.h"
+#include "eval/pawns/pawn_hash.h"
 
 namespace {
 

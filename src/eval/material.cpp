@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "eval/imbalance.h"
-#include "eval/parameters.h"
+#include "eval/parameters/parameters.h"
 
 constinit MaterialEntry MaterialTable[MATERIAL_INVALID] = {};
 

@@ -4,9 +4,9 @@
 
 #include "board/pawns.h"
 #include "board/position.h"
+#include "eval/endings/square_colours.h"
 #include "eval/figures.h"
-#include "eval/parameters.h"
-#include "eval/square_colours.h"
+#include "eval/parameters/parameters.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 
 #include "board/attackers.h"
 #include "board/exchange.h"
-#include "board/make_move.h"
-#include "board/order_tables.h"
+#include "board/moves/make_move.h"
+#include "board/moves/order_tables.h"
 #include "board/position.h"
 #include "book/book.h"
 #include "book/book_choice.h"
@@ -18,14 +18,14 @@
 #include "search/host.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
-#include "search/ordering.h"
 #include "search/poll.h"
-#include "search/quiesce.h"
 #include "search/root.h"
-#include "search/search.h"
 #include "search/state.h"
 #include "search/time_allotment.h"
 #include "search/transposition.h"
+#include "search/tree/ordering.h"
+#include "search/tree/quiesce.h"
+#include "search/tree/search.h"
 
 namespace {
 

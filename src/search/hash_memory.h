@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "eval/pawn_hash.h"
+#include "eval/pawns/pawn_hash.h"
 #include "search/transposition.h"
 
 constexpr int32_t DEFAULT_TRANSPOSITION_ENTRIES = 524288;

@@ -4,7 +4,7 @@
 #include <cassert>
 
 #include "board/attackers.h"
-#include "board/legal_moves.h"
+#include "board/moves/legal_moves.h"
 #include "board/position.h"
 #include "search/host.h"
 #include "search/limits.h"

@@ -1,7 +1,7 @@
 // The list of root moves and what each has scored.
 #pragma once
 
-#include "board/generate.h"
+#include "board/moves/generate.h"
 
 constexpr int MAX_ROOT_MOVES = MAX_NODE_MOVES;
 

@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "board/keys.h"
-#include "board/order_tables.h"
+#include "board/moves/order_tables.h"
 #include "board/pawns.h"
 #include "board/position.h"
 #include "search/state.h"

@@ -8,10 +8,10 @@
 
 #include "board/fen.h"
 #include "board/position.h"
-#include "eval/endings.h"
+#include "eval/endings/endings.h"
+#include "eval/endings/square_colours.h"
 #include "eval/evaluate.h"
 #include "eval/material.h"
-#include "eval/square_colours.h"
 #include "platform/files.h"
 #include "tools/pgn_game.h"
 #include "tools/static_score.h"

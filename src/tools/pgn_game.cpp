@@ -7,7 +7,7 @@
 
 #include "board/attackers.h"
 #include "board/fen.h"
-#include "board/make_move.h"
+#include "board/moves/make_move.h"
 #include "board/position.h"
 #include "tools/pgn_moves.h"
 

@@ -4,9 +4,9 @@
 #include <array>
 
 #include "board/attackers.h"
-#include "board/legal_moves.h"
+#include "board/moves/legal_moves.h"
+#include "board/moves/pseudo_legal.h"
 #include "board/position.h"
-#include "board/pseudo_legal.h"
 
 namespace {
 

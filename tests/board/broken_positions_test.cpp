@@ -1,12 +1,12 @@
 // Set-up texts that no game leads to: nothing may crash, and the position must stay consistent.
 #include <cstdio>
 
-#include "board/evasions.h"
 #include "board/exchange.h"
-#include "board/legal_moves.h"
-#include "board/perft.h"
-#include "board/pseudo_legal.h"
-#include "board/quiet_checks.h"
+#include "board/moves/evasions.h"
+#include "board/moves/legal_moves.h"
+#include "board/moves/perft.h"
+#include "board/moves/pseudo_legal.h"
+#include "board/moves/quiet_checks.h"
 #include "board/recompute.h"
 #include "support/board_test.h"
 

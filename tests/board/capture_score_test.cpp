@@ -1,4 +1,4 @@
-#include "board/generate.h"
+#include "board/moves/generate.h"
 
 #include "support/board_test.h"
 

@@ -1,4 +1,4 @@
-#include "board/evasions.h"
+#include "board/moves/evasions.h"
 
 #include "support/board_test.h"
 

@@ -1,7 +1,7 @@
-#include "board/generate.h"
+#include "board/moves/generate.h"
 
-#include "board/evasions.h"
-#include "board/quiet_checks.h"
+#include "board/moves/evasions.h"
+#include "board/moves/quiet_checks.h"
 #include "support/board_test.h"
 #include "support/flipped.h"
 

@@ -1,6 +1,6 @@
-#include "board/legal_moves.h"
+#include "board/moves/legal_moves.h"
 
-#include "board/pseudo_legal.h"
+#include "board/moves/pseudo_legal.h"
 #include "support/board_test.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "board/make_move.h"
+#include "board/moves/make_move.h"
 
 #include "board/recompute.h"
 #include "support/board_test.h"

@@ -1,6 +1,6 @@
 #include "board/notation.h"
 
-#include "board/legal_moves.h"
+#include "board/moves/legal_moves.h"
 #include "support/board_test.h"
 
 namespace {

@@ -1,6 +1,6 @@
-#include "board/perft.h"
+#include "board/moves/perft.h"
 
-#include "board/legal_moves.h"
+#include "board/moves/legal_moves.h"
 #include "support/board_test.h"
 
 namespace {

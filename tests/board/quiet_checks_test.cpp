@@ -1,4 +1,4 @@
-#include "board/quiet_checks.h"
+#include "board/moves/quiet_checks.h"
 
 #include "board/exchange.h"
 #include "support/board_test.h"

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "board/legal_moves.h"
+#include "board/moves/legal_moves.h"
 #include "board/notation.h"
 #include "board/position.h"
 #include "book/book.h"

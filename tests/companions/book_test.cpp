@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "board/make_move.h"
+#include "board/moves/make_move.h"
 #include "board/notation.h"
 #include "board/position.h"
 #include "book/book.h"

@@ -1,11 +1,11 @@
-#include "eval/attacker_weight.h"
+#include "eval/parameters/attacker_weight.h"
 
 #include <cstdint>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "eval/parameters.h"
+#include "eval/parameters/parameters.h"
 #include "support/scratch.h"
 
 // The sixth change holds up to fifteen attackers, the sixteenth place is nobody's.

@@ -1,4 +1,4 @@
-#include "eval/drawish_endings.h"
+#include "eval/endings/drawish_endings.h"
 
 #include <random>
 #include <string>
@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "eval/pawn_structure.h"
+#include "eval/pawns/pawn_structure.h"
 #include "support/flipped.h"
 #include "support/scratch.h"
 

@@ -1,4 +1,4 @@
-#include "eval/endings.h"
+#include "eval/endings/endings.h"
 
 #include <cstdlib>
 #include <optional>

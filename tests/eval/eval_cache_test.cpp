@@ -6,7 +6,7 @@
 
 #include "board/fen.h"
 #include "eval/evaluate.h"
-#include "eval/personality.h"
+#include "eval/parameters/personality.h"
 #include "eval/position_walk.h"
 #include "support/engine_setup.h"
 

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "eval/parameters.h"
+#include "eval/parameters/parameters.h"
 #include "eval/position_walk.h"
 #include "support/engine_setup.h"
 #include "support/flipped.h"

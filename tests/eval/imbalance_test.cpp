@@ -8,8 +8,8 @@
 
 #include "eval/derived_tables.h"
 #include "eval/material.h"
-#include "eval/parameters.h"
-#include "eval/values_file.h"
+#include "eval/parameters/parameters.h"
+#include "eval/parameters/values_file.h"
 #include "support/scratch.h"
 
 namespace {

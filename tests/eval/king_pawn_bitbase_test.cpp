@@ -1,4 +1,4 @@
-#include "eval/king_pawn_bitbase.h"
+#include "eval/endings/king_pawn_bitbase.h"
 
 #include <algorithm>
 #include <cstdint>

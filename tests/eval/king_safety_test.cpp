@@ -4,8 +4,8 @@
 
 #include "board/fen.h"
 #include "eval/evaluate.h"
-#include "eval/pawn_structure.h"
-#include "eval/personality.h"
+#include "eval/parameters/personality.h"
+#include "eval/pawns/pawn_structure.h"
 #include "support/engine_setup.h"
 #include "support/flipped.h"
 

@@ -1,4 +1,4 @@
-#include "eval/passed_pawns.h"
+#include "eval/pawns/passed_pawns.h"
 
 #include <array>
 #include <bit>
@@ -9,12 +9,12 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "eval/parameters.h"
-#include "eval/passer_race.h"
-#include "eval/pawn_corrections.h"
-#include "eval/pawn_structure.h"
+#include "eval/parameters/parameters.h"
+#include "eval/parameters/term_limit.h"
+#include "eval/pawns/passer_race.h"
+#include "eval/pawns/pawn_corrections.h"
+#include "eval/pawns/pawn_structure.h"
 #include "eval/position_walk.h"
-#include "eval/term_limit.h"
 #include "support/engine_setup.h"
 #include "support/flipped.h"
 #include "support/scratch.h"

@@ -1,4 +1,4 @@
-#include "eval/pawn_structure.h"
+#include "eval/pawns/pawn_structure.h"
 
 #include <array>
 #include <bit>
@@ -10,9 +10,9 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "eval/parameters.h"
+#include "eval/parameters/parameters.h"
+#include "eval/parameters/term_limit.h"
 #include "eval/position_walk.h"
-#include "eval/term_limit.h"
 #include "support/engine_setup.h"
 #include "support/flipped.h"
 #include "support/scratch.h"

@@ -1,4 +1,4 @@
-#include "eval/piece_square_tables.h"
+#include "eval/parameters/piece_square_tables.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -10,8 +10,8 @@
 
 #include "board/fen.h"
 #include "eval/evaluate.h"
-#include "eval/passed_pawns.h"
-#include "eval/pawn_structure.h"
+#include "eval/pawns/passed_pawns.h"
+#include "eval/pawns/pawn_structure.h"
 #include "eval/position_walk.h"
 #include "support/engine_setup.h"
 #include "support/flipped.h"

@@ -4,9 +4,9 @@
 #include <random>
 
 #include "board/fen.h"
-#include "board/generate.h"
-#include "board/legal_moves.h"
-#include "board/make_move.h"
+#include "board/moves/generate.h"
+#include "board/moves/legal_moves.h"
+#include "board/moves/make_move.h"
 #include "board/position.h"
 
 // Where the games begin: openings, endings, promotions at hand, castling still open.

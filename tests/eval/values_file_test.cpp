@@ -1,4 +1,4 @@
-#include "eval/values_file.h"
+#include "eval/parameters/values_file.h"
 
 #include <array>
 #include <bit>
@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eval/parameters.h"
+#include "eval/parameters/parameters.h"
 #include "support/scratch.h"
 
 namespace {

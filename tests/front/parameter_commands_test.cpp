@@ -4,15 +4,15 @@
 
 #include <gtest/gtest.h>
 
-#include "board/generate.h"
-#include "board/legal_moves.h"
-#include "board/make_move.h"
+#include "board/moves/generate.h"
+#include "board/moves/legal_moves.h"
+#include "board/moves/make_move.h"
 #include "board/piece_square.h"
 #include "board/position.h"
 #include "board/recompute.h"
 #include "eval/eval_cache.h"
 #include "eval/evaluate.h"
-#include "eval/values_file.h"
+#include "eval/parameters/values_file.h"
 #include "front/game/game.h"
 #include "search/hash_memory.h"
 #include "search/state.h"

@@ -1,4 +1,4 @@
-#include "search/capture_gain.h"
+#include "search/tree/capture_gain.h"
 
 #include <cstdint>
 

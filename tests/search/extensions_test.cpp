@@ -1,9 +1,9 @@
-#include "search/extensions.h"
+#include "search/tree/extensions.h"
 
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "board/make_move.h"
+#include "board/moves/make_move.h"
 #include "board/notation.h"
 #include "board/position.h"
 #include "search/state.h"

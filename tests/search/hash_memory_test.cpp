@@ -5,7 +5,7 @@
 #include <random>
 #include <unistd.h>
 
-#include "board/order_tables.h"
+#include "board/moves/order_tables.h"
 #include "support/search_test.h"
 #include "tablebase/block_cache.h"
 

@@ -1,8 +1,8 @@
 // What the search makes of positions that were learned in earlier games.
 
-#include "board/generate.h"
-#include "board/legal_moves.h"
-#include "board/make_move.h"
+#include "board/moves/generate.h"
+#include "board/moves/legal_moves.h"
+#include "board/moves/make_move.h"
 #include "board/position.h"
 #include "book/book_settings.h"
 #include "book/learning_file.h"

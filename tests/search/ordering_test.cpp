@@ -1,10 +1,10 @@
-#include "search/ordering.h"
+#include "search/tree/ordering.h"
 
 #include <algorithm>
 #include <iterator>
 
 #include "board/fen.h"
-#include "board/make_move.h"
+#include "board/moves/make_move.h"
 #include "search/state.h"
 #include "support/search_test.h"
 

@@ -1,4 +1,4 @@
-#include "search/search.h"
+#include "search/tree/search.h"
 
 #include <cstdlib>
 #include <string>

@@ -1,15 +1,15 @@
 // Searches in positions that tablebases hold.
 
 #include "board/fen.h"
-#include "board/make_move.h"
+#include "board/moves/make_move.h"
 #include "board/position.h"
 #include "eval/eval_cache.h"
 #include "search/driver.h"
 #include "search/hash_memory.h"
 #include "search/root.h"
-#include "search/search.h"
 #include "search/state.h"
 #include "search/transposition.h"
+#include "search/tree/search.h"
 #include "support/search_test.h"
 #include "support/tablebase_test.h"
 #include "tablebase/tablebases.h"

@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "board/fen.h"
-#include "board/make_move.h"
-#include "board/order_tables.h"
+#include "board/moves/make_move.h"
+#include "board/moves/order_tables.h"
 #include "board/position.h"
 #include "search/state.h"
 #include "support/engine_setup.h"

@@ -11,10 +11,10 @@
 
 #include "board/attackers.h"
 #include "board/fen.h"
-#include "board/generate.h"
-#include "board/make_move.h"
+#include "board/moves/generate.h"
+#include "board/moves/make_move.h"
+#include "board/moves/order_tables.h"
 #include "board/notation.h"
-#include "board/order_tables.h"
 #include "board/position.h"
 #include "support/positions.h"
 

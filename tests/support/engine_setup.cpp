@@ -6,7 +6,7 @@
 #include "board/keys.h"
 #include "board/position.h"
 #include "eval/derived_tables.h"
-#include "eval/king_pawn_bitbase.h"
+#include "eval/endings/king_pawn_bitbase.h"
 #include "platform/runtime_rand.h"
 #include "search/limits.h"
 

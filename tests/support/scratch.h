@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "eval/parameters.h"
+#include "eval/parameters/parameters.h"
 
 // An empty directory, current as long as this lives.
 class ScratchDirectory {

@@ -1,7 +1,7 @@
 #include "support/search_test.h"
 
-#include "board/generate.h"
-#include "board/order_tables.h"
+#include "board/moves/generate.h"
+#include "board/moves/order_tables.h"
 #include "board/position.h"
 #include "search/driver_state.h"
 #include "search/hash_memory.h"

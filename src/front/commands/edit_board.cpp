@@ -3,7 +3,7 @@
 #include <cctype>
 #include <cstdio>
 
-#include "board/order_tables.h"
+#include "board/moves/order_tables.h"
 #include "board/position.h"
 #include "front/input/input_lines.h"
 #include "search/state.h"

@@ -8,7 +8,7 @@
 #include "eval/evaluate.h"
 #include "eval/king_safety.h"
 #include "eval/material.h"
-#include "eval/pawn_structure.h"
+#include "eval/pawns/pawn_structure.h"
 
 // A set of files as eight digits, the a-file first.
 static std::string FileDigits(int files) {

@@ -2,14 +2,14 @@
 
 #include <cstdio>
 
-#include "board/order_tables.h"
+#include "board/moves/order_tables.h"
 #include "eval/derived_tables.h"
-#include "eval/piece_square_tables.h"
-#include "eval/values_file.h"
+#include "eval/parameters/piece_square_tables.h"
+#include "eval/parameters/values_file.h"
 #include "search/driver_state.h"
 #include "search/hash_memory.h"
-#include "search/pruning_margins.h"
 #include "search/state.h"
+#include "search/tree/pruning_margins.h"
 
 void ReloadValues(const CommandLine&) {
     LoadParameters();

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "board/moves/order_tables.h"
 #include "board/notation.h"
-#include "board/order_tables.h"
 #include "book/book_learning.h"
 #include "front/commands/analysis.h"
 #include "front/game/activity.h"

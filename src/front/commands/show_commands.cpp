@@ -5,8 +5,8 @@
 #include <cstdio>
 
 #include "board/board_view.h"
+#include "board/moves/perft.h"
 #include "board/notation.h"
-#include "board/perft.h"
 #include "board/position.h"
 #include "book/book.h"
 #include "book/book_choice.h"

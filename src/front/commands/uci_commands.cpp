@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string>
 
-#include "board/legal_moves.h"
+#include "board/moves/legal_moves.h"
 #include "board/notation.h"
 #include "front/dialects/uci.h"
 #include "front/game/game.h"

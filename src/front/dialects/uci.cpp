@@ -3,8 +3,8 @@
 #include <cinttypes>
 #include <cstdio>
 
-#include "board/legal_moves.h"
-#include "board/make_move.h"
+#include "board/moves/legal_moves.h"
+#include "board/moves/make_move.h"
 #include "board/notation.h"
 #include "front/dialects/variation.h"
 #include "front/game/game.h"

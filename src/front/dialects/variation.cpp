@@ -3,9 +3,9 @@
 #include <cstdio>
 
 #include "board/attackers.h"
-#include "board/make_move.h"
+#include "board/moves/make_move.h"
+#include "board/moves/pseudo_legal.h"
 #include "board/notation.h"
-#include "board/pseudo_legal.h"
 #include "front/game/game.h"
 #include "search/root.h"
 #include "search/state.h"

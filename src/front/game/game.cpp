@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "board/fen.h"
-#include "board/make_move.h"
-#include "board/order_tables.h"
+#include "board/moves/make_move.h"
+#include "board/moves/order_tables.h"
 #include "book/book_learning.h"
 #include "book/position_learning.h"
 #include "front/game/dialect.h"

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "board/legal_moves.h"
+#include "board/moves/legal_moves.h"
 #include "board/notation.h"
 #include "front/game/game.h"
 

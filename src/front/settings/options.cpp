@@ -5,7 +5,7 @@
 #include "book/book.h"
 #include "book/book_settings.h"
 #include "eval/eval_cache.h"
-#include "eval/personality.h"
+#include "eval/parameters/personality.h"
 #include "front/game/interface.h"
 #include "front/game/play_settings.h"
 #include "search/hash_memory.h"

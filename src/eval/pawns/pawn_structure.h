@@ -1,0 +1,15 @@
+// The evaluation of the pawn structure: what the pawns alone are worth and what they tell others.
+#pragma once
+
+#include "board/types.h"
+#include "eval/pawns/pawn_hash.h"
+
+// By colour: all pawns on the files where the side has a passed one. Set by each probe.
+extern Bitboard PassedPawns[2];
+
+// Finds or computes the record of the position's pawns, so that `Pawns` and `PassedPawns` hold for
+// it, and adds its two scores, centipawns from Black's view.
+void PawnProbe(int32_t& middlegame, int32_t& ending);
+
+// Computes the record into `Pawns` whether the table has it or not, and stores nothing.
+void PawnCompute();
