@@ -26,7 +26,7 @@ struct CacheEntry {
     int16_t auxScore;
 };
 static_assert(sizeof(CacheEntry) == EVAL_CACHE_ENTRY_BYTES);
-static_assert(sizeof(CacheEntry::masks) == sizeof EvalMasks);
+static_assert(sizeof(CacheEntry::masks) == sizeof Figures.EvalMasks);
 
 constexpr int16_t SCORE_UNKNOWN = -32700;
 constexpr uint64_t EMPTY_EVAL_KEY = 1234567;
@@ -94,26 +94,25 @@ static CacheEntry& SlotOf(uint64_t key) {
 }
 
 static void ReadFigures(const CacheEntry& entry) {
-    AuxScore = entry.auxScore;
-    MaterialScore = entry.materialScore;
-    optimism[WHITE] = entry.optimism[WHITE];
-    optimism[BLACK] = entry.optimism[BLACK];
-    std::memcpy(EvalMasks, entry.masks, sizeof EvalMasks);
+    Figures.AuxScore = entry.auxScore;
+    Figures.MaterialScore = entry.materialScore;
+    Figures.optimism[WHITE] = entry.optimism[WHITE];
+    Figures.optimism[BLACK] = entry.optimism[BLACK];
+    std::memcpy(Figures.EvalMasks, entry.masks, sizeof Figures.EvalMasks);
 }
 
 static void WriteFigures(CacheEntry& entry) {
-    entry.auxScore = int16_t(AuxScore);
-    entry.materialScore = int16_t(std::clamp(MaterialScore, -EVAL_LIMIT, EVAL_LIMIT));
-    entry.optimism[WHITE] = uint16_t(optimism[WHITE]);
-    entry.optimism[BLACK] = uint16_t(optimism[BLACK]);
-    std::memcpy(entry.masks, EvalMasks, sizeof EvalMasks);
+    entry.auxScore = int16_t(Figures.AuxScore);
+    entry.materialScore = int16_t(std::clamp(Figures.MaterialScore, -EVAL_LIMIT, EVAL_LIMIT));
+    entry.optimism[WHITE] = uint16_t(Figures.optimism[WHITE]);
+    entry.optimism[BLACK] = uint16_t(Figures.optimism[BLACK]);
+    std::memcpy(entry.masks, Figures.EvalMasks, sizeof Figures.EvalMasks);
 }
 
 // The score of one side to move says nothing about the other's: besides the right to move, the
 // attack on a king counts for more when it can go on.
 static int32_t EvaluateInto(CacheEntry& entry, uint64_t key) {
-    int32_t score = 0;
-    Evaluate(score, FULL_BOUND);
+    const int32_t score = Evaluate();
     assert(score > SCORE_UNKNOWN && score == int16_t(score));
     if (KeyOf(entry) != key) {
         WriteFigures(entry);
@@ -134,11 +133,8 @@ int32_t EvaluateCached() {
     const int32_t lazy = LazyMaterialScore();
     if (lazy != LAZY_NONE)
         return lazy;
-    if (EntryCount <= 0) {
-        int32_t score = 0;
-        Evaluate(score, FULL_BOUND);
-        return score;
-    }
+    if (EntryCount <= 0)
+        return Evaluate();
     const uint64_t key = EvalKey(PosKey);
     CacheEntry& entry = SlotOf(key);
     if (KeyOf(entry) == key) {
@@ -150,7 +146,7 @@ int32_t EvaluateCached() {
 }
 
 void SetRootSide(Colour side) {
-    if (side != RootSide && AggressivityWeight != CowardiceWeight)
+    if (side != RootSide && Personality.AggressivityWeight != Personality.CowardiceWeight)
         ClearEvalCache();
     RootSide = side;
 }

@@ -34,7 +34,9 @@ struct Sums {
 
     // A middlegame and an ending value mixed by the phase, truncated toward zero.
     int32_t Blended() const {
-        return ((FULL_SCALE - current_phase) * middlegame + current_phase * ending) / FULL_SCALE;
+        return ((FULL_SCALE - Figures.current_phase) * middlegame +
+                Figures.current_phase * ending) /
+               FULL_SCALE;
     }
 };
 
@@ -43,18 +45,18 @@ struct Sums {
 // Takes phase, endings and imbalance from the material entry; the balance is Black's less White's.
 static void EvaluateMaterial() {
     const MaterialEntry material = CurrentMaterial();
-    current_phase = material.currentPhase;
-    white_phase = material.whitePhase;
-    black_phase = material.blackPhase;
-    EndingFlag[WHITE] = (material.flags[WHITE] & MATERIAL_ENDING) != 0;
-    EndingFlag[BLACK] = (material.flags[BLACK] & MATERIAL_ENDING) != 0;
-    MaterialScore = Material[BLACK] - Material[WHITE] + material.adjustment;
+    Figures.current_phase = material.currentPhase;
+    Figures.white_phase = material.whitePhase;
+    Figures.black_phase = material.blackPhase;
+    Figures.EndingFlag[WHITE] = (material.flags[WHITE] & MATERIAL_ENDING) != 0;
+    Figures.EndingFlag[BLACK] = (material.flags[BLACK] & MATERIAL_ENDING) != 0;
+    Figures.MaterialScore = Material[BLACK] - Material[WHITE] + material.adjustment;
 }
 
 static void AddPawns(Sums& sums) {
     PawnProbe(sums.middlegame, sums.ending);
-    EvalMasks[WHITE] |= PassedPawns[WHITE];
-    EvalMasks[BLACK] |= PassedPawns[BLACK];
+    Figures.EvalMasks[WHITE] |= PassedPawns[WHITE];
+    Figures.EvalMasks[BLACK] |= PassedPawns[BLACK];
     sums.balance += PawnTradeCorrection() + PawnEndingCorrection();
     EvaluatePassedPawns(sums.middlegame, sums.ending);
 }
@@ -67,20 +69,20 @@ static bool IsDrawnPawnEnding(const Sums& sums) {
 
 // How safe the king of the side is behind its pawns. A weak shelter makes the opponent hopeful.
 static void AddShelter(Colour side, Sums& sums) {
-    if (EndingFlag[side])
+    if (Figures.EndingFlag[side])
         return;
     const int32_t shelter = KingShelter(side);
     sums.kingSafety[side] += side == BLACK ? shelter : -shelter;
     if (shelter < 0)
-        optimism[ChangeSide(side)] -= shelter;
+        Figures.optimism[ChangeSide(side)] -= shelter;
 }
 
 // In an ending too: few pieces can still mate, and the phase fades what they do.
 static void AddKingAttack(Colour attacker, Sums& sums) {
     const int32_t attack = KingAttack(attacker);
-    KingAttackScore[attacker] = attack;
+    Figures.KingAttackScore[attacker] = attack;
     sums.kingSafety[ChangeSide(attacker)] += attacker == BLACK ? attack : -attack;
-    optimism[attacker] += attack;
+    Figures.optimism[attacker] += attack;
 }
 
 static void AddPieces(Sums& sums) {
@@ -93,10 +95,10 @@ static void AddPieces(Sums& sums) {
 
 // All sums as one. What a king has to fear depends on how much the other side still has.
 static int32_t Total(const Sums& sums) {
-    const int32_t black =
-        black_phase * sums.endingOnly[BLACK] + (FULL_SCALE - black_phase) * sums.kingSafety[WHITE];
-    const int32_t white =
-        white_phase * sums.endingOnly[WHITE] - (FULL_SCALE - white_phase) * sums.kingSafety[BLACK];
+    const int32_t black = Figures.black_phase * sums.endingOnly[BLACK] +
+                          (FULL_SCALE - Figures.black_phase) * sums.kingSafety[WHITE];
+    const int32_t white = Figures.white_phase * sums.endingOnly[WHITE] -
+                          (FULL_SCALE - Figures.white_phase) * sums.kingSafety[BLACK];
     return sums.balance + sums.Blended() + black / FULL_SCALE - white / FULL_SCALE;
 }
 
@@ -113,30 +115,29 @@ static int32_t FiftyMoveScale() {
 // The right to move is worth more the more pieces there are to move, 9 to 5 centipawns, and it
 // keeps an attack going.
 static int32_t MoveBonus() {
-    return 8 - ((current_phase - 1) >> 6) + (KingAttackScore[SideToMove] >> 3);
+    return 8 - ((Figures.current_phase - 1) >> 6) + (Figures.KingAttackScore[SideToMove] >> 3);
 }
 
-void Evaluate(int32_t& score, int32_t /*bound*/) {
+int32_t Evaluate() {
     // 1. Nothing is left over from another position.
-    ResetFigures();
+    Figures = {};
 
     // 2. Endings whose outcome is known; then material and phase, and where the men stand.
-    MaterialScore = Material[BLACK] - Material[WHITE];
+    Figures.MaterialScore = Material[BLACK] - Material[WHITE];
+    int32_t known = 0;
     if ((PhaseUnits[BLACK] < ENDING_UNITS || PhaseUnits[WHITE] < ENDING_UNITS) &&
-        EvaluateEnding(score))
-        return;
+        EvaluateEnding(known))
+        return known;
     EvaluateMaterial();
     Sums sums;
-    sums.balance = MaterialScore;
+    sums.balance = Figures.MaterialScore;
     sums.middlegame = PstSumA;
     sums.ending = PstSumB;
 
     // 3. Pawns: their structure, what they will be worth when pieces go, and those that are passed.
     AddPawns(sums);
-    if (IsDrawnPawnEnding(sums)) {
-        score = 0;
-        return;
-    }
+    if (IsDrawnPawnEnding(sums))
+        return 0;
 
     // 4. Shelters before pieces: an attack weighs more on a weak one.
     AddShelter(BLACK, sums);
@@ -149,14 +150,14 @@ void Evaluate(int32_t& score, int32_t /*bound*/) {
     // 5. Endings that are harder to win than they look.
     const int32_t drawish = DrawishScale(total);
     total = CapUnwinnable(Scale(total, drawish));
-    AuxScore = Scale(AuxScore, drawish);
+    Figures.AuxScore = Scale(Figures.AuxScore, drawish);
 
     // 6. An advantage that makes no progress is worth less.
     const int32_t fade = FiftyMoveScale();
     total = Scale(total, fade);
-    AuxScore = Scale(AuxScore, fade);
+    Figures.AuxScore = Scale(Figures.AuxScore, fade);
 
     // 7. For the side to move, who has the move.
     const int32_t own = SideToMove == BLACK ? total : -total;
-    score = std::clamp(own + MoveBonus(), -EVAL_LIMIT, EVAL_LIMIT);
+    return std::clamp(own + MoveBonus(), -EVAL_LIMIT, EVAL_LIMIT);
 }

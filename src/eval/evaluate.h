@@ -10,9 +10,6 @@
 // begin the mate scores.
 constexpr int32_t EVAL_LIMIT = 30000;
 
-// The bound that every caller passes: none at all.
-constexpr int32_t FULL_BOUND = 32700;
-
-// Evaluates the position in full and stores the score in centipawns from the view of the side to
-// move. Leaves the figures of the evaluation behind.
-void Evaluate(int32_t& score, int32_t bound);
+// Evaluates the position in full: centipawns from the view of the side to move. Leaves the figures
+// of the evaluation behind.
+int32_t Evaluate();

@@ -148,8 +148,9 @@ template <Colour Us> static int32_t Shelter() {
     }
     if (PieceCount[QUEEN][Them] == 0)
         penalty = int32_t(int64_t{penalty} * Params.NoQueenShelterScale >> 8);
-    shelter_penalty[Us] = penalty;
-    const int64_t weight = Us == RootSide ? CowardiceWeight : AggressivityWeight;
+    Figures.shelter_penalty[Us] = penalty;
+    const int64_t weight =
+        Us == RootSide ? Personality.CowardiceWeight : Personality.AggressivityWeight;
     return LimitTerm(bonus - weight * ShelterPoints(penalty) / 100);
 }
 
@@ -158,19 +159,20 @@ int32_t KingShelter(Colour side) {
 }
 
 int32_t KingAttack(Colour attacker) {
-    const int attackers = std::min(KingAttackers[attacker], ATTACKER_COUNTS - 1);
-    const int64_t attack = int64_t{DangerPoints(Danger[attacker])} * AttackerWeight[attackers] *
-                               ShelterScale(shelter_penalty[ChangeSide(attacker)]) >>
+    const int attackers = std::min(Figures.KingAttackers[attacker], ATTACKER_COUNTS - 1);
+    const int64_t attack = int64_t{DangerPoints(Figures.Danger[attacker])} *
+                               AttackerWeight[attackers] *
+                               ShelterScale(Figures.shelter_penalty[ChangeSide(attacker)]) >>
                            15;
     const int64_t scale = PieceCount[QUEEN][attacker] > 0 ? WITH_QUEEN : WITHOUT_QUEEN;
     return LimitTerm(attack * scale >> 13);
 }
 
 int32_t PrintedAttack(Colour king) {
-    const int32_t danger = Danger[ChangeSide(king)] + PRINTED_DANGER_OFFSET;
-    return DangerPoints(danger) * ShelterScale(shelter_penalty[king]) >> 4;
+    const int32_t danger = Figures.Danger[ChangeSide(king)] + PRINTED_DANGER_OFFSET;
+    return DangerPoints(danger) * ShelterScale(Figures.shelter_penalty[king]) >> 4;
 }
 
 int32_t PrintedShelter(Colour king) {
-    return ShelterPoints(shelter_penalty[king]);
+    return ShelterPoints(Figures.shelter_penalty[king]);
 }

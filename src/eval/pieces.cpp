@@ -60,8 +60,8 @@ static void NoteAttacks(Side& us, const Side& them, Bitboard attacks, int32_t we
     const Bitboard near = attacks & them.kingZone;
     if (near == 0)
         return;
-    KingAttackers[Us]++;
-    Danger[Us] += weight + Params.DangerPerSquare * CountBits(near);
+    Figures.KingAttackers[Us]++;
+    Figures.Danger[Us] += weight + Params.DangerPerSquare * CountBits(near);
 }
 
 // A square in the enemy's half that no pawn of his can ever attack.
@@ -186,7 +186,7 @@ template <Colour Us> static void EvaluateQueens(Side& us, const Side& them) {
 // nothing and from pawns that storm ahead.
 template <Colour Us> static void AddDanger(const Side& us, const Side& them) {
     constexpr Colour Them = ChangeSide(Us);
-    if (KingAttackers[Us] == 0)
+    if (Figures.KingAttackers[Us] == 0)
         return;
     const int king = KingSquare[Them];
     const Bitboard around = KingAttacks[king];
@@ -214,7 +214,7 @@ template <Colour Us> static void AddDanger(const Side& us, const Side& them) {
     const Bitboard storm = PieceBB[PAWN][Us] & files;
     danger += Params.StormDanger * CountBits(storm & RelativeRankBB(Us, 4)) +
               2 * Params.StormDanger * CountBits(storm & RelativeRankBB(Us, 5));
-    Danger[Us] += danger;
+    Figures.Danger[Us] += danger;
 }
 
 // Enemy men that lesser ones attack, or that nobody guards.
@@ -257,8 +257,8 @@ PieceTerms EvaluatePieces() {
     AddDanger<BLACK>(black, white);
     EvaluateThreats<WHITE>(white, black);
     EvaluateThreats<BLACK>(black, white);
-    EvalMasks[EVAL_ATTACKS + WHITE] |= white.attacks;
-    EvalMasks[EVAL_ATTACKS + BLACK] |= black.attacks;
+    Figures.EvalMasks[EVAL_ATTACKS + WHITE] |= white.attacks;
+    Figures.EvalMasks[EVAL_ATTACKS + BLACK] |= black.attacks;
     PieceTerms terms;
     terms.middlegame = black.middlegame - white.middlegame;
     terms.ending = black.ending - white.ending;

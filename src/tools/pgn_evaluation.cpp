@@ -50,12 +50,12 @@ static bool OutcomeIsKnown() {
 }
 
 static int32_t MaterialFor(Colour side) {
-    return side == BLACK ? MaterialScore : -MaterialScore;
+    return side == BLACK ? Figures.MaterialScore : -Figures.MaterialScore;
 }
 
 // Faded like the score. Truncates toward zero.
 static int32_t ScaledMaterialFor(Colour side) {
-    return int32_t(int64_t{MaterialFor(side)} * AuxScore / FULL_AUX_SCORE);
+    return int32_t(int64_t{MaterialFor(side)} * Figures.AuxScore / FULL_AUX_SCORE);
 }
 
 static bool IsWorthExporting(int32_t score) {
@@ -82,13 +82,14 @@ static void PrintLine(FILE* table, const PgnGame& game, int32_t score) {
     std::fprintf(
         table,
         "%d;%d;%d;%d;%d;%d;%d;%d;%d;%d;%d;%d;%d;%d;%d;%d;%d;%d;%s;%d;%d;%d;%d;%d;%d;%d;%d;%d\n",
-        game.plyCount - game.ply, score, MaterialFor(s), score - ScaledMaterialFor(s), AuxScore,
-        ResultFor(s, game.result), Men(PAWN, s), Men(BISHOP, s, LIGHT_SQUARES),
+        game.plyCount - game.ply, score, MaterialFor(s), score - ScaledMaterialFor(s),
+        Figures.AuxScore, ResultFor(s, game.result), Men(PAWN, s), Men(BISHOP, s, LIGHT_SQUARES),
         Men(BISHOP, s, ~LIGHT_SQUARES), Men(KNIGHT, s), Men(ROOK, s), Men(QUEEN, s), Men(PAWN, o),
         Men(BISHOP, o, LIGHT_SQUARES), Men(BISHOP, o, ~LIGHT_SQUARES), Men(KNIGHT, o), Men(ROOK, o),
-        Men(QUEEN, o), WriteFen().c_str(), CurrentMaterial().currentPhase, KingAttackScore[s],
-        Danger[s], KingAttackers[s], shelter_penalty[s], KingAttackScore[o], Danger[o],
-        KingAttackers[o], shelter_penalty[o]);
+        Men(QUEEN, o), WriteFen().c_str(), CurrentMaterial().currentPhase,
+        Figures.KingAttackScore[s], Figures.Danger[s], Figures.KingAttackers[s],
+        Figures.shelter_penalty[s], Figures.KingAttackScore[o], Figures.Danger[o],
+        Figures.KingAttackers[o], Figures.shelter_penalty[o]);
 }
 
 static void ConsiderPosition(const PgnGame& game) {

@@ -7,8 +7,7 @@ int32_t StaticScore() {
     // What the evaluation cache holds belongs to the other root side and stays good for it.
     const Colour searched = RootSide;
     RootSide = SideToMove;
-    int32_t score = 0;
-    Evaluate(score, FULL_BOUND);
+    const int32_t score = Evaluate();
     RootSide = searched;
     return score;
 }

@@ -38,9 +38,7 @@ protected:
 };
 
 int32_t FullScore() {
-    int32_t score = 0;
-    Evaluate(score, FULL_BOUND);
-    return score;
+    return Evaluate();
 }
 
 } // namespace
@@ -106,15 +104,16 @@ TEST_F(EvalCacheTest, OtherCastlingRightsAreAnotherPosition) {
 TEST_F(EvalCacheTest, AHitBringsBackTheFigures) {
     LoadFen("4k3/8/8/8/8/8/8/2Q1K3 w - -");
     EvaluateCached();
-    AuxScore = MaterialScore = optimism[WHITE] = optimism[BLACK] = -1;
-    EvalMasks[WHITE] = EvalMasks[EVAL_ATTACKS + BLACK] = 1;
+    Figures.AuxScore = Figures.MaterialScore = Figures.optimism[WHITE] = Figures.optimism[BLACK] =
+        -1;
+    Figures.EvalMasks[WHITE] = Figures.EvalMasks[EVAL_ATTACKS + BLACK] = 1;
     EvaluateCached();
-    EXPECT_EQ(6300, AuxScore);
-    EXPECT_EQ(-900, MaterialScore);
-    EXPECT_EQ(0, optimism[WHITE]);
-    EXPECT_EQ(0, optimism[BLACK]);
-    EXPECT_EQ(0u, EvalMasks[WHITE]);
-    EXPECT_EQ(0u, EvalMasks[EVAL_ATTACKS + BLACK]);
+    EXPECT_EQ(6300, Figures.AuxScore);
+    EXPECT_EQ(-900, Figures.MaterialScore);
+    EXPECT_EQ(0, Figures.optimism[WHITE]);
+    EXPECT_EQ(0, Figures.optimism[BLACK]);
+    EXPECT_EQ(0u, Figures.EvalMasks[WHITE]);
+    EXPECT_EQ(0u, Figures.EvalMasks[EVAL_ATTACKS + BLACK]);
 }
 
 TEST_F(EvalCacheTest, HopelessMaterialNeedsNoEvaluation) {

@@ -27,9 +27,7 @@ protected:
 };
 
 int32_t Score() {
-    int32_t score = 0;
-    Evaluate(score, FULL_BOUND);
-    return score;
+    return Evaluate();
 }
 
 int32_t FlippedScore() {
@@ -51,13 +49,13 @@ TEST_F(EvaluateTest, ExchangedColoursGiveTheSameScore) {
         LoadFen(fen.c_str());
         FiftyCount = quietPlies;
         const int32_t score = Score();
-        const int32_t phases[] = {current_phase, white_phase, black_phase};
-        const int32_t balance = MaterialScore;
+        const int32_t phases[] = {Figures.current_phase, Figures.white_phase, Figures.black_phase};
+        const int32_t balance = Figures.MaterialScore;
         ASSERT_EQ(score, FlippedScore()) << fen;
-        EXPECT_EQ(phases[0], current_phase) << fen;
-        EXPECT_EQ(phases[1], black_phase) << fen;
-        EXPECT_EQ(phases[2], white_phase) << fen;
-        EXPECT_EQ(balance, -MaterialScore) << fen;
+        EXPECT_EQ(phases[0], Figures.current_phase) << fen;
+        EXPECT_EQ(phases[1], Figures.black_phase) << fen;
+        EXPECT_EQ(phases[2], Figures.white_phase) << fen;
+        EXPECT_EQ(balance, -Figures.MaterialScore) << fen;
     }
 }
 
@@ -84,7 +82,8 @@ TEST_F(EvaluateTest, TheRightToMoveIsWorthLessWithFewerMen) {
         SideToMove = BLACK;
         const int32_t black = Score();
         // An attack goes on for who has the move.
-        const int32_t attacks = (KingAttackScore[WHITE] >> 3) + (KingAttackScore[BLACK] >> 3);
+        const int32_t attacks =
+            (Figures.KingAttackScore[WHITE] >> 3) + (Figures.KingAttackScore[BLACK] >> 3);
         EXPECT_EQ(2 * c.tempo + attacks, white + black);
     }
 }
@@ -108,7 +107,7 @@ TEST_F(EvaluateTest, BothPieceSquareSumsCountByThePhaseAndAreTruncated) {
         PstSumA = c.middlegame;
         PstSumB = c.ending;
         const int32_t score = Score() - c.tempo;
-        EXPECT_EQ(c.score, score - (KingAttackScore[BLACK] >> 3));
+        EXPECT_EQ(c.score, score - (Figures.KingAttackScore[BLACK] >> 3));
     }
 }
 
@@ -131,29 +130,29 @@ TEST_F(EvaluateTest, ScoresFadeWithQuietPlies) {
         LoadFen("qr2k3/8/8/8/8/8/8/QR2K3 b - -");
         PstSumA = PstSumB = c.sum;
         FiftyCount = c.quietPlies;
-        EXPECT_EQ(c.faded + 7, Score() - (KingAttackScore[BLACK] >> 3));
-        EXPECT_EQ(c.auxiliary, AuxScore);
+        EXPECT_EQ(c.faded + 7, Score() - (Figures.KingAttackScore[BLACK] >> 3));
+        EXPECT_EQ(c.auxiliary, Figures.AuxScore);
     }
 }
 
 TEST_F(EvaluateTest, TheScaleOfADrawishEndingHoldsForTheAuxiliaryScore) {
     LoadFen("2b1k3/5ppp/8/8/8/8/PP3PPP/2B1K3 w - -");
     Score();
-    EXPECT_EQ(6300 * Params.OppositeBishopsScale / 256, AuxScore);
+    EXPECT_EQ(6300 * Params.OppositeBishopsScale / 256, Figures.AuxScore);
 }
 
 TEST_F(EvaluateTest, AnAttackOnAKingCountsInAnEndingToo) {
     LoadFen("5k2/nbNp1pp1/1p3n1r/6Np/2P2P1P/P2B4/1P6/2K1R3 b - -");
     Score();
-    EXPECT_NE(0, EndingFlag[BLACK]);
-    EXPECT_GT(KingAttackScore[WHITE], 0);
-    EXPECT_EQ(optimism[WHITE], KingAttackScore[WHITE]);
+    EXPECT_NE(0, Figures.EndingFlag[BLACK]);
+    EXPECT_GT(Figures.KingAttackScore[WHITE], 0);
+    EXPECT_EQ(Figures.optimism[WHITE], Figures.KingAttackScore[WHITE]);
 }
 
 TEST_F(EvaluateTest, MaterialIsBlackLessWhiteAndCountsForItsOwner) {
     LoadFen("4k2r/pp6/8/8/8/8/P7/4KQ2 w - -");
     const int32_t white = Score();
-    EXPECT_EQ(700 - 1000, MaterialScore);
+    EXPECT_EQ(700 - 1000, Figures.MaterialScore);
     EXPECT_GT(white, 200);
     SideToMove = BLACK;
     EXPECT_LT(Score(), -200);
@@ -162,24 +161,26 @@ TEST_F(EvaluateTest, MaterialIsBlackLessWhiteAndCountsForItsOwner) {
 TEST_F(EvaluateTest, NothingIsLeftOverFromThePositionBefore) {
     SetStartPosition();
     for (const Colour side : {WHITE, BLACK}) {
-        optimism[side] = shelter_penalty[side] = Danger[side] = KingAttackScore[side] = 7;
-        EvalMasks[side] = EvalMasks[EVAL_ATTACKS + side] = ~uint64_t{0};
+        Figures.optimism[side] = Figures.shelter_penalty[side] = Figures.Danger[side] =
+            Figures.KingAttackScore[side] = 7;
+        Figures.EvalMasks[side] = Figures.EvalMasks[EVAL_ATTACKS + side] = ~uint64_t{0};
     }
-    AuxScore = current_phase = white_phase = black_phase = MaterialScore = 7;
+    Figures.AuxScore = Figures.current_phase = Figures.white_phase = Figures.black_phase =
+        Figures.MaterialScore = 7;
     LoadFen("4k3/pp6/8/8/8/8/PP6/4K3 w - -");
     Score();
     for (const Colour side : {WHITE, BLACK}) {
-        EXPECT_EQ(0, optimism[side]);
-        EXPECT_EQ(0, shelter_penalty[side]);
-        EXPECT_EQ(0, Danger[side]);
-        EXPECT_EQ(0, KingAttackScore[side]);
-        EXPECT_EQ(0u, EvalMasks[side]);
+        EXPECT_EQ(0, Figures.optimism[side]);
+        EXPECT_EQ(0, Figures.shelter_penalty[side]);
+        EXPECT_EQ(0, Figures.Danger[side]);
+        EXPECT_EQ(0, Figures.KingAttackScore[side]);
+        EXPECT_EQ(0u, Figures.EvalMasks[side]);
     }
-    EXPECT_EQ(256, current_phase);
-    EXPECT_EQ(256, white_phase);
-    EXPECT_EQ(256, black_phase);
-    EXPECT_EQ(0, MaterialScore);
-    EXPECT_EQ(6300, AuxScore);
+    EXPECT_EQ(256, Figures.current_phase);
+    EXPECT_EQ(256, Figures.white_phase);
+    EXPECT_EQ(256, Figures.black_phase);
+    EXPECT_EQ(0, Figures.MaterialScore);
+    EXPECT_EQ(6300, Figures.AuxScore);
 }
 
 TEST_F(EvaluateTest, ABoardFullOfQueensIsNoMate) {

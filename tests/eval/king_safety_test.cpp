@@ -27,7 +27,7 @@ protected:
 // Loads the position and returns the shelter's worth of the side.
 int32_t ShelterOf(Colour side, const std::string& fen) {
     LoadFen(fen.c_str());
-    ResetFigures();
+    Figures = {};
     PawnCompute();
     return KingShelter(side);
 }
@@ -61,12 +61,12 @@ TEST_F(KingSafety, APenaltyComesFromSquareShieldAndOpenFiles) {
          }) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(c.result, ShelterOf(WHITE, c.fen));
-        EXPECT_EQ(c.penalty, shelter_penalty[WHITE]);
+        EXPECT_EQ(c.penalty, Figures.shelter_penalty[WHITE]);
         LoadFen(c.fen);
         const std::string flipped = FlippedFen();
         RootSide = BLACK;
         EXPECT_EQ(c.result, ShelterOf(BLACK, flipped));
-        EXPECT_EQ(c.penalty, shelter_penalty[BLACK]);
+        EXPECT_EQ(c.penalty, Figures.shelter_penalty[BLACK]);
         RootSide = WHITE;
     }
 }
@@ -84,24 +84,24 @@ TEST_F(KingSafety, ThePersonalityWeighsTheOwnKingAndTheOther) {
 
 TEST_F(KingSafety, AnAttackGrowsWithDangerAttackersAndTheHolesBeforeTheKing) {
     LoadFen("3qk3/8/8/8/8/8/8/3QK3 w - -");
-    ResetFigures();
-    Danger[BLACK] = 40;
-    KingAttackers[BLACK] = 3;
-    shelter_penalty[WHITE] = 8;
+    Figures = {};
+    Figures.Danger[BLACK] = 40;
+    Figures.KingAttackers[BLACK] = 3;
+    Figures.shelter_penalty[WHITE] = 8;
     EXPECT_EQ((134 * 256 * 16 >> 15) * 10347 >> 13, KingAttack(BLACK));
     RemovePiece(59);
     EXPECT_EQ((134 * 256 * 16 >> 15) * 10922 >> 13, KingAttack(BLACK));
     // Printed without the attackers, and read eight entries further on.
     EXPECT_EQ(225 * 16 >> 4, PrintedAttack(WHITE));
     EXPECT_EQ(81, PrintedShelter(WHITE));
-    KingAttackers[BLACK] = 0;
+    Figures.KingAttackers[BLACK] = 0;
     EXPECT_EQ(0, KingAttack(BLACK));
     // Beyond the tables the last entries hold.
-    Danger[BLACK] = 70;
+    Figures.Danger[BLACK] = 70;
     EXPECT_EQ(373 * 16 >> 4, PrintedAttack(WHITE));
-    Danger[BLACK] = 100000;
-    KingAttackers[BLACK] = 99;
-    shelter_penalty[WHITE] = 1000;
+    Figures.Danger[BLACK] = 100000;
+    Figures.KingAttackers[BLACK] = 99;
+    Figures.shelter_penalty[WHITE] = 1000;
     EXPECT_EQ((380 * 320 * 32 >> 15) * 10922 >> 13, KingAttack(BLACK));
     EXPECT_EQ(380 * 32 >> 4, PrintedAttack(WHITE));
     EXPECT_EQ(180, PrintedShelter(WHITE));

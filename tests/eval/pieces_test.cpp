@@ -35,7 +35,7 @@ protected:
 
 // The sum of the terms from White's view.
 int32_t WhiteSum(Sum sum) {
-    ResetFigures();
+    Figures = {};
     const PieceTerms terms = EvaluatePieces();
     switch (sum) {
     case MIDDLEGAME:
@@ -120,7 +120,7 @@ TEST_F(Pieces, AreWorthTheSameOnEitherWing) {
     for (const std::string& fen : fens) {
         LoadFen(fen.c_str());
         int32_t sums[] = {WhiteSum(MIDDLEGAME), WhiteSum(ENDING), WhiteSum(ENDING_ONLY)};
-        const int32_t danger[] = {Danger[WHITE], Danger[BLACK]};
+        const int32_t danger[] = {Figures.Danger[WHITE], Figures.Danger[BLACK]};
         int32_t passed[2] = {};
         int32_t unused = 0;
         PawnProbe(unused, unused);
@@ -129,8 +129,8 @@ TEST_F(Pieces, AreWorthTheSameOnEitherWing) {
         EXPECT_EQ(sums[MIDDLEGAME], WhiteSum(MIDDLEGAME)) << fen;
         EXPECT_EQ(sums[ENDING], WhiteSum(ENDING)) << fen;
         EXPECT_EQ(sums[ENDING_ONLY], WhiteSum(ENDING_ONLY)) << fen;
-        EXPECT_EQ(danger[WHITE], Danger[WHITE]) << fen;
-        EXPECT_EQ(danger[BLACK], Danger[BLACK]) << fen;
+        EXPECT_EQ(danger[WHITE], Figures.Danger[WHITE]) << fen;
+        EXPECT_EQ(danger[BLACK], Figures.Danger[BLACK]) << fen;
         int32_t mirrored[2] = {};
         PawnProbe(unused, unused);
         EvaluatePassedPawns(mirrored[0], mirrored[1]);
@@ -142,19 +142,19 @@ TEST_F(Pieces, AreWorthTheSameOnEitherWing) {
 TEST_F(Pieces, TellWhatTheyAttackAndHowManyThreatenTheKing) {
     // Queen and knight near the castled king, the bishop far from it.
     LoadFen("6k1/5ppp/8/6NQ/8/8/8/B3K3 w - -");
-    ResetFigures();
+    Figures = {};
     EvaluatePieces();
-    EXPECT_EQ(3, KingAttackers[WHITE]) << "the bishop looks at g7 from afar";
-    EXPECT_EQ(0, KingAttackers[BLACK]);
-    EXPECT_EQ(0, Danger[BLACK]);
-    const int32_t danger = Danger[WHITE];
+    EXPECT_EQ(3, Figures.KingAttackers[WHITE]) << "the bishop looks at g7 from afar";
+    EXPECT_EQ(0, Figures.KingAttackers[BLACK]);
+    EXPECT_EQ(0, Figures.Danger[BLACK]);
+    const int32_t danger = Figures.Danger[WHITE];
     EXPECT_GT(danger, 40);
-    const Bitboard attacked = EvalMasks[EVAL_ATTACKS + WHITE];
+    const Bitboard attacked = Figures.EvalMasks[EVAL_ATTACKS + WHITE];
     for (const int sq : {55, 53, 54, 39 - 8}) // h7, f7, g7, h4
         EXPECT_TRUE(attacked & SquareBit(sq)) << sq;
     EXPECT_FALSE(attacked & SquareBit(5)) << "the king's own squares are not counted";
     LoadFen("6k1/5ppp/8/6NQ/3P4/8/8/B3K3 w - -");
-    ResetFigures();
+    Figures = {};
     EvaluatePieces();
-    EXPECT_EQ(2, KingAttackers[WHITE]) << "the bishop sees nothing any more";
+    EXPECT_EQ(2, Figures.KingAttackers[WHITE]) << "the bishop sees nothing any more";
 }

@@ -82,8 +82,7 @@ TEST_F(Reload, LeavesNoScoreOfTheOldValues) {
     ASSERT_EQ(before, EvaluateCached());
     WriteOtherValues();
     ReloadValues({});
-    int32_t full = 0;
-    Evaluate(full, FULL_BOUND);
+    const int32_t full = Evaluate();
     EXPECT_NE(before, full);
     EXPECT_EQ(full, EvaluateCached());
     EXPECT_FALSE(HashProbe().found);

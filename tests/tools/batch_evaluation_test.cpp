@@ -35,9 +35,7 @@ std::string PrintedBy(void (*evaluate)(const char*), const char* path) {
 int32_t ScoreOf(const std::string& fen) {
     LoadFen(fen.c_str());
     RootSide = SideToMove;
-    int32_t score = 0;
-    Evaluate(score, FULL_BOUND);
-    return score;
+    return Evaluate();
 }
 
 TEST(EpdEvaluate, PrintsAScoreForEachLineAndCopiesEveryTenth) {
@@ -91,13 +89,13 @@ std::string Text(const Line& line) {
     const int32_t score = ScoreOf(line.fen);
     const Colour s = SideToMove;
     const Colour o = ChangeSide(s);
-    const int32_t material = s == BLACK ? MaterialScore : -MaterialScore;
+    const int32_t material = s == BLACK ? Figures.MaterialScore : -Figures.MaterialScore;
     std::ostringstream text;
     text << line.pliesLeft << ';' << score << ';' << material << ';' << score - material << ";6300;"
-         << line.result << ';' << line.men << ';' << line.fen << ';' << current_phase;
+         << line.result << ';' << line.men << ';' << line.fen << ';' << Figures.current_phase;
     for (const Colour side : {s, o})
-        text << ';' << KingAttackScore[side] << ';' << Danger[side] << ';' << KingAttackers[side]
-             << ';' << shelter_penalty[side];
+        text << ';' << Figures.KingAttackScore[side] << ';' << Figures.Danger[side] << ';'
+             << Figures.KingAttackers[side] << ';' << Figures.shelter_penalty[side];
     return text.str();
 }
 

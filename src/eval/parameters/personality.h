@@ -3,14 +3,17 @@
 
 #include <cstdint>
 
-// Percent as the user typed it, default 100; and the weight that is derived when it is set.
-extern int32_t Aggressivity;
-extern int32_t Cowardice;
-extern int32_t Tropism;
-extern int32_t AggressivityWeight; // half of the setting, truncated: default 50
-extern int32_t CowardiceWeight;    // half of the setting, truncated: default 50
-// Twice the setting. Stored and printed; the evaluation does not read it, and users know that.
-extern int32_t TropismWeight;
+// Percent as the user typed it, and the weight that is derived when it is set.
+struct PersonalitySettings {
+    int32_t Aggressivity = 100;
+    int32_t Cowardice = 100;
+    int32_t Tropism = 100;
+    int32_t AggressivityWeight = 50; // half of the setting, truncated
+    int32_t CowardiceWeight = 50;    // half of the setting, truncated
+    // Twice the setting. Stored and printed; the evaluation does not read it, and users know that.
+    int32_t TropismWeight = 200;
+};
+extern PersonalitySettings Personality;
 
 // Each stores the setting with its weight. Any value is taken as it is; who reads settings bounds
 // them. Doubling wraps like 32-bit arithmetic.

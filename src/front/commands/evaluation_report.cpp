@@ -27,28 +27,29 @@ static void ProbePawns() {
 
 void ShowEvaluation(const CommandLine&) {
     SetRootSide(SideToMove);
-    int32_t score = 0;
-    Evaluate(score, FULL_BOUND);
+    const int32_t score = Evaluate();
     ProbePawns();
     const Colour us = SideToMove;
     const Colour them = ChangeSide(us);
     std::printf("Heuristic = %d\n", score);
     std::printf("PassedVector[BLACK] = %s", FileDigits(Pawns.PassedVector(BLACK)).c_str());
     std::printf(" PassedVector[WHITE] = %s\n", FileDigits(Pawns.PassedVector(WHITE)).c_str());
-    std::printf("current_phase = %d, black_phase = %d, white_phase = %d\n", current_phase,
-                black_phase, white_phase);
-    std::printf("optimism[BLACK] = %d, optimism[WHITE] = %d\n", optimism[BLACK], optimism[WHITE]);
+    std::printf("current_phase = %d, black_phase = %d, white_phase = %d\n", Figures.current_phase,
+                Figures.black_phase, Figures.white_phase);
+    std::printf("optimism[BLACK] = %d, optimism[WHITE] = %d\n", Figures.optimism[BLACK],
+                Figures.optimism[WHITE]);
     std::printf("Material[WHITE] = %d Material[BLACK] = %d EvaluateMaterial() = %d\n",
-                Material[WHITE], Material[BLACK], MaterialScore);
+                Material[WHITE], Material[BLACK], Figures.MaterialScore);
     std::printf("ENDING(WHITE) = %d ENDING(BLACK) = %d\n", int(InEnding(WHITE)),
                 int(InEnding(BLACK)));
     std::printf("black_defects_k = %d black_defects_q = %d white_defects_k = %d white_defects_q = "
                 "%d\n",
                 Pawns.black_defects_k, Pawns.black_defects_q, Pawns.white_defects_k,
                 Pawns.white_defects_q);
-    std::printf("shelter_penalty[BLACK] = %d shelter_penalty[WHITE] = %d\n", shelter_penalty[BLACK],
-                shelter_penalty[WHITE]);
-    std::printf("Danger[BLACK] = %d Danger[WHITE] = %d\n", Danger[BLACK], Danger[WHITE]);
+    std::printf("shelter_penalty[BLACK] = %d shelter_penalty[WHITE] = %d\n",
+                Figures.shelter_penalty[BLACK], Figures.shelter_penalty[WHITE]);
+    std::printf("Danger[BLACK] = %d Danger[WHITE] = %d\n", Figures.Danger[BLACK],
+                Figures.Danger[WHITE]);
     std::printf("Attacks[ChangeSide(SideToMove)] = %d\n", PrintedAttack(them));
     std::printf("Attacks[SideToMove] = %d\n", PrintedAttack(us));
     std::printf("Shelter[BLACK] = %d Shelter[WHITE] = %d\n", PrintedShelter(BLACK),

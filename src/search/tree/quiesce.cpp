@@ -103,8 +103,8 @@ static bool CutByHash(Node& node) {
 // Whether the enemy king has almost nowhere to go.
 static bool EnemyKingBoxedIn() {
     const Colour them = ChangeSide(SideToMove);
-    const Bitboard flights =
-        KingAttacks[KingSquare[them]] & ~ColourBB[them] & ~EvalMasks[EVAL_ATTACKS + SideToMove];
+    const Bitboard flights = KingAttacks[KingSquare[them]] & ~ColourBB[them] &
+                             ~Figures.EvalMasks[EVAL_ATTACKS + SideToMove];
     return CountBits(flights) < BOXED_IN;
 }
 
@@ -290,7 +290,7 @@ static bool TryQuietChecks(Node& node) {
 // Stands pat unless in check; true when that fails high.
 static bool StandPat(Node& node) {
     node.standPat = EvaluateCached();
-    node.attack = optimism[SideToMove];
+    node.attack = Figures.optimism[SideToMove];
     if (node.standPat <= node.best)
         return false;
     node.best = node.standPat;

@@ -293,10 +293,10 @@ static int32_t ReductionOf(const Node& node) {
         return 0;
     const Colour mover = ChangeSide(SideToMove);
     const int32_t evaluation = -EvaluateCached();
-    const int32_t growth = optimism[mover] - node.attack;
+    const int32_t growth = Figures.optimism[mover] - node.attack;
     if (growth >= ATTACK_GROWS)
         return 0;
-    const bool hopeless = evaluation + 2 * optimism[mover] + REDUCTION_MARGIN < node.alpha;
+    const bool hopeless = evaluation + 2 * Figures.optimism[mover] + REDUCTION_MARGIN < node.alpha;
     if (evaluation < node.alpha && growth < 1 && (hopeless || node.quiets >= MANY_QUIETS))
         return 2 * ONE_PLY;
     return ONE_PLY;
@@ -525,7 +525,7 @@ int32_t Search(int32_t alpha, int32_t beta, int32_t depth, bool nullAllowed) {
     // 6. How it looks without a search.
     if (!node.ply.inCheck) {
         node.staticEval = EvaluateCached();
-        node.attack = optimism[SideToMove];
+        node.attack = Figures.optimism[SideToMove];
         node.slice = node.alpha <= node.staticEval + SLICE_MARGIN ? 1 : 0;
     }
 
