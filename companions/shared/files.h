@@ -15,7 +15,7 @@ std::error_code ReadWholeFile(const std::filesystem::path& path, std::vector<uin
 // whatever fails, an older file stays as it was. What is no file, a device say, is not replaced.
 class FileWriter {
 public:
-    explicit FileWriter(const std::filesystem::path& path);
+    explicit FileWriter(const std::filesystem::path& name);
     // Without `Finish` nothing is left of the new file.
     ~FileWriter();
     FileWriter(const FileWriter&) = delete;

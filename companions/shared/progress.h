@@ -9,9 +9,9 @@
 // comes every half a minute, so that a log stays short.
 class Progress {
 public:
-    // `work` is how much there is to do, in whatever unit goes on evenly; `items` is the name of
-    // what is counted meanwhile.
-    Progress(std::string what, uint64_t work, const char* items);
+    // `allWork` is how much there is to do, in whatever unit goes on evenly; `itemName` names what
+    // is counted meanwhile.
+    Progress(std::string job, uint64_t allWork, const char* itemName);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;

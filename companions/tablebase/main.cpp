@@ -30,7 +30,7 @@ using Job = std::function<int()>;
 } // namespace
 
 static CLI::App& AddCommand(CLI::App& program, const char* name, const char* help, Job& job,
-                            Job whatToDo) {
+                            const Job& whatToDo) {
     CLI::App& command = *program.add_subcommand(name, help);
     command.callback([&job, whatToDo] { job = whatToDo; });
     return command;

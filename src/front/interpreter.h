@@ -3,9 +3,9 @@
 
 #include <string>
 
-// Runs the first command of the table that the line matches and that is heard in the present state,
-// and those after it that a command falls through to. A line that matches nothing is ignored.
-void Dispatch(const std::string& line);
+// Runs the first command of the table that the text matches and that is heard in the present state,
+// and those after it that a command falls through to. A text that matches nothing is ignored.
+void Dispatch(const std::string& text);
 
 // Acts on the lines that wait while a search runs, or analysis waits for something to do, until one
 // of them settles what happens next.
