@@ -9,18 +9,6 @@ class LegalMoves : public BoardTest {};
 
 } // namespace
 
-// The tests that walk from these positions trust them.
-TEST_F(LegalMoves, VariedPositionsCouldArise) {
-    for (const TestPosition& position : VariedPositions()) {
-        SCOPED_TRACE(position.name);
-        LoadFen(position.fen);
-        EXPECT_EQ(PieceCount[KING][WHITE], 1);
-        EXPECT_EQ(PieceCount[KING][BLACK], 1);
-        EXPECT_FALSE(InCheck(ChangeSide(SideToMove)));
-        EXPECT_FALSE((PieceBB[PAWN][WHITE] | PieceBB[PAWN][BLACK]) & (RankBB(0) | RankBB(7)));
-    }
-}
-
 TEST_F(LegalMoves, AreThosePlayedWithoutLosingTheKing) {
     WalkRandomGames(80, [] {
         const std::string before = WriteFen();

@@ -14,40 +14,7 @@ constexpr Move KnightOut = MoveWord(6, 21, KNIGHT);
 
 class OrderingTest : public SearchingTest {};
 
-int32_t History(Move move, int slice = 0) {
-    return HistoryTable[HistoryIndex(move, slice, SideToMove)];
-}
-
 } // namespace
-
-TEST_F(OrderingTest, PicksTheHighestAndOfEqualsTheEarliest) {
-    constexpr int32_t scores[] = {-900, 5, 70, 5, 70, 0};
-    for (int i = 0; i < 6; i++)
-        MoveStack[10 + i] = {Move(i), scores[i]};
-    MoveStackTop = 16;
-    Move picked[6] = {};
-    for (int i = 0; i < 6; i++) {
-        PickMove(10 + i, 16);
-        picked[i] = MoveStack[10 + i].move;
-    }
-    // A pick exchanges two entries: so the first 5 comes to lie behind the second.
-    constexpr Move expected[6] = {2, 4, 3, 1, 5, 0};
-    for (int i = 0; i < 6; i++)
-        EXPECT_EQ(expected[i], picked[i]) << i;
-}
-
-TEST_F(OrderingTest, HistoryStaysBetweenZeroAndItsLimit) {
-    for (int i = 0; i < 1000; i++) {
-        RewardQuiet(KnightOut, 6000, 0);
-        ASSERT_LE(History(KnightOut), 32700);
-    }
-    EXPECT_GT(History(KnightOut), 32690);
-    for (int i = 0; i < 1000; i++) {
-        PenaliseQuiet(KnightOut, 6000, 0);
-        ASSERT_GE(History(KnightOut), 0);
-    }
-    EXPECT_LT(History(KnightOut), 10);
-}
 
 TEST_F(OrderingTest, ARewardBelowOnePlyLeavesATrace) {
     struct Case {

@@ -10,7 +10,6 @@
 #include "board/moves/order_tables.h"
 #include "board/position.h"
 #include "search/state.h"
-#include "support/engine_setup.h"
 
 namespace {
 
@@ -21,7 +20,6 @@ constexpr Move OtherMove = MoveWord(6, 21, KNIGHT);
 class TranspositionTest : public testing::Test {
 protected:
     void SetUp() override {
-        SetUpEngineTables();
         SetStartPosition();
         UseTable(1);
         Running.SearchPly = 0;
@@ -170,17 +168,6 @@ TEST_F(TranspositionTest, AHitAndADroppedStoreKeepAnEntryYoung) {
     }
 }
 
-TEST_F(TranspositionTest, AnEmptySlotEndsTheScan) {
-    Store(1, 60);
-    Store(2, 60);
-    constexpr int flagsAt = 14;
-    std::fill_n(memory.begin() + flagsAt, 4, uint8_t{0});
-    EXPECT_FALSE(Probe(2).found);
-    // The empty slot is taken, though the position stands behind it.
-    Store(2, 0);
-    EXPECT_EQ(0, Probe(2).depth);
-}
-
 TEST_F(TranspositionTest, QuiescenceLeavesSearchedResultsAsTheyAre) {
     Store(1, 60, 1);
     Store(2, 60);
@@ -312,13 +299,6 @@ TEST_F(TranspositionTest, CountsTheSlotsThatThisSearchFilled) {
     Probe(40);
     Store(40, 120);
     EXPECT_EQ(0, HashFilledCount);
-    UseTable(1);
-    Store(1, 60);
-    Store(2, 120);
-    HashAge = 3;
-    HashFilledCount = 0;
-    Store(3, 0);
-    EXPECT_EQ(1, HashFilledCount);
 }
 
 TEST_F(TranspositionTest, ClearingEmptiesEverySlotAndSetsTheAgeBack) {
