@@ -54,7 +54,9 @@ static void EvaluateMaterial() {
 }
 
 static void AddPawns(Sums& sums) {
-    PawnProbe(sums.middlegame, sums.ending);
+    PawnProbe();
+    sums.middlegame += Pawns.middlegame;
+    sums.ending += Pawns.ending;
     Figures.EvalMasks[WHITE] |= PassedPawns[WHITE];
     Figures.EvalMasks[BLACK] |= PassedPawns[BLACK];
     sums.balance += PawnTradeCorrection() + PawnEndingCorrection();

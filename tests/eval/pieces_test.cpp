@@ -1,20 +1,13 @@
 #include "eval/pieces.h"
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
-#include "board/fen.h"
-#include "eval/evaluate.h"
-#include "eval/pawns/passed_pawns.h"
-#include "eval/pawns/pawn_structure.h"
-#include "eval/position_walk.h"
-#include "support/engine_setup.h"
-#include "support/flipped.h"
+#include "eval/figures.h"
+#include "support/board_test.h"
 #include "support/scratch.h"
 
 namespace {
@@ -22,14 +15,7 @@ namespace {
 using Parameter = int32_t EvalParameters::*;
 enum Sum { MIDDLEGAME, ENDING, ENDING_ONLY };
 
-class Pieces : public testing::Test {
-protected:
-    void SetUp() override {
-        SetUpEngineTables();
-    }
-    void TearDown() override {
-        SetStartPosition();
-    }
+class Pieces : public BoardTest {
     ScratchParameters parameters;
 };
 
@@ -58,7 +44,6 @@ struct Case {
 using P = EvalParameters;
 constexpr Case Cases[] = {
     {"rook in the corner", &P::RookMobilityMiddlegame, MIDDLEGAME, "4k3/8/8/8/8/8/8/R3K3", 3},
-    {"the same in the ending", &P::RookMobilityEnding, ENDING, "4k3/8/8/8/8/8/8/R3K3", 3},
     {"queen in the middle", &P::QueenMobilityMiddlegame, MIDDLEGAME, "7k/8/8/8/3Q4/8/8/K7", 13},
     {"bishops count empty squares", &P::BishopMobilityEnding, ENDING, "7k/8/8/8/3B4/8/8/K7", 5},
     {"not where pawns strike", &P::KnightMobilityMiddlegame, MIDDLEGAME, "7k/3p4/8/8/3N4/8/8/K7",
@@ -76,11 +61,9 @@ constexpr Case Cases[] = {
     {"pawns on one", &P::BishopOnBothWings, ENDING_ONLY, "4k3/p7/8/8/8/8/P7/2B1K3", 0},
     {"pawns on its colour", &P::BadBishopMiddlegame, MIDDLEGAME, "4k3/8/8/8/3P4/4P3/PP6/2B1K3", -3},
     {"trapped", &P::TrappedBishop, ENDING, "4k3/B7/1p6/8/8/8/8/4K3", -1},
-    {"trapped on the other wing", &P::TrappedBishop, MIDDLEGAME, "4k3/8/7B/6p1/8/8/8/4K3", -1},
     {"free", &P::TrappedBishop, MIDDLEGAME, "4k3/B7/2p5/8/8/8/8/4K3", 0},
     {"open file", &P::RookOpenMiddlegame, MIDDLEGAME, "4k3/1p6/8/8/8/8/1P6/R3K3", 1},
     {"half-open file", &P::RookHalfOpenEnding, ENDING, "4k3/p7/8/8/8/8/1P6/R3K3", 1},
-    {"half-open is not open", &P::RookOpenMiddlegame, MIDDLEGAME, "4k3/p7/8/8/8/8/1P6/R3K3", 0},
     {"closed file", &P::RookHalfOpenEnding, ENDING, "4k3/8/8/8/8/8/P7/R3K3", 0},
     {"seventh, king behind", &P::RookSeventhEnding, ENDING, "4k3/R7/8/8/8/8/8/4K3", 1},
     {"seventh, pawns to take", &P::QueenSeventhEnding, ENDING, "8/Q6p/4k3/8/8/8/8/4K3", 1},
@@ -93,7 +76,6 @@ constexpr Case Cases[] = {
     {"rook strikes queen", &P::RookThreatMiddlegame, MIDDLEGAME, "q3k3/8/8/8/8/8/8/R3K3", 1},
     {"unguarded piece", &P::LoosePieceMiddlegame, MIDDLEGAME, "4k3/8/8/n7/8/8/8/R3K3", 1},
     {"guarded piece", &P::LoosePieceMiddlegame, MIDDLEGAME, "4k3/8/1p6/n7/8/8/8/R3K3", 0},
-    {"guarded by the king", &P::LoosePieceMiddlegame, MIDDLEGAME, "8/1k6/n7/8/8/8/8/R3K3", 0},
     {"the king takes pawns, too", &P::LoosePawnEnding, ENDING, "4k3/8/8/8/8/8/3p4/4K3", 1},
 };
 
@@ -106,36 +88,6 @@ TEST_F(Pieces, EveryTermCountsWhatItsNameSays) {
         Params.*c.parameter = 1;
         LoadFen((std::string(c.men) + " w K -").c_str());
         EXPECT_EQ(c.count, WhiteSum(c.sum));
-        LoadFen(FlippedFen().c_str());
-        EXPECT_EQ(-c.count, WhiteSum(c.sum));
-    }
-}
-
-TEST_F(Pieces, AreWorthTheSameOnEitherWing) {
-    std::vector<std::string> fens;
-    WalkPositions(150, [&] {
-        CastleRights = 0;
-        fens.push_back(WriteFen());
-    });
-    for (const std::string& fen : fens) {
-        LoadFen(fen.c_str());
-        int32_t sums[] = {WhiteSum(MIDDLEGAME), WhiteSum(ENDING), WhiteSum(ENDING_ONLY)};
-        const int32_t danger[] = {Figures.Danger[WHITE], Figures.Danger[BLACK]};
-        int32_t passed[2] = {};
-        int32_t unused = 0;
-        PawnProbe(unused, unused);
-        EvaluatePassedPawns(passed[0], passed[1]);
-        LoadFen(MirroredFen().c_str());
-        EXPECT_EQ(sums[MIDDLEGAME], WhiteSum(MIDDLEGAME)) << fen;
-        EXPECT_EQ(sums[ENDING], WhiteSum(ENDING)) << fen;
-        EXPECT_EQ(sums[ENDING_ONLY], WhiteSum(ENDING_ONLY)) << fen;
-        EXPECT_EQ(danger[WHITE], Figures.Danger[WHITE]) << fen;
-        EXPECT_EQ(danger[BLACK], Figures.Danger[BLACK]) << fen;
-        int32_t mirrored[2] = {};
-        PawnProbe(unused, unused);
-        EvaluatePassedPawns(mirrored[0], mirrored[1]);
-        EXPECT_EQ(passed[0], mirrored[0]) << fen;
-        EXPECT_EQ(passed[1], mirrored[1]) << fen;
     }
 }
 
@@ -147,12 +99,9 @@ TEST_F(Pieces, TellWhatTheyAttackAndHowManyThreatenTheKing) {
     EXPECT_EQ(3, Figures.KingAttackers[WHITE]) << "the bishop looks at g7 from afar";
     EXPECT_EQ(0, Figures.KingAttackers[BLACK]);
     EXPECT_EQ(0, Figures.Danger[BLACK]);
-    const int32_t danger = Figures.Danger[WHITE];
-    EXPECT_GT(danger, 40);
+    EXPECT_GT(Figures.Danger[WHITE], 40);
     const Bitboard attacked = Figures.EvalMasks[EVAL_ATTACKS + WHITE];
-    for (const int sq : {55, 53, 54, 39 - 8}) // h7, f7, g7, h4
-        EXPECT_TRUE(attacked & SquareBit(sq)) << sq;
-    EXPECT_FALSE(attacked & SquareBit(5)) << "the king's own squares are not counted";
+    EXPECT_EQ(Squares("h7 f7 g7 h4"), attacked & Squares("h7 f7 g7 h4 f1")) << "not by the king";
     LoadFen("6k1/5ppp/8/6NQ/3P4/8/8/B3K3 w - -");
     Figures = {};
     EvaluatePieces();

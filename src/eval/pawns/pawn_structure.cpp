@@ -246,7 +246,7 @@ static bool OneRookFile(const SidePawns& side) {
     return side.files == ROOK_FILE_A || side.files == ROOK_FILE_H;
 }
 
-void PawnCompute() {
+static void PawnCompute() {
     const SidePawns black = AssessPawns<BLACK>();
     const SidePawns white = AssessPawns<WHITE>();
     Pawns = {.key = PawnKey,
@@ -273,13 +273,11 @@ static Bitboard SquaresOfFiles(uint8_t files) {
     return files * FILE_A;
 }
 
-void PawnProbe(int32_t& middlegame, int32_t& ending) {
+void PawnProbe() {
     if (!FindPawns()) {
         PawnCompute();
         StorePawns();
     }
-    middlegame += Pawns.middlegame;
-    ending += Pawns.ending;
     for (const Colour side : {WHITE, BLACK})
         PassedPawns[side] = PieceBB[PAWN][side] & SquaresOfFiles(Pawns.PassedVector(side));
 }

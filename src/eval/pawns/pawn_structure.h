@@ -8,8 +8,5 @@
 extern Bitboard PassedPawns[2];
 
 // Finds or computes the record of the position's pawns, so that `Pawns` and `PassedPawns` hold for
-// it, and adds its two scores, centipawns from Black's view.
-void PawnProbe(int32_t& middlegame, int32_t& ending);
-
-// Computes the record into `Pawns` whether the table has it or not, and stores nothing.
-void PawnCompute();
+// it.
+void PawnProbe();

@@ -18,17 +18,10 @@ static std::string FileDigits(int files) {
     return digits;
 }
 
-// The pawns' facts, also where the evaluation had no need of them.
-static void ProbePawns() {
-    int32_t middlegame = 0;
-    int32_t ending = 0;
-    PawnProbe(middlegame, ending);
-}
-
 void ShowEvaluation(const CommandLine&) {
     SetRootSide(SideToMove);
     const int32_t score = Evaluate();
-    ProbePawns();
+    PawnProbe(); // also where the evaluation had no need of it
     const Colour us = SideToMove;
     const Colour them = ChangeSide(us);
     std::printf("Heuristic = %d\n", score);
