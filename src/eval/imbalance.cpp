@@ -1,7 +1,6 @@
 #include "eval/imbalance.h"
 
 #include <algorithm>
-#include <cstddef>
 
 #include "eval/parameters/parameters.h"
 
@@ -123,17 +122,17 @@ static int64_t Trades(const MenOfSide& own, const MenOfSide& opponent) {
 }
 
 // More than the table counts is taken for the most that it counts.
-static int64_t FromTable(const MenOfSide& white, const MenOfSide& black) {
+size_t ImbalanceCell(const MenOfSide& white, const MenOfSide& black) {
     int index = 2 * std::min(white.queens, 1) + std::min(black.queens, 1);
     for (const int count :
          {white.rooks, white.bishops, white.knights, black.rooks, black.bishops, black.knights})
         index = 3 * index + std::min(count, 2);
-    return Params.ImbalanceTable[size_t(index)];
+    return size_t(index);
 }
 
 int16_t MaterialImbalance(const MenOfSide& white, const MenOfSide& black) {
     const int64_t byPawns = (ByPawns(black, white) - ByPawns(white, black)) / PAWN_TERM_UNIT;
     const int64_t byTrades = Trades(black, white) - Trades(white, black);
-    const int64_t sum = byPawns + byTrades + FromTable(white, black);
+    const int64_t sum = byPawns + byTrades + Params.ImbalanceTable[ImbalanceCell(white, black)];
     return int16_t(std::clamp(sum, int64_t{INT16_MIN}, int64_t{INT16_MAX}));
 }

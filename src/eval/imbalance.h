@@ -1,6 +1,7 @@
 // What the men of both sides are worth beyond the sum of their values.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 // The men that one side has, without its king.
@@ -25,3 +26,6 @@ struct MenOfSide {
 
 // Centipawns, positive when Black gains. Takes any number of men.
 int16_t MaterialImbalance(const MenOfSide& white, const MenOfSide& black);
+
+// The cell of the imbalance table that these men have.
+size_t ImbalanceCell(const MenOfSide& white, const MenOfSide& black);

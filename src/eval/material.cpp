@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "eval/imbalance.h"
 #include "eval/parameters/parameters.h"
 
 constinit MaterialEntry MaterialTable[MATERIAL_INVALID] = {};
@@ -69,7 +68,7 @@ static MenOfSide MenOfSignature(int index, Colour side) {
     return {count(PAWN, 9), count(KNIGHT, 3), count(BISHOP, 3), count(ROOK, 3), count(QUEEN, 3)};
 }
 
-static MenOfSide MenOnBoard(Colour side) {
+MenOfSide MenOnBoard(Colour side) {
     return {PieceCount[PAWN][side], PieceCount[KNIGHT][side], PieceCount[BISHOP][side],
             PieceCount[ROOK][side], PieceCount[QUEEN][side]};
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "board/position.h"
+#include "eval/imbalance.h"
 
 struct MaterialEntry {
     uint8_t flags[2]; // MATERIAL_CANNOT_WIN, MATERIAL_ENDING, by colour
@@ -23,6 +24,9 @@ void InitMaterialTable();
 
 // The entry of the current position; computed directly where no signature can be formed.
 MaterialEntry CurrentMaterial();
+
+// The men on the board.
+MenOfSide MenOnBoard(Colour side);
 
 // Whether `side` is in the ending: its opponent has too few pieces left to attack its king.
 bool InEnding(Colour side);

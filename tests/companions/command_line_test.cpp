@@ -8,8 +8,8 @@
 
 TEST(CommandLine, IsAnsweredByEveryCompanionInTheSameWay) {
     const ScratchDirectory scratch;
-    for (const std::string name :
-         {"tarquelin-bench", "tarquelin-values", "tarquelin-book", "tarquelin-tb"}) {
+    for (const std::string name : {"tarquelin-bench", "tarquelin-values", "tarquelin-book",
+                                   "tarquelin-tb", "tarquelin-fit"}) {
         SCOPED_TRACE(name);
         const Outcome help = RunCompanion(name, "--help");
         EXPECT_TRUE(help.status == 0 && help.Says("Usage: " + name)) << help.text;

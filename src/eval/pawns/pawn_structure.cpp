@@ -246,7 +246,7 @@ static bool OneRookFile(const SidePawns& side) {
     return side.files == ROOK_FILE_A || side.files == ROOK_FILE_H;
 }
 
-static void PawnCompute() {
+void PawnCompute() {
     const SidePawns black = AssessPawns<BLACK>();
     const SidePawns white = AssessPawns<WHITE>();
     Pawns = {.key = PawnKey,

@@ -10,3 +10,6 @@ extern Bitboard PassedPawns[2];
 // Finds or computes the record of the position's pawns, so that `Pawns` and `PassedPawns` hold for
 // it.
 void PawnProbe();
+
+// Computes the record into `Pawns` whether the table has it or not, and stores nothing.
+void PawnCompute();
