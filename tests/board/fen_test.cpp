@@ -2,6 +2,7 @@
 
 #include "board/recompute.h"
 #include "support/board_test.h"
+#include "support/scratch.h"
 
 namespace {
 
@@ -21,34 +22,22 @@ TEST_F(Fen, IsWrittenAsItWasRead) {
     }
 }
 
-TEST_F(Fen, IsWrittenWithTheDoubleStepOfTheGame) {
-    EXPECT_EQ(WriteFen(), "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1");
-    Play("e2e4");
-    EXPECT_EQ(WriteFen(), "rnbqkbnr/pppppppp/8/8/4P3/8/PPPP1PPP/RNBQKBNR b KQkq e4 0 1");
-    Play("c7c5");
-    EXPECT_EQ(WriteFen(), "rnbqkbnr/pp1ppppp/8/2p5/4P3/8/PPPP1PPP/RNBQKBNR w KQkq c5 0 2");
-    Play("g1f3");
-    EXPECT_EQ(WriteFen(), "rnbqkbnr/pp1ppppp/8/2p5/4P3/5N2/PPPP1PPP/RNBQKB1R b KQkq - 1 2");
-}
-
-TEST_F(Fen, MoveNumberGrowsWithBlacksMoves) {
+TEST_F(Fen, TellsWhatWasPlayedSinceItWasSetUp) {
     struct Case {
-        const char* name;
         const char* fen;
         const char* moves;
-        const char* counters; // fifty-move count and move number
+        const char* written;
     };
     constexpr Case cases[] = {
-        {"Black to move, set up", "4k3/8/8/8/8/8/8/4K3 b - -", "", " 0 1"},
-        {"Black has moved", "4k3/8/8/8/8/8/8/4K3 b - -", "e8e7", " 1 2"},
-        {"en passant, set up", "4k3/8/8/3pP3/8/8/8/4K3 w - d5", "", " 0 1"},
-        {"en passant, Black has moved", "4k3/8/8/3pP3/8/8/8/4K3 w - d5", "e1e2 e8e7", " 2 2"},
+        {"4k3/2p5/8/8/8/8/4P3/4K3 w - - 40 60", "e2e4", "4k3/2p5/8/8/4P3/8/8/4K3 b - e4 0 1"},
+        {"4k3/2p5/8/8/8/8/4P3/4K3 w - -", "e2e4 c7c5", "4k3/8/8/2p5/4P3/8/8/4K3 w - c5 0 2"},
+        {"4k3/8/8/8/8/8/8/4K3 b - -", "e8e7", "8/4k3/8/8/8/8/8/4K3 w - - 1 2"},
+        {"4k3/8/8/3pP3/8/8/8/4K3 w - d5", "e1e2 e8e7", "8/4k3/8/3pP3/8/8/4K3/8 w - - 2 2"},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
         LoadFen(c.fen);
         Play(c.moves);
-        EXPECT_TRUE(WriteFen().ends_with(c.counters)) << WriteFen();
+        EXPECT_EQ(WriteFen(), c.written);
     }
 }
 
@@ -58,10 +47,9 @@ TEST_F(Fen, SideIsBlackUnlessItSaysWhite) {
         Colour side;
     };
     constexpr Case cases[] = {
-        {"4k3/8/8/8/8/8/8/4K3 w - -", WHITE},     {"4k3/8/8/8/8/8/8/4K3 b - -", BLACK},
-        {"4k3/8/8/8/8/8/8/4K3 W - -", BLACK},     {"4k3/8/8/8/8/8/8/4K3", BLACK},
-        {"4k3/8/8/8/8/8/8/4K3   w   -", WHITE},   {"   4k3/8/8/8/8/8/8/4K3 w", WHITE},
-        {"4k3/8/8/8/8/8/8/4K3 white - -", WHITE},
+        {"4k3/8/8/8/8/8/8/4K3 w - -", WHITE},      {"4k3/8/8/8/8/8/8/4K3 b - -", BLACK},
+        {"4k3/8/8/8/8/8/8/4K3 W - -", BLACK},      {"4k3/8/8/8/8/8/8/4K3", BLACK},
+        {"   4k3/8/8/8/8/8/8/4K3   white", WHITE},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.fen);
@@ -103,18 +91,8 @@ TEST_F(Fen, OddPlacementsAreReadAsFarAsTheyGo) {
 
 TEST_F(Fen, ADoubleStepAmongTooManyPawnsIsReadInSilence) {
     constexpr const char* fen = "4k3/pppppppp/p7/8/4P3/8/P7/4K3 b - e4";
-    testing::internal::CaptureStdout();
-    LoadFen(fen);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(Printed([] { LoadFen(fen); }), "");
     EXPECT_EQ(WriteFen(), std::string(fen) + " 0 1");
-}
-
-TEST_F(Fen, LastKingOfAColourIsTheKing) {
-    LoadFen("k7/8/3k4/8/8/K7/8/6K1 w - -");
-    EXPECT_EQ(KingSquare[BLACK], Sq("d6"));
-    EXPECT_EQ(KingSquare[WHITE], Sq("g1"));
-    EXPECT_EQ(MenCount, 4);
-    EXPECT_EQ(FirstDifferenceFromRecomputation(ANY_BOARD), "");
 }
 
 TEST_F(Fen, CastlingRightsAreThoseThatThePlacementAllows) {
@@ -125,9 +103,7 @@ TEST_F(Fen, CastlingRightsAreThoseThatThePlacementAllows) {
     constexpr Case cases[] = {
         {"r3k2r/8/8/8/8/8/8/R3K2R w KQkq -", 15},
         {"r3k2r/8/8/8/8/8/8/R3K2R w xQ?k -", 2 + 4},
-        {"r3k2r/8/8/8/8/8/8/R3K2R w", 0},
         {"r3k2r/8/8/8/8/8/8/1R2K2R w KQkq -", 1 + 4 + 8},
-        {"1r2k2r/8/8/8/8/8/8/R3K2R w KQkq -", 1 + 2 + 4},
         {"r3k2r/8/8/8/8/8/4K3/R6R w KQkq -", 4 + 8},
         {"R3k2R/8/8/8/8/8/8/r3K2r w KQkq -", 0},
     };
@@ -149,12 +125,10 @@ TEST_F(Fen, EnPassantFieldNamesThePawnItself) {
         {"the square behind", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq f6 0 3",
          false},
         {"own pawn", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq e5 0 3", false},
-        {"empty square", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq a5 0 3", false},
         {"field ends early", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq f", false},
         {"the other side to move", "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR b KQkq f5 0 3",
          false},
         {"no pawn but a knight", "4k3/8/8/3nP3/8/8/8/4K3 w - d5", false},
-        {"square behind taken", "4k3/8/3n4/3p4/4P3/8/8/4K3 w - d5", false},
         {"home square taken", "4k3/3n4/8/3pP3/8/8/8/4K3 w - d5", false},
         {"Black, the pawn", "4k3/8/8/8/3pP3/8/8/4K3 b - e4", true},
     };
@@ -187,14 +161,4 @@ TEST_F(Fen, EnPassantRecordIsAsIfThePawnHadJustStepped) {
     EXPECT_EQ(record.pstSumA, played.pstSumA);
     EXPECT_EQ(record.pstSumB, played.pstSumB);
     EXPECT_EQ(FiftyCount, 0);
-}
-
-TEST_F(Fen, LoadingForgetsTheGameBefore) {
-    Play("e2e4 d7d5 e4d5 g8f6");
-    LoadFen("4k3/8/8/8/8/8/8/4K3 w - - 40 60");
-    EXPECT_EQ(Ply, 0);
-    EXPECT_EQ(SetupPly, 0);
-    EXPECT_EQ(FiftyCount, 0);
-    EXPECT_EQ(LastMove(), NO_MOVE);
-    EXPECT_EQ(CastleRights, 0);
 }

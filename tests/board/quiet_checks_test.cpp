@@ -22,28 +22,6 @@ std::vector<Move> CheckingMoves() {
 
 } // namespace
 
-TEST_F(QuietChecks, AreTheSafeOnesByKind) {
-    struct Case {
-        const char* name;
-        const char* fen;
-        const char* moves;
-    };
-    constexpr Case cases[] = {
-        {"knight before a bishop", "k7/8/2N5/8/4B3/P7/1P6/RR5K w - -",
-         "c6b4 c6d4 c6a5 c6e5 c6e7 c6d8"},
-        {"pawn before a bishop", "7k/8/8/8/3P4/2B5/8/K7 w - -", "d4d5"},
-        {"double step checks, Black", "8/3p4/2k5/8/4K3/8/8/8 b - -", "d7d5"},
-        {"king moves are left out", "4k3/8/8/8/8/8/4K3/4R3 w - -", ""},
-        {"castling is left out", "5k2/8/8/8/8/8/8/4K2R w K -", "h1f1 h1h8"},
-        {"losing checks are left out", "4k3/8/8/8/8/8/8/K2Q4 w - -", "d1e1 d1e2 d1a4 d1h5"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        LoadFen(c.fen);
-        EXPECT_EQ(MovesText(Generated([] { GenerateQuietChecks(0); })), c.moves);
-    }
-}
-
 TEST_F(QuietChecks, AreAmongTheQuietMovesWithTheirScores) {
     int checks = 0;
     std::mt19937 random(11);

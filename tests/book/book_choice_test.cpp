@@ -31,9 +31,7 @@ protected:
         return counts;
     }
     static std::string Listing() {
-        testing::internal::CaptureStdout();
-        ListBookMoves();
-        return testing::internal::GetCapturedStdout();
+        return Printed([] { ListBookMoves(); });
     }
 };
 
@@ -59,9 +57,7 @@ TEST_F(BookChoice, OpensWhatItCanAndSaysSo) {
                                       "0 nodes in openings book\n");
     Open(BookBytes(1, {}));
     EXPECT_FALSE(Book.UseBookLearning || Book.UseBookWeights) << "not switched on again";
-    testing::internal::CaptureStdout();
-    OpenBook("nowhere.tqn");
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Error opening \"nowhere.tqn\"!\n");
+    EXPECT_EQ(Printed([] { OpenBook("nowhere.tqn"); }), "Error opening \"nowhere.tqn\"!\n");
     EXPECT_FALSE(BookIsOpen());
     EXPECT_EQ(ChooseBookMove(), NO_MOVE);
 }

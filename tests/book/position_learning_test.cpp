@@ -1,37 +1,28 @@
 #include "book/position_learning.h"
 
-#include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
-
-#include "board/fen.h"
-#include "board/notation.h"
-#include "board/position.h"
 #include "board/recompute.h"
 #include "book/book_settings.h"
 #include "book/learning_file.h"
 #include "front/game/game.h"
-#include "support/engine_setup.h"
+#include "support/board_test.h"
 #include "support/scratch.h"
 
 namespace {
 
-class PositionLearningTest : public testing::Test {
+class PositionLearningTest : public BoardTest {
 protected:
     void SetUp() override {
-        SetUpEngineTables();
+        BoardTest::SetUp();
         Book = {};
         Book.PositionLearning = true;
         ForgetNotedPositions();
         OpenLearningFile("Learn.tq1");
-        SetStartPosition();
     }
     void TearDown() override {
         CloseLearningFile();
         Book = {};
         ForgetNotedPositions();
-        SetStartPosition();
+        BoardTest::TearDown();
     }
     // A whole move of the game: the engine's, after a search with that score, and the reply.
     void EngineMoves(const char* move, int32_t score, int32_t depth = 9, bool fromBook = false) {
@@ -139,17 +130,6 @@ TEST_F(PositionLearningTest, OtherGamesAndMovesTakenBackAreNotMixedUp) {
     LearnedPosition found;
     ASSERT_NE(LookUpLearned(LearningKeysOf(PosKey), found), 0u);
     EXPECT_EQ(MoveText(found.move), "d2d4");
-}
-
-TEST_F(PositionLearningTest, WhatWasNotedIsForgottenWithItsGame) {
-    EngineMoves("e2e4", 60);
-    Reply("e7e5");
-    EngineMoves("d1h5", 0);
-    SetStartPosition();
-    for (const char* move : {"d2d4", "d7d5", "g1f3", "g8f6", "c1f4", "c8f5"})
-        Reply(move);
-    EngineMoves("e2e3", -500);
-    EXPECT_EQ(EntriesInFile(), 0u) << "the other game is going wrong";
 }
 
 TEST_F(PositionLearningTest, DamagedEvaluationsAreNotUsed) {

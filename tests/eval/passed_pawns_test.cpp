@@ -34,18 +34,14 @@ int32_t Ending(const std::string& fen) {
     return -TermsOf(fen).ending;
 }
 
-int Unstoppable(Colour side, const std::string& fen) {
-    TermsOf(fen);
-    return UnstoppableMoves(side);
-}
-
 } // namespace
 
 TEST_F(PassedPawnsTest, TheKingCatchesAPawnInWhoseSquareItStands) {
     struct Case {
         const char* name;
         const char* fen;
-        int moves; // 0: the king is in time
+        int moves; // 0: the king is in time, or the other side comes much earlier
+        int theirs = 0;
     };
     for (const Case& c : {
              Case{"inside", "8/8/8/P3k3/8/8/8/6K1 b - -", 0},
@@ -58,30 +54,19 @@ TEST_F(PassedPawnsTest, TheKingCatchesAPawnInWhoseSquareItStands) {
              Case{"a knight could stop it", "8/8/8/P6k/8/8/8/n6K w - -", 0},
              Case{"the own knight is in the way", "8/N7/8/P6k/8/8/8/7K w - -", 0},
              Case{"the fastest of two", "8/8/P7/8/6Pk/8/8/7K w - -", 2},
-         }) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(c.moves, Unstoppable(WHITE, c.fen));
-    }
-}
-
-TEST_F(PassedPawnsTest, OfTwoUnstoppablePawnsTheOneThatComesMuchLaterCountsNothing) {
-    struct Case {
-        const char* name;
-        const char* fen;
-        int white, black;
-    };
-    for (const Case& c : {
-             Case{"at once", "8/8/P7/8/8/7p/k6K/8 w - -", 2, 0},
+             // Two that run.
+             Case{"at once", "8/8/P7/8/8/7p/k6K/8 w - -", 2},
              Case{"one ply apart", "k7/8/7P/8/8/p7/8/7K w - -", 2, 2},
-             Case{"three plies apart", "k7/8/7P/8/p7/8/8/7K w - -", 2, 0},
-             Case{"a king beside its pawn", "8/8/p7/8/1k5K/8/6P1/8 w - -", 0, 0},
+             Case{"three plies apart", "k7/8/7P/8/p7/8/8/7K w - -", 2},
+             Case{"a king beside its pawn", "8/8/p7/8/1k5K/8/6P1/8 w - -", 0},
              Case{"that pawn comes much later", "8/8/8/p7/1k5K/8/6P1/8 b - -", 0, 4},
-             Case{"a king far from it", "8/8/8/2k3P1/4p3/7K/8/8 w - -", 3, 0},
+             Case{"a king far from it", "8/8/8/2k3P1/4p3/7K/8/8 w - -", 3},
              Case{"one ply apart, since Black begins", "k7/8/7P/8/p7/8/8/7K b - -", 2, 3},
          }) {
         SCOPED_TRACE(c.name);
-        EXPECT_EQ(c.white, Unstoppable(WHITE, c.fen));
-        EXPECT_EQ(c.black, Unstoppable(BLACK, c.fen));
+        TermsOf(c.fen);
+        EXPECT_EQ(c.moves, UnstoppableMoves(WHITE));
+        EXPECT_EQ(c.theirs, UnstoppableMoves(BLACK));
     }
 }
 
@@ -137,41 +122,30 @@ TEST_F(PassedPawnsTest, OnlyTheForemostPawnOfAFileIsPassed) {
     EXPECT_EQ(0u, ForemostPassers(BLACK));
 }
 
-TEST_F(PassedPawnsTest, PawnAdvantagesGrowAsTheOpponentsPiecesGo) {
+TEST_F(PassedPawnsTest, CorrectWhatExchangesAndFewPiecesMakeOfThem) {
     struct Case {
         const char* name;
         const char* fen;
         int32_t trade;
+        int32_t pawnEnding;
     };
     for (const Case& c : {
-             Case{"outside passed pawn, no pieces", "4k3/5ppp/8/8/8/8/P5PP/4K3 w - -", -72},
-             Case{"against a rook", "r3k3/5ppp/8/8/8/8/P5PP/4K3 w - -", -31}, // 3 * 42 / 4
-             Case{"healthy majority", "4k3/1p3ppp/8/8/8/8/PP4PP/4K3 w - -", -48},
-             Case{"one each", "4k3/1p4pp/8/8/8/8/PP5P/4K3 w - -", 0},
+             Case{"outside passed pawn, no pieces", "4k3/5ppp/8/8/8/8/P5PP/4K3 w - -", -72, 0},
+             Case{"against a rook", "r3k3/5ppp/8/8/8/8/P5PP/4K3 w - -", -31, 0}, // 3 * 42 / 4
+             Case{"healthy majority", "4k3/1p3ppp/8/8/8/8/PP4PP/4K3 w - -", -48, 0},
+             Case{"one each", "4k3/1p4pp/8/8/8/8/PP5P/4K3 w - -", 0, 0},
+             Case{"against bishop and knight", "4k3/8/3b1n2/8/P2P4/8/8/R3K3 w - -", 0, -10},
+             Case{"against two bishops", "4k3/8/3b1b2/8/3P4/8/8/R3K3 w - -", 0, 0},
+             Case{"the minor pieces' own passed pawns", "4k3/3p4/3b1n2/8/8/8/8/R3K3 w - -", 0, 0},
+             Case{"two groups against a lone king", "4k3/8/8/8/8/P6P/8/R3K3 w - -", 0, -48},
+             Case{"a candidate counts as a group", "4k3/6p1/8/8/8/P5PP/8/R3K3 w - -", -72, -48},
+             Case{"not against a piece", "4k1n1/8/8/8/8/P6P/8/R3K3 w - -", 0, 0},
+             Case{"a pawn that wins the race", "8/8/8/P5k1/8/8/8/7K w - -", 0, -150},
+             Case{"the same with a piece of one's own", "8/8/8/P5k1/8/8/8/B6K w - -", 0, 0},
+             Case{"both win it", "k7/8/7P/8/8/p7/8/7K w - -", 0, 0},
          }) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(c.trade, TermsOf(c.fen).trade);
-    }
-}
-
-TEST_F(PassedPawnsTest, CorrectsRooksAgainstMinorsAndLoneKings) {
-    struct Case {
-        const char* name;
-        const char* fen;
-        int32_t correction;
-    };
-    for (const Case& c : {
-             Case{"against bishop and knight", "4k3/8/3b1n2/8/P2P4/8/8/R3K3 w - -", -10},
-             Case{"against two bishops", "4k3/8/3b1b2/8/3P4/8/8/R3K3 w - -", 0},
-             Case{"the minor pieces' own passed pawns", "4k3/3p4/3b1n2/8/8/8/8/R3K3 w - -", 0},
-             Case{"two groups against a lone king", "4k3/8/8/8/8/P6P/8/R3K3 w - -", -48},
-             Case{"a candidate counts as a group", "4k3/6p1/8/8/8/P5PP/8/R3K3 w - -", -48},
-             Case{"not against a piece", "4k1n1/8/8/8/8/P6P/8/R3K3 w - -", 0},
-             Case{"a pawn that wins the race", "8/8/8/P5k1/8/8/8/7K w - -", -150},
-             Case{"the same with a piece of one's own", "8/8/8/P5k1/8/8/8/B6K w - -", 0},
-             Case{"both win it", "k7/8/7P/8/8/p7/8/7K w - -", 0},
-         }) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(c.correction, TermsOf(c.fen).pawnEnding);
+        EXPECT_EQ(c.pawnEnding, TermsOf(c.fen).pawnEnding);
     }
 }

@@ -70,35 +70,6 @@ TEST_F(PawnStructure, IsTheSameWithATableOfAnySize) {
     }
 }
 
-TEST_F(PawnStructure, IsTakenFromHandThenFromTheTableAndElseComputed) {
-    const char* const mine = "4k3/pp6/8/8/8/8/6PP/4K3";
-    UseTable(1);
-    const int32_t computed = ProbeOf(mine);
-    Pawns.middlegame = 77;
-    EXPECT_EQ(77, ProbeOf("r3k3/pp6/8/8/8/2N5/6PP/5K2")) << "the same pawns";
-    ClearPawnHash();
-    EXPECT_EQ(computed, ProbeOf(mine));
-
-    // Two records share the only slot: the later one always takes it.
-    ProbeOf("4k3/p7/8/8/8/8/7P/4K3");
-    uint64_t key = 0;
-    std::memcpy(&key, memory.data(), sizeof key);
-    EXPECT_EQ(PawnKey, key);
-    Pawns.middlegame = 78;
-    EXPECT_EQ(computed, ProbeOf(mine));
-
-    // Nothing is at hand, the table has it.
-    Pawns.middlegame = 79;
-    StorePawns();
-    Pawns.key ^= 1;
-    EXPECT_EQ(79, ProbeOf(mine));
-
-    // Without a table not even what is at hand is used.
-    SetPawnHashMemory(nullptr, 0);
-    Pawns.middlegame = 80;
-    EXPECT_EQ(computed, ProbeOf(mine));
-}
-
 TEST_F(PawnStructure, KnowsPassedPawnsCandidatesAndWeakPawns) {
     struct Case {
         const char* men;
@@ -211,12 +182,4 @@ TEST_F(PawnStructure, FlagsWhatGainsByExchanges) {
         ProbeOf(c.men);
         EXPECT_EQ(c.flags, Pawns.flags);
     }
-}
-
-TEST_F(PawnStructure, BearsPawnsWhereNoneCanBe) {
-    ProbeOf("PPPPPPPP/pppppppp/PPPPPPPP/8/8/pppppppp/PPPPPPPP/pppppppp");
-    ProbeOf("pppppppp/pppppppp/pppppppp/pppppppp/PPPPPPPP/PPPPPPPP/PPPPPPPP/"
-            "PPPPPPPP");
-    EXPECT_EQ(0u, PassedPawns[WHITE] | PassedPawns[BLACK]);
-    EXPECT_EQ(0, ProbeOf("P3k3/8/8/8/8/8/8/4K3"));
 }

@@ -117,9 +117,7 @@ TEST_F(ValuesFile, ThatCannotBeOpenedLeavesAllButTheImbalance) {
         if (directoryInItsPlace)
             std::filesystem::create_directory("values.txt");
         Use(Distinct());
-        testing::internal::CaptureStdout();
-        LoadParameters();
-        EXPECT_EQ("Error loading values.txt\n", testing::internal::GetCapturedStdout());
+        EXPECT_EQ("Error loading values.txt\n", Printed([] { LoadParameters(); }));
         EXPECT_EQ(AfterReading({}), Current());
     }
     EXPECT_FALSE(WriteParameters());

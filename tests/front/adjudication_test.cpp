@@ -1,16 +1,10 @@
 #include "front/game/adjudication.h"
 
-#include <string>
-
-#include <gtest/gtest.h>
-
-#include "board/fen.h"
-#include "board/notation.h"
-#include "board/position.h"
 #include "front/dialects/console.h"
 #include "front/dialects/uci.h"
 #include "front/game/game.h"
-#include "support/engine_setup.h"
+#include "support/board_test.h"
+#include "support/scratch.h"
 
 namespace {
 
@@ -18,25 +12,20 @@ constexpr const char* Material = "1/2-1/2 {Draw by insufficient material}\n";
 constexpr const char* Repetition = "1/2-1/2 {Draw by repetition}\n";
 constexpr const char* FiftyMoves = "1/2-1/2 {Draw by the 50-moves rule}\n";
 
-class Adjudication : public testing::Test {
+class Adjudication : public BoardTest {
 protected:
     void SetUp() override {
-        SetUpEngineTables();
+        BoardTest::SetUp();
         Speaking = &ConsoleDialect;
     }
     void TearDown() override {
-        Speaking = &ConsoleDialect;
-        SetStartPosition();
+        SetUp();
     }
     static std::string Draws() {
-        testing::internal::CaptureStdout();
-        FindDraws();
-        AnnounceDraws();
-        return testing::internal::GetCapturedStdout();
-    }
-    static void Play(const std::string& moves) {
-        for (size_t i = 0; i < moves.size(); i += 5)
-            PlayMove(MoveFromText(moves.substr(i, 4)));
+        return Printed([] {
+            FindDraws();
+            AnnounceDraws();
+        });
     }
 };
 
@@ -56,39 +45,33 @@ TEST_F(Adjudication, CountsPiecesWithoutPawns) {
         std::string expected;
         for (int i = 0; i < c.lines; i++)
             expected += Material;
+        Speaking = &ConsoleDialect;
         EXPECT_EQ(Draws(), expected);
+        Speaking = &UciDialect;
+        EXPECT_EQ(Draws(), "");
     }
 }
 
-TEST_F(Adjudication, IsSilentInUci) {
-    LoadFen("k7/8/8/8/8/8/8/K7 w - -");
-    Speaking = &UciDialect;
-    EXPECT_EQ(Draws(), "");
-}
-
 TEST_F(Adjudication, TheThirdOccurrenceIsARepetition) {
-    SetStartPosition();
-    const std::string dance = "b1c3 b8c6 c3b1 c6b8 ";
-    Play(dance);
+    Play("b1c3 b8c6 c3b1 c6b8");
     EXPECT_EQ(Draws(), "");
-    Play("b1c3 b8c6 c3b1 ");
+    Play("b1c3 b8c6 c3b1");
     EXPECT_EQ(Draws(), "");
-    Play("c6b8 ");
+    Play("c6b8");
     EXPECT_EQ(Draws(), Repetition);
-    Play("e2e4 b8c6 b1c3 c6b8 c3b1 ");
+    Play("e2e4 b8c6 b1c3 c6b8 c3b1");
     EXPECT_EQ(Draws(), "") << "since the pawn's move the position stands for the second time";
 }
 
 TEST_F(Adjudication, LostCastlingRightsMakeAnotherPosition) {
     LoadFen("r3k3/8/8/8/8/8/8/4K2R w Kq -");
-    Play("h1g1 a8b8 g1h1 b8a8 h1g1 a8b8 g1h1 b8a8 ");
+    Play("h1g1 a8b8 g1h1 b8a8 h1g1 a8b8 g1h1 b8a8");
     EXPECT_EQ(Draws(), "") << "with the rights the position stood only once";
-    Play("h1g1 a8b8 g1h1 b8a8 ");
+    Play("h1g1 a8b8 g1h1 b8a8");
     EXPECT_EQ(Draws(), Repetition);
 }
 
 TEST_F(Adjudication, FiftyMovesAreAHundredPlies) {
-    SetStartPosition();
     FiftyCount = 99;
     EXPECT_EQ(Draws(), "");
     FiftyCount = 100;

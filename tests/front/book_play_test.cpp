@@ -5,7 +5,6 @@
 #include "book/book_format.h"
 #include "support/book_file.h"
 #include "support/engine_process.h"
-#include "support/engine_setup.h"
 #include "support/scratch.h"
 
 namespace {
@@ -17,7 +16,6 @@ constexpr const char* AfterE4 = "rnbqkbnr/pppppppp/8/8/4P3/8/PPPP1PPP/RNBQKBNR b
 class BookPlay : public testing::Test {
 protected:
     void Use(EngineProcess& engine, const std::vector<BookTestNode>& nodes) {
-        SetUpEngineTables();
         file = engine.Directory() + "/Book.tqn";
         WriteFileText(file, BookBytes(1, nodes));
         engine.Settle();

@@ -1,32 +1,24 @@
 // What the commands of the clock leave for the search.
 
-#include <string>
-
-#include <gtest/gtest.h>
-
-#include "board/position.h"
 #include "front/game/game.h"
 #include "front/interpreter.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
+#include "support/board_test.h"
 #include "support/engine_setup.h"
 
 namespace {
 
-class ClockCommands : public testing::Test {
+class ClockCommands : public BoardTest {
 protected:
     void SetUp() override {
-        SetUpEngineTables();
-        Reset();
-    }
-    void TearDown() override {
-        Reset();
+        BoardTest::SetUp();
+        ForgetLimits();
+        Game.ForceMode = false;
         Past = {};
     }
-    static void Reset() {
-        ForgetLimits();
-        SetStartPosition();
-        Game.ForceMode = false;
+    void TearDown() override {
+        SetUp();
     }
 };
 
@@ -45,7 +37,7 @@ TEST_F(ClockCommands, LevelSetsMovesBaseTimeAndBothIncrements) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.line);
-        Reset();
+        ForgetLimits();
         Clock.MovesToGo = true;
         Clock.OwnTime = 77;
         Dispatch(c.line);

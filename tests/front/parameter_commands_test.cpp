@@ -1,14 +1,6 @@
 #include "front/commands/parameter_commands.h"
 
-#include <random>
-
-#include <gtest/gtest.h>
-
-#include "board/moves/generate.h"
-#include "board/moves/legal_moves.h"
-#include "board/moves/make_move.h"
 #include "board/piece_square.h"
-#include "board/position.h"
 #include "board/recompute.h"
 #include "eval/eval_cache.h"
 #include "eval/evaluate.h"
@@ -16,34 +8,24 @@
 #include "front/game/game.h"
 #include "search/hash_memory.h"
 #include "search/state.h"
+#include "support/board_test.h"
 #include "support/scratch.h"
 
 namespace {
 
-class Reload : public testing::Test {
+class Reload : public BoardTest {
 protected:
     void SetUp() override {
+        BoardTest::SetUp();
         AllocateHashTables();
-        SetStartPosition();
     }
     void TearDown() override {
         FreeHashTables();
-        SetStartPosition();
+        BoardTest::TearDown();
     }
     ScratchDirectory directory;
     ScratchParameters parameters;
 };
-
-void PlayRandomMoves(int count) {
-    std::mt19937 random(5);
-    for (int i = 0; i < count; i++) {
-        MoveStackTop = 0;
-        const int moves = GenerateLegalMoves();
-        ASSERT_GT(moves, 0);
-        PlayMove(MoveStack[random() % unsigned(moves)].move);
-    }
-    MoveStackTop = 0;
-}
 
 // A file with other tables and a lasting advantage for whoever has more minor pieces.
 void WriteOtherValues() {
@@ -59,7 +41,11 @@ void WriteOtherValues() {
 } // namespace
 
 TEST_F(Reload, CountsTheSumsOfTheWholeGameAnew) {
-    PlayRandomMoves(60);
+    std::mt19937 random(5);
+    while (Ply < 60) {
+        const std::vector<Move> moves = PlayableMoves();
+        PlayMove(moves[random() % moves.size()]);
+    }
     WriteOtherValues();
     const uint64_t key = PosKey;
     const int32_t quietPlies = FiftyCount;
@@ -91,9 +77,7 @@ TEST_F(Reload, LeavesNoScoreOfTheOldValues) {
 TEST_F(Reload, WithoutAFileForgetsTheImbalanceOnly) {
     Params.MinorUp = 50;
     Params.OpenFileShelter = 17;
-    testing::internal::CaptureStdout();
-    ReloadValues({});
-    EXPECT_EQ("Error loading values.txt\n", testing::internal::GetCapturedStdout());
+    EXPECT_EQ("Error loading values.txt\n", Printed([] { ReloadValues({}); }));
     EXPECT_EQ(0, Params.MinorUp);
     EXPECT_EQ(17, Params.OpenFileShelter);
 }

@@ -42,21 +42,6 @@ TEST(SearchCommands, TheseLetTheSearchGoOn) {
     }
 }
 
-TEST(SearchCommands, ADotTellsHowFarTheSearchIs) {
-    EngineProcess engine(NoPondering);
-    engine.Settle();
-    engine.Send("nopost\ngo infinite\n.");
-    const std::string line = engine.ReadLine();
-    int left = -1;
-    int moves = 0;
-    char text[6] = "";
-    ASSERT_EQ(sscanf(line.c_str(), "stat01: %*d %*d %*d %d %d %5s", &left, &moves, text), 3)
-        << line;
-    EXPECT_TRUE(left >= 0 && left < moves) << line;
-    EXPECT_EQ(moves, 20);
-    EXPECT_EQ(std::string(text).size(), 4U);
-}
-
 TEST(SearchCommands, ANewGameOrAResultLeavesNoMove) {
     for (const bool isNew : {true, false}) {
         EngineProcess engine(NoPondering);

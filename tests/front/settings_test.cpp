@@ -62,7 +62,6 @@ constexpr WarningCase Warnings[] = {
     {"TranspositionSizeMb = -1",
      "Tarquelin.ini(1) WARNING: Incorrect hash size setting in Tarquelin.ini; set to default\n",
      "Transposition size is 524288 entries (11534336 bytes)\n"},
-    {"TranspositionSize = 12", "", "Transposition size is 4096 entries (90112 bytes)\n"},
     {"PawnHashSize = 11",
      "Tarquelin.ini(1) WARNING: Incorrect pawn hash size setting in Tarquelin.ini; set to "
      "default\n",
@@ -71,27 +70,23 @@ constexpr WarningCase Warnings[] = {
      "Tarquelin.ini(1) WARNING: Incorrect EGTB cache size setting in Tarquelin.ini; set to "
      "default\n",
      "EGTBHashSize = 1048576 bytes\n"},
-    {"EGTBCacheSize = 27", "", "EGTBHashSize = 134217728 bytes\n"},
     {"Aggressivity = 301", "Tarquelin.ini(1) WARNING: Incorrect AGGRESSIVITY setting; set to 300\n",
      "Aggressivity = 300 (150)%\n"},
-    {"cowardice = -5", "Tarquelin.ini(1) WARNING: Incorrect COWARDICE setting; set to 0\n",
-     "Cowardice = 0 (0)%\n"},
     {"Tropism = 999", "Tarquelin.ini(1) WARNING: Incorrect TROPISM setting; set to 300\n",
      "Tropism = 300 (600)%\n"},
     {"MoveOverhead = -1", "Tarquelin.ini(1) WARNING: Incorrect MoveOverhead setting; set to 0\n",
      "Pondering = on\n"},
-    {"BookLearningMode = discover", "", "BookLearningMode = DISCOVER\n"},
     {"BookLearningMode = learn", "Tarquelin.ini(1) WARNING: Token unknown \"learn\"\n",
      "BookLearningMode = KILL\n"},
     {"Pondering = maybe", "Tarquelin.ini(1) WARNING: Token unknown \"maybe\"\n",
      "Pondering = on\n"},
-    {"UseBookLearning = f", "", "UseBookLearning = off\n"},
     {"Learning = true\nUseLearningData = 1", "Tarquelin.ini(2) WARNING: Token unknown \"1\"\n",
      "UseLearning = on\n"},
     {"ResignValue\t= 500", "", "ResignValue = 800\n"},
     {";ResignValue = 500\nResign = 3\n= ResignTimes 9\nUnknown = 1\n;", "", "ResignTimes = 3\n"},
     {"EGTBPath = d:\\my tables\\, e:\\x\"\x80zzz", "",
      "EGTB path = \"d:\\my tables\\, e:\\x\"\"\n"},
+    {"OpeningsBook = no such.tqn", "Error opening \"no such.tqn\"!\n", "ResignTimes = 3\n"},
     // The end of the file shows only after a read, so the last line is applied again.
     {"Tropism = 1000\n",
      "Tarquelin.ini(1) WARNING: Incorrect TROPISM setting; set to 300\n"
@@ -114,12 +109,6 @@ TEST(SettingsFile, OverlongLinesAreReadInPieces) {
     const std::string filler = ";" + std::string(248, 'x');
     const std::string text = StartUpText(filler + "ResignTimes = 7\n;");
     EXPECT_NE(text.find("ResignTimes = 7\n"), std::string::npos) << text;
-}
-
-TEST(SettingsFile, AnOtherBookIsOpenedAtOnceAndTheDefaultTriedWhenItFails) {
-    const std::string text = StartUpText("OpeningsBook = no such.tqn");
-    EXPECT_TRUE(text.starts_with(std::string(Banner) + "Error opening \"no such.tqn\"!\n" + NoBook))
-        << text;
 }
 
 } // namespace

@@ -13,9 +13,7 @@ namespace {
 class TablebaseCommands : public TablebaseTest {
 protected:
     static std::string Answer(const std::string& line) {
-        testing::internal::CaptureStdout();
-        Dispatch(line);
-        return testing::internal::GetCapturedStdout();
+        return Printed([&] { Dispatch(line); });
     }
 };
 

@@ -1,10 +1,5 @@
 // What the commands of the UCI dialect leave behind.
 
-#include <string>
-
-#include <gtest/gtest.h>
-
-#include "board/position.h"
 #include "front/dialects/console.h"
 #include "front/dialects/uci.h"
 #include "front/game/game.h"
@@ -12,22 +7,19 @@
 #include "search/driver_state.h"
 #include "search/root.h"
 #include "search/state.h"
-#include "support/engine_setup.h"
+#include "support/board_test.h"
+#include "support/scratch.h"
 #include "tablebase/tablebases.h"
 
 namespace {
 
-class UciState : public testing::Test {
+class UciState : public BoardTest {
 protected:
-    void SetUp() override {
-        SetUpEngineTables();
-        SetStartPosition();
-    }
     void TearDown() override {
         Tablebases = {};
         Past = {};
         Speaking = &ConsoleDialect;
-        SetStartPosition();
+        BoardTest::TearDown();
     }
 };
 
@@ -64,9 +56,7 @@ TEST_F(UciState, AnotherPositionForgetsTheLastScoreUnlessTheGamesComePositionByP
 TEST_F(UciState, EveryLineOfThinkingPutsTheStatisticsOff) {
     ASSERT_TRUE(PrepareRoot());
     Running.InfoCountdown = -1;
-    testing::internal::CaptureStdout();
-    PrintUciVariation(true, BOUND_LOWER);
-    const std::string line = testing::internal::GetCapturedStdout();
+    const std::string line = Printed([] { PrintUciVariation(true, BOUND_LOWER); });
     EXPECT_EQ(Running.InfoCountdown, StatisticsInterval());
     EXPECT_NE(line.find(" lowerbound nodes "), std::string::npos) << line;
 }

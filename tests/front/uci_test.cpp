@@ -165,12 +165,4 @@ TEST_F(Uci, ShowsAsManyLinesAsThereAreMoves) {
     EXPECT_GT(thinking.rfind("\ninfo depth "), thinking.rfind("\ninfo multipv ")) << thinking;
 }
 
-TEST_F(Uci, WorksWithEveryTableSize) {
-    for (const char* const size : {"0", "1", "3"}) {
-        engine.Send(std::string("setoption name Hash value ") + size +
-                    "\nsetoption name PawnHash value " + size + "\nsetoption name Clear Hash");
-        EXPECT_TRUE(BestMove("startpos", "go depth 6").starts_with("bestmove ")) << size;
-    }
-}
-
 } // namespace

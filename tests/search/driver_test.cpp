@@ -38,10 +38,8 @@ TEST_F(DriverTest, TeachesTheBookOnlyByWhatItHasSearched) {
     ScratchDirectory directory;
     WriteFileText("test.tqn", BookBytes(1, {{"rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq -",
                                              {{"e2e4", Points(5, 3)}}}}));
-    testing::internal::CaptureStdout();
     Book = {};
-    OpenBook("test.tqn");
-    testing::internal::GetCapturedStdout();
+    Printed([] { OpenBook("test.tqn"); });
     BookLearned = false;
     Book.BookLearningBound = -1; // every score teaches
     Limits.DepthLimit = 2;

@@ -7,7 +7,6 @@
 #include "board/notation.h"
 #include "board/position.h"
 #include "search/state.h"
-#include "support/engine_setup.h"
 
 namespace {
 
@@ -33,7 +32,6 @@ constexpr Case Cases[] = {
 };
 
 TEST(Extensions, GoToMovesThatChangeTheGame) {
-    SetUpEngineTables();
     for (const Case& c : Cases) {
         SCOPED_TRACE(c.name);
         LoadFen(c.fen);
@@ -46,7 +44,6 @@ TEST(Extensions, GoToMovesThatChangeTheGame) {
 }
 
 TEST(Extensions, GoToRecapturesOfEqualMen) {
-    SetUpEngineTables();
     LoadFen("r3k3/8/8/3n4/8/4N3/8/3RK3 b - - 0 1");
     MakeMove(MoveFromText("d5e3"), true);
     EXPECT_EQ(ExtensionOf(MoveFromText("e1d2"), false, true), 0);

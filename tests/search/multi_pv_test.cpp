@@ -88,17 +88,4 @@ TEST_F(MultiPv, TellsTheBestMovesInOrderWithTheScoresTheyHaveAlone) {
     EXPECT_EQ(UnorderedReports, 0);
 }
 
-TEST_F(MultiPv, NoMoveLeftOutIsBetter) {
-    for (const char* const fen : Positions) {
-        SCOPED_TRACE(fen);
-        const std::vector<Line> best = Best(fen, 3, 5);
-        const std::vector<Line> all = Best(fen, 300, 5);
-        ASSERT_EQ(int(all.size()), Root.count);
-        ASSERT_GT(all.size(), best.size());
-        for (size_t i = 0; i < best.size(); i++)
-            EXPECT_NEAR(best[i].score, all[i].score, 60) << i;
-    }
-    EXPECT_EQ(UnorderedReports, 0);
-}
-
 } // namespace

@@ -19,7 +19,6 @@ namespace {
 class TablebaseSearch : public TablebaseTest {
 protected:
     void SetUp() override {
-        TablebaseTest::SetUp();
         AllocateHashTables();
         ForgetSearches();
     }

@@ -32,8 +32,6 @@ struct ClockCase {
 constexpr ClockCase ClockCases[] = {
     {"five minutes", 30000, 0, 0, false, 0, 5, 711, 6643},
     {"five minutes, first search after the book", 30000, 0, 0, false, 0, 1, 853, 6643},
-    {"one second and a hundredth a move", 100, 1, 0, false, 20, 5, 3, 28},
-    {"forty moves, at the first", 30000, 0, 40, false, 0, 5, 711, 6643},
     {"forty moves, at the last of them", 30000, 0, 40, false, 78, 5, 21374, 14249},
     {"forty moves, at the first of the next forty", 30000, 0, 40, false, 80, 5, 711, 6643},
     {"five moves to go, whatever was played before", 6000, 0, 5, true, 60, 5, 854, 2849},
@@ -56,35 +54,35 @@ TEST_F(TimeAllotment, DividesTheClockByTheMovesAhead) {
     }
 }
 
-TEST_F(TimeAllotment, TheOverheadOfAMoveIsTakenOffTheClockButNotOffAFixedTime) {
+TEST_F(TimeAllotment, IsByAnalysisAFixedTimeOrTheClockLessTheOverheadOfAMove) {
     struct Case {
         int overhead; // milliseconds
         int time;
         int32_t fixedTime;
+        bool analysing;
         int hardLimit;
+        int pollReload;
     };
     for (const Case& c :
-         {Case{30, 103, 0, 28}, Case{21, 103, 0, 28}, Case{30, 2, 0, 0}, Case{30, 103, 50, 50},
-          Case{30, NO_CLOCK, 0, UNLIMITED_TIME}, Case{30, INFINITE_TIME, 0, UNLIMITED_TIME}}) {
-        SCOPED_TRACE(c.time);
+         {Case{30, 103, 0, false, 28, 5000}, Case{21, 103, 0, false, 28, 5000},
+          Case{30, 2, 0, false, 0, 5000}, Case{30, 103, 50, false, 50, 5000},
+          Case{30, 30000, 250, false, 250, 20000}, Case{30, NO_CLOCK, 250, false, 250, 20000},
+          Case{30, 30000, 250, true, UNLIMITED_TIME, 50000},
+          Case{30, NO_CLOCK, 0, false, UNLIMITED_TIME, 50000},
+          Case{30, INFINITE_TIME, 0, false, UNLIMITED_TIME, 50000}}) {
+        SCOPED_TRACE(testing::Message() << c.time << " " << c.fixedTime << " " << c.analysing);
         SearchOptions.MoveOverhead = c.overhead;
         Clock.OwnTime = c.time;
         Clock.OwnIncrement = 1;
         Limits.FixedTime = c.fixedTime;
+        Limits.Analysing = c.analysing;
         AllotTime();
         EXPECT_EQ(Budget.TimeHardLimit, c.hardLimit);
+        EXPECT_EQ(Budget.PollReload, c.pollReload);
         EXPECT_EQ(Budget.UnderClock, c.hardLimit != UNLIMITED_TIME);
-    }
-}
-
-TEST_F(TimeAllotment, NoClockAndTheInfiniteOneLeaveTheSearchUnlimited) {
-    for (const int time : {NO_CLOCK, INFINITE_TIME}) {
-        Clock.OwnTime = time;
-        AllotTime();
-        EXPECT_EQ(Budget.TimeAllotted, UNLIMITED_TIME);
-        EXPECT_EQ(Budget.TimeHardLimit, UNLIMITED_TIME);
-        EXPECT_EQ(Budget.PollReload, 50000);
-        EXPECT_FALSE(Budget.UnderClock);
+        if (c.fixedTime > 0 || c.analysing) {
+            EXPECT_EQ(Budget.TimeAllotted, c.hardLimit);
+        }
     }
 }
 
@@ -93,26 +91,6 @@ TEST_F(TimeAllotment, APersonWithoutAClockGetsAnAnswerByTheBaseTime) {
     AllotTime();
     EXPECT_TRUE(Budget.UnderClock);
     EXPECT_LT(Budget.TimeHardLimit, Clock.BaseTime);
-}
-
-TEST_F(TimeAllotment, AFixedTimeWinsOverTheClock) {
-    Clock.OwnTime = 30000;
-    Limits.FixedTime = 250;
-    AllotTime();
-    EXPECT_EQ(Budget.TimeAllotted, 250);
-    EXPECT_EQ(Budget.TimeHardLimit, 250);
-    EXPECT_EQ(Budget.PollReload, 20000);
-}
-
-TEST_F(TimeAllotment, AnalysisHasNoLimitAndAFixedTimeNeedsNoClock) {
-    Limits.FixedTime = 250;
-    AllotTime();
-    EXPECT_TRUE(Budget.UnderClock);
-    Clock.OwnTime = 30000;
-    Limits.Analysing = true;
-    AllotTime();
-    EXPECT_FALSE(Budget.UnderClock);
-    EXPECT_EQ(Budget.TimeAllotted, UNLIMITED_TIME);
 }
 
 TEST_F(TimeAllotment, APonderedMoveIsGivenTheTimeOfTheClockThatCameMeanwhile) {

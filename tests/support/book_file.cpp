@@ -77,7 +77,5 @@ void BookTest::TearDown() {
 
 std::string BookTest::Open(const std::string& bytes) {
     WriteFileText("test.tqn", bytes);
-    testing::internal::CaptureStdout();
-    OpenBook("test.tqn");
-    return testing::internal::GetCapturedStdout();
+    return Printed([] { OpenBook("test.tqn"); });
 }

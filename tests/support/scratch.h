@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <string>
 
+#include <gtest/gtest.h>
+
 #include "eval/parameters/parameters.h"
 
 // An empty directory, current as long as this lives.
@@ -42,6 +44,13 @@ public:
 private:
     EvalParameters kept = Params;
 };
+
+// What the call prints on standard output.
+template <typename Call> std::string Printed(Call call) {
+    testing::internal::CaptureStdout();
+    call();
+    return testing::internal::GetCapturedStdout();
+}
 
 // Bytes of a file; empty when there is none.
 std::string FileText(const std::string& path);

@@ -2,16 +2,11 @@
 
 #include "board/fen.h"
 #include "board/position.h"
-#include "support/engine_setup.h"
 #include "tablebase/classes.h"
 #include "tablebase/table_index.h"
 #include "tablebase/tablebases.h"
 
 const char* const ThreeMenTables = TARQUELIN_SOURCE_DIR "/tests/data/tablebases";
-
-void TablebaseTest::SetUp() {
-    SetUpEngineTables();
-}
 
 void TablebaseTest::TearDown() {
     CloseTablebases();
@@ -27,9 +22,7 @@ int TablebaseTest::Register(const std::string& pathList) {
 }
 
 std::string TablebaseTest::Complaint(const std::string& pathList) {
-    testing::internal::CaptureStdout();
-    Register(pathList);
-    return testing::internal::GetCapturedStdout();
+    return Printed([&] { Register(pathList); });
 }
 
 std::string ThreeMenTable(const std::string& name) {

@@ -12,7 +12,6 @@
 // Runs in an empty directory; afterwards no table is registered.
 class TablebaseTest : public testing::Test {
 protected:
-    void SetUp() override;
     void TearDown() override;
 
     // Registers the tables of the directories and gives them a cache of the default size. Returns

@@ -33,7 +33,6 @@ protected:
         return FileText("packed/kpk.nbw.emd");
     }
     void SetUp() override {
-        TablebaseTest::SetUp();
         fs::create_directories("plain");
     }
 };

@@ -96,25 +96,15 @@ TEST_F(Registry, RefusesAPlainFileThatIsTooLong) {
     EXPECT_EQ(LargestTablebase(), 3);
 }
 
-TEST_F(Registry, PassesOverWhatCannotBeOpened) {
-    fs::create_directories("kqk.nbw");
-    fs::create_directories("kqk.nbb.emd");
-    WriteFileText("krk.nbw", "");
-    fs::permissions("krk.nbw", fs::perms::none);
-    ASSERT_EQ(std::system("mkfifo kpk.nbw"), 0);
-    EXPECT_EQ(Complaint("."), "");
-    // Whoever may do everything may read that file.
-    EXPECT_FALSE(Has("kqk", WHITE) || Has("kqk", BLACK) || Has("kpk", WHITE));
-}
-
 TEST_F(Registry, TriesTheNamesInADirectoryThatCannotBeListed) {
-    fs::create_directories("tables");
+    fs::create_directories("tables/kpk.nbw");
     WriteFileText("tables/kqk.nbw", "");
     WriteFileText("tables/krk.nbb.emd", "");
     fs::permissions("tables", fs::perms(0311));
     const WithoutPrivileges nobody;
     EXPECT_EQ(Complaint("tables"), "*** Unable to register tables/krk.nbb.emd\n");
     EXPECT_TRUE(Has("kqk", WHITE));
+    EXPECT_FALSE(Has("kpk", WHITE)) << "a directory";
 }
 
 std::string Header(uint32_t blockSize, uint32_t blocks, uint64_t plainBytes) {
@@ -135,10 +125,7 @@ TEST_F(Registry, TellsWhatIsWrongWithACompressedFile) {
         {"", "*** Unable to register ./kqk.nbw.emd\n"},
         {std::string(200, 'N'), "*** Unable to register ./kqk.nbw.emd\n"},
         {Header(4096, 0, 0), "*** ./kqk.nbw.emd: Unsupported block size 4096\n"},
-        {Header(0xffffffff, 0, 0), "*** ./kqk.nbw.emd: Unsupported block size -1\n"},
         {Header(8192, 0xffffffff, 0), "*** Unable to read ./kqk.nbw.emd -file broken\n"},
-        {Header(8192, 0xffffffff, 0xffffffffULL * 8192),
-         "*** Unable to read ./kqk.nbw.emd -file broken\n"},
         {Header(8192, 1, 8192), "*** Unable to read ./kqk.nbw.emd -file broken\n"},
         {Header(8192, 0, 0).substr(0, 20), "*** Unable to read ./kqk.nbw.emd -file broken\n"},
         {Header(8192, 0, 0) + "x", "*** Unable to read ./kqk.nbw.emd -file broken\n"},

@@ -1,22 +1,16 @@
 #include "tablebase/table_index.h"
 
-#include <random>
-#include <string>
-
-#include <gtest/gtest.h>
-
-#include "board/fen.h"
-#include "board/position.h"
+#include "support/board_test.h"
 #include "support/data_file.h"
 #include "support/flipped.h"
 
 namespace {
 
-class TableIndexTest : public testing::Test {
+class TableIndexTest : public BoardTest {
 protected:
     void TearDown() override {
         ReleaseIndexes();
-        SetStartPosition();
+        BoardTest::TearDown();
     }
 };
 

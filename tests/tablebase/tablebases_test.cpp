@@ -1,7 +1,6 @@
 #include "tablebase/tablebases.h"
 
 #include <filesystem>
-#include <random>
 
 #include "board/position.h"
 #include "support/data_file.h"
@@ -108,21 +107,6 @@ TEST_F(TablebaseDoor, FailsBeyondTheEndOfAFileAndWhenItShrinksInUse) {
     ASSERT_EQ(Register("."), 3);
     fs::resize_file("kqk.nbw", 1);
     EXPECT_EQ(ProbedScore(early), NOT_FOUND);
-}
-
-// Ten thousand bytes of chance under every name tell nothing about any position.
-TEST_F(TablebaseDoor, BelievesNoRandomBytes) {
-    std::mt19937 random(7);
-    std::string text(10000, '\0');
-    for (char& c : text)
-        c = char(random());
-    for (int number = 1; number <= LAST_FOUR_MEN_CLASS; number++) {
-        for (const char* const suffix : {".nbw", ".nbb"})
-            WriteFileText(TablebaseClasses[size_t(number)].name + std::string(suffix), text);
-    }
-    EXPECT_EQ(Register("."), 4);
-    for (const auto& row : DataRows("index_vectors.csv"))
-        EXPECT_EQ(ProbedScore(row[1].c_str()), NOT_FOUND) << row[1];
 }
 
 TEST_F(TablebaseDoor, KeepsTheBlocksUsedLast) {

@@ -27,9 +27,7 @@ std::vector<std::string> Split(const std::string& text, char separator) {
 }
 
 std::string PrintedBy(void (*evaluate)(const char*), const char* path) {
-    testing::internal::CaptureStdout();
-    evaluate(path);
-    return testing::internal::GetCapturedStdout();
+    return Printed([&] { evaluate(path); });
 }
 
 int32_t ScoreOf(const std::string& fen) {
