@@ -178,7 +178,7 @@ static bool HasWhatItNeeds(unsigned needs) {
     return (!(needs & NEEDS_QUEEN) || has(QUEEN)) && (!(needs & NEEDS_ROOK) || has(ROOK)) &&
            (!(needs & NEEDS_BISHOP) || has(BISHOP)) && (!(needs & NEEDS_KNIGHT) || has(KNIGHT)) &&
            (!(needs & NEEDS_PAWN) || has(PAWN)) &&
-           (!(needs & NEEDS_PASSER) || (PassedPawns[WHITE] | PassedPawns[BLACK]) != 0) &&
+           (!(needs & NEEDS_PASSER) || (Figures.passed[WHITE] | Figures.passed[BLACK]) != 0) &&
            (!(needs & NEEDS_FEW_PIECES) || PhaseUnits[WHITE] + PhaseUnits[BLACK] <= fewUnits);
 }
 

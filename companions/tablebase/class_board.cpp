@@ -133,8 +133,7 @@ bool ClassBoard::AllowsEnPassant(const ClassSquares& s, int man, int from, int t
     const bool doubleStep = men[size_t(man)].piece == PAWN && (to - from == 16 || from - to == 16);
     if (!doubleStep || !bothHavePawns)
         return false;
-    const Bitboard at = SquareBit(to);
-    const Bitboard beside = (at & ~FILE_A) >> 1 | (at & ~FILE_H) << 1;
+    const Bitboard beside = SquaresBeside(SquareBit(to));
     for (int i = 2; i < menCount; i++) {
         const ClassMan& other = men[size_t(i)];
         if (other.piece == PAWN && other.side != men[size_t(man)].side &&

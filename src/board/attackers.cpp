@@ -91,15 +91,13 @@ static bool LineAttackAfter(int king, Colour attacker, Bitboard gone, int to) {
 }
 
 static bool CastlingGivesCheck(Move move, int enemyKing) {
-    const int to = To(move);
-    const int rookFrom = FileOf(to) == 6 ? to + 1 : to - 2;
-    const int rookTo = FileOf(to) == 6 ? to - 1 : to + 1;
-    if (DirectionTo[rookTo][enemyKing] == NO_DIRECTION ||
-        !(RookRays[rookTo] & SquareBit(enemyKing)))
+    const RookHop rook = CastlingRook(To(move));
+    if (DirectionTo[rook.to][enemyKing] == NO_DIRECTION ||
+        !(RookRays[rook.to] & SquareBit(enemyKing)))
         return false;
     const Bitboard occupied =
-        (Occupied() & ~SquareBit(From(move)) & ~SquareBit(rookFrom)) | SquareBit(to);
-    return !(Between[rookTo][enemyKing] & occupied);
+        (Occupied() & ~SquareBit(From(move)) & ~SquareBit(rook.from)) | SquareBit(To(move));
+    return !(Between[rook.to][enemyKing] & occupied);
 }
 
 // Whether a man of that kind on `to`, which has left `from`, attacks the king.
@@ -134,8 +132,7 @@ bool GivesCheck(Move move) {
     if (AttacksFrom(to, from, us, piece, king))
         return true;
     if (IsEnPassant(move)) {
-        const int victim = (from & 56) | (to & 7);
-        return LineAttackAfter(king, us, SquareBit(from) | SquareBit(victim), to);
+        return LineAttackAfter(king, us, SquareBit(from) | SquareBit(VictimSquare(move)), to);
     }
     if (IsCastling(move))
         return CastlingGivesCheck(move, king);
@@ -151,8 +148,7 @@ bool IsLegalMove(Move move) {
         return IsCastling(move) || !SquareAttacked(them, to);
     const int king = KingSquare[us];
     if (IsEnPassant(move)) {
-        const int victim = (from & 56) | (to & 7);
-        return !LineAttackAfter(king, them, SquareBit(from) | SquareBit(victim), to);
+        return !LineAttackAfter(king, them, SquareBit(from) | SquareBit(VictimSquare(move)), to);
     }
     return !LineOpensFrom(king, from, them) || DirectionTo[king][from] == DirectionTo[king][to];
 }

@@ -153,8 +153,7 @@ static void InitRays(int sq) {
 }
 
 static Bitboard FilesAround(int file) {
-    const Bitboard own = FileBB(file);
-    return own | (own & ~FILE_A) >> 1 | (own & ~FILE_H) << 1;
+    return FileBB(file) | SquaresBeside(FileBB(file));
 }
 
 static void InitPassedMasks(int sq) {
@@ -171,7 +170,7 @@ void InitAttackTables() {
     InitLines();
     for (int sq = 0; sq < 64; sq++) {
         const Bitboard b = SquareBit(sq);
-        const Bitboard sides = (b & ~FILE_A) >> 1 | (b & ~FILE_H) << 1;
+        const Bitboard sides = SquaresBeside(b);
         KnightAttacks[sq] = LeaperAttacks(sq, 1, 2);
         KingAttacks[sq] = LeaperAttacks(sq, 0, 1) | LeaperAttacks(sq, 1, 1);
         PawnAttacks[WHITE][sq] = Ahead<WHITE>(sides);

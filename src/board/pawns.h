@@ -1,4 +1,4 @@
-// What is peculiar to pawns: the ranks that they count, and who may take en passant.
+// What is peculiar to pawns: ranks, ways, attacks, and who may take en passant.
 #pragma once
 
 #include "board/position.h"
@@ -7,9 +7,19 @@
 constexpr int DOUBLE_STEP_RANK = 1;
 constexpr int PROMOTING_RANK = 6;
 
-// The squares to the left and right of those in the set.
-constexpr Bitboard SquaresBeside(Bitboard set) {
-    return (set & ~FILE_A) >> 1 | (set & ~FILE_H) << 1;
+// All squares that pawns of `Us` on those squares attack.
+template <Colour Us> constexpr Bitboard AttackedByPawns(Bitboard pawns) {
+    return SquaresBeside(Ahead<Us>(pawns));
+}
+
+// The squares before a pawn of `Us`, up to its promotion.
+template <Colour Us> inline Bitboard PathAhead(int pawn) {
+    return PassedMask[Us][pawn] & FileBB(FileOf(pawn));
+}
+
+// Where a pawn of `Us` on that square promotes.
+template <Colour Us> constexpr int PromotionSquare(int pawn) {
+    return FileOf(pawn) + (Us == WHITE ? 56 : 0);
 }
 
 // Pawns of `side` beside the pawn that has just made a double step, none after other moves. A

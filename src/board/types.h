@@ -36,6 +36,12 @@ constexpr int RankOf(int sq) {
 constexpr int RelativeRank(Colour c, int sq) {
     return c == WHITE ? sq >> 3 : 7 - (sq >> 3);
 }
+// Steps of a king from one square to another on an empty board.
+constexpr int KingSteps(int a, int b) {
+    const int files = FileOf(a) < FileOf(b) ? FileOf(b) - FileOf(a) : FileOf(a) - FileOf(b);
+    const int ranks = RankOf(a) < RankOf(b) ? RankOf(b) - RankOf(a) : RankOf(a) - RankOf(b);
+    return files > ranks ? files : ranks;
+}
 constexpr Bitboard SquareBit(int sq) {
     return Bitboard{1} << sq;
 }
@@ -49,6 +55,10 @@ constexpr Bitboard FileBB(int file) {
 }
 constexpr Bitboard RankBB(int rank) {
     return RANK_1 << (8 * rank);
+}
+// All squares of a set of files, which has bit n for the n-th.
+constexpr Bitboard SquaresOfFiles(unsigned files) {
+    return files * FILE_A;
 }
 // The rank that `c` counts as `relativeRank`, 0 being its own back rank.
 constexpr Bitboard RelativeRankBB(Colour c, int relativeRank) {
@@ -74,6 +84,10 @@ constexpr int PopLowest(Bitboard& b) {
 // The squares of `b` moved one step ahead as `Us` sees it; what leaves the board is lost.
 template <Colour Us> constexpr Bitboard Ahead(Bitboard b) {
     return Us == WHITE ? b << 8 : b >> 8;
+}
+// The squares to the left and right of those in `b`.
+constexpr Bitboard SquaresBeside(Bitboard b) {
+    return (b & ~FILE_A) >> 1 | (b & ~FILE_H) << 1;
 }
 // The step ahead of a pawn of `Us` as a difference of squares.
 template <Colour Us> constexpr int AheadStep = Us == WHITE ? 8 : -8;
@@ -114,6 +128,11 @@ constexpr Piece Promotion(Move m) {
 constexpr bool IsEnPassant(Move m) {
     return (m & 0x3f000) == Move{PAWN} << 12 && ((m ^ m >> 6) & 1) != 0;
 }
+// Where the man that a move takes stands: beside the pawn that takes it en passant, else on the
+// square that the move goes to.
+constexpr int VictimSquare(Move m) {
+    return IsEnPassant(m) ? (From(m) & 56) | FileOf(To(m)) : To(m);
+}
 // Neither a capture (en passant included) nor a promotion.
 constexpr bool IsQuiet(Move m) {
     return (m & CAPTURE_OR_PROMOTION) == 0 && !IsEnPassant(m);
@@ -126,6 +145,15 @@ constexpr int KingHome(Colour c) {
 constexpr bool IsCastling(Move m) {
     return MovingPiece(m) == KING && (From(m) == KingHome(WHITE) || From(m) == KingHome(BLACK)) &&
            (To(m) == From(m) + 2 || To(m) == From(m) - 2);
+}
+// The rook's squares when a king castles to `kingTo`.
+struct RookHop {
+    int from;
+    int to;
+};
+constexpr RookHop CastlingRook(int kingTo) {
+    const bool toTheRight = FileOf(kingTo) == FileOf(KingHome(WHITE)) + 2;
+    return toTheRight ? RookHop{kingTo + 1, kingTo - 1} : RookHop{kingTo - 2, kingTo + 1};
 }
 constexpr bool IsDoubleStep(Move m) {
     return MovingPiece(m) == PAWN && (To(m) - From(m) == 16 || From(m) - To(m) == 16);

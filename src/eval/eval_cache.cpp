@@ -21,12 +21,14 @@ struct CacheEntry {
     uint32_t keyHigh;
     int16_t score[2]; // by side to move; SCORE_UNKNOWN when not computed yet
     uint16_t optimism[2];
-    uint32_t masks[8]; // the four masks of the evaluation
+    uint32_t passed[4]; // by colour, as halves of bitboards
+    uint32_t attacks[4];
     int16_t materialScore;
     int16_t auxScore;
 };
 static_assert(sizeof(CacheEntry) == EVAL_CACHE_ENTRY_BYTES);
-static_assert(sizeof(CacheEntry::masks) == sizeof Figures.EvalMasks);
+static_assert(sizeof(CacheEntry::passed) == sizeof Figures.passed);
+static_assert(sizeof(CacheEntry::attacks) == sizeof Figures.attacks);
 
 constexpr int16_t SCORE_UNKNOWN = -32700;
 constexpr uint64_t EMPTY_EVAL_KEY = 1234567;
@@ -98,7 +100,8 @@ static void ReadFigures(const CacheEntry& entry) {
     Figures.MaterialScore = entry.materialScore;
     Figures.optimism[WHITE] = entry.optimism[WHITE];
     Figures.optimism[BLACK] = entry.optimism[BLACK];
-    std::memcpy(Figures.EvalMasks, entry.masks, sizeof Figures.EvalMasks);
+    std::memcpy(Figures.passed, entry.passed, sizeof Figures.passed);
+    std::memcpy(Figures.attacks, entry.attacks, sizeof Figures.attacks);
 }
 
 static void WriteFigures(CacheEntry& entry) {
@@ -106,7 +109,8 @@ static void WriteFigures(CacheEntry& entry) {
     entry.materialScore = int16_t(std::clamp(Figures.MaterialScore, -EVAL_LIMIT, EVAL_LIMIT));
     entry.optimism[WHITE] = uint16_t(Figures.optimism[WHITE]);
     entry.optimism[BLACK] = uint16_t(Figures.optimism[BLACK]);
-    std::memcpy(entry.masks, Figures.EvalMasks, sizeof Figures.EvalMasks);
+    std::memcpy(entry.passed, Figures.passed, sizeof Figures.passed);
+    std::memcpy(entry.attacks, Figures.attacks, sizeof Figures.attacks);
 }
 
 // The score of one side to move says nothing about the other's: besides the right to move, the

@@ -20,7 +20,7 @@ constexpr int32_t LAZY_NONE = 32700;
 int32_t LazyMaterialScore();
 
 // Score of the position in centipawns from the view of the side to move, taken from the lazy
-// exit, the cache or a full evaluation. The figures of `eval/evaluate` are those of the latest full
+// exit, the cache or a full evaluation. The figures of `eval/figures` are those of the latest full
 // or cached evaluation: a lazy exit leaves them as they are, and the cache does not keep the
 // phases. A cached score keeps the fading by quiet plies that it was computed with.
 int32_t EvaluateCached();

@@ -1,6 +1,7 @@
 #include "eval/evaluate.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "board/position.h"
 #include "eval/endings/drawish_endings.h"
@@ -19,8 +20,6 @@ constexpr int32_t FULL_SCALE = 256;
 // The score fades by FADE_PER_PLY 256ths for every ply without progress beyond the first few.
 constexpr int32_t FADE_FREE_PLIES = 8;
 constexpr int32_t FADE_PER_PLY = 2;
-// With fewer units than this on a side, the ending may be one whose outcome is known.
-constexpr int32_t ENDING_UNITS = 9;
 // With one pawn each, a smaller difference than this is a draw.
 constexpr int32_t PAWN_ENDING_MARGIN = 100;
 
@@ -55,12 +54,10 @@ static void EvaluateMaterial() {
 
 static void AddPawns(Sums& sums) {
     PawnProbe();
-    sums.middlegame += Pawns.middlegame;
-    sums.ending += Pawns.ending;
-    Figures.EvalMasks[WHITE] |= PassedPawns[WHITE];
-    Figures.EvalMasks[BLACK] |= PassedPawns[BLACK];
+    const PasserTerms passers = EvaluatePassedPawns();
+    sums.middlegame += Pawns.middlegame + passers.middlegame;
+    sums.ending += Pawns.ending + passers.ending;
     sums.balance += PawnTradeCorrection() + PawnEndingCorrection();
-    EvaluatePassedPawns(sums.middlegame, sums.ending);
 }
 
 // A pawn each and little between them: there will be a new queen on both sides or none.
@@ -80,11 +77,11 @@ static void AddShelter(Colour side, Sums& sums) {
 }
 
 // In an ending too: few pieces can still mate, and the phase fades what they do.
-static void AddKingAttack(Colour attacker, Sums& sums) {
-    const int32_t attack = KingAttack(attacker);
-    Figures.KingAttackScore[attacker] = attack;
-    sums.kingSafety[ChangeSide(attacker)] += attacker == BLACK ? attack : -attack;
-    Figures.optimism[attacker] += attack;
+static void AddKingAttack(Colour side, Sums& sums) {
+    const int32_t attack = KingAttack(side);
+    Figures.KingAttackScore[side] = attack;
+    sums.kingSafety[ChangeSide(side)] += side == BLACK ? attack : -attack;
+    Figures.optimism[side] += attack;
 }
 
 static void AddPieces(Sums& sums) {
@@ -114,8 +111,8 @@ static int32_t FiftyMoveScale() {
     return FULL_SCALE - FADE_PER_PLY * std::max(0, FiftyCount - FADE_FREE_PLIES);
 }
 
-// The right to move is worth more the more pieces there are to move, 9 to 5 centipawns, and it
-// keeps an attack going.
+// The right to move is worth more the more pieces there are to move, 9 to 5 centipawns, and an
+// eighth of the attack that it keeps going.
 static int32_t MoveBonus() {
     return 8 - ((Figures.current_phase - 1) >> 6) + (Figures.KingAttackScore[SideToMove] >> 3);
 }
@@ -126,10 +123,10 @@ int32_t Evaluate() {
 
     // 2. Endings whose outcome is known; then material and phase, and where the men stand.
     Figures.MaterialScore = Material[BLACK] - Material[WHITE];
-    int32_t known = 0;
-    if ((PhaseUnits[BLACK] < ENDING_UNITS || PhaseUnits[WHITE] < ENDING_UNITS) &&
-        EvaluateEnding(known))
-        return known;
+    if (PhaseUnits[BLACK] < ENDING_UNITS || PhaseUnits[WHITE] < ENDING_UNITS) {
+        if (const std::optional<int32_t> known = EvaluateEnding())
+            return *known;
+    }
     EvaluateMaterial();
     Sums sums;
     sums.balance = Figures.MaterialScore;

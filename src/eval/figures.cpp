@@ -1,4 +1,3 @@
 #include "eval/figures.h"
 
-constinit Colour RootSide = WHITE;
 constinit EvalFigures Figures;

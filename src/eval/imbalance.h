@@ -2,7 +2,8 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
+
+#include "board/types.h"
 
 // The men that one side has, without its king.
 struct MenOfSide {
@@ -20,7 +21,8 @@ struct MenOfSide {
     }
     // Phase units.
     int Units() const {
-        return 3 * Minors() + 5 * rooks + 9 * queens;
+        return PiecePhaseUnits[KNIGHT] * Minors() + PiecePhaseUnits[ROOK] * rooks +
+               PiecePhaseUnits[QUEEN] * queens;
     }
 };
 

@@ -43,11 +43,13 @@ constexpr std::array<int32_t, 66> DangerScale = {
 constexpr int32_t MAX_DANGER = 380;
 
 // An attack weighs more the weaker the shelter: 16ths.
+constexpr int SHELTER_SCALE_BITS = 4;
 constexpr int32_t SHELTER_SCALE_BASE = 8;
 constexpr int32_t MAX_SHELTER_SCALE = 32;
 
 // An attack with a queen counts 1.26 times, one without 1.33 times: 8192ths. A queen has already
 // its share in the danger.
+constexpr int QUEEN_SCALE_BITS = 13;
 constexpr int64_t WITH_QUEEN = 10347;
 constexpr int64_t WITHOUT_QUEEN = 10922;
 
@@ -90,12 +92,13 @@ template <Colour Us> static int32_t Openness(int centre) {
            FileOpenness<Us>(centre + 1, Params.OpenFileShelter);
 }
 
-// A fianchetto without its pawn, and an enemy where that pawn's step would have hit him.
+// A fianchetto on the knight's file without its pawn, and an enemy on the bishop's file, where that
+// pawn's step would have hit him.
 template <Colour Us> static int32_t FianchettoHole(int file) {
     constexpr Colour Them = ChangeSide(Us);
     const Bitboard home = RelativeRankBB(Us, 1) & FileBB(file);
-    const int inner = file == 1 ? 2 : 5;
-    const Bitboard hole = RelativeRankBB(Us, 2) & FileBB(inner);
+    const int bishopsFile = file == 1 ? 2 : 5;
+    const Bitboard hole = RelativeRankBB(Us, 2) & FileBB(bishopsFile);
     const Bitboard intruders = PieceBB[PAWN][Them] | PieceBB[BISHOP][Them];
     if ((PieceBB[PAWN][Us] & home) || !(intruders & hole) || PieceCount[QUEEN][Them] == 0)
         return 0;
@@ -113,11 +116,11 @@ template <Colour Us> static int32_t QueenSideDefects() {
 // A king that may still castle: half for the centre where it stands, half for the best place that
 // it may go to.
 template <Colour Us> static int32_t UncastledPenalty() {
-    const int32_t centre = Openness<Us>(4);
+    const int32_t centre = Openness<Us>(FileOf(KingHome(Us)));
     int32_t refuge = centre;
-    if (CastleRights & (Us == WHITE ? WHITE_LONG : BLACK_LONG))
+    if (CastleRights & LongRight(Us))
         refuge = std::min(refuge, QueenSideDefects<Us>());
-    if (CastleRights & (Us == WHITE ? WHITE_SHORT : BLACK_SHORT))
+    if (CastleRights & ShortRight(Us))
         refuge = std::min(refuge, KingSideDefects<Us>());
     return centre / 2 + std::max(refuge, 0) / 2;
 }
@@ -134,8 +137,8 @@ template <Colour Us> static int32_t SettledPenalty(int file) {
 
 template <Colour Us> static int32_t Shelter() {
     constexpr Colour Them = ChangeSide(Us);
-    constexpr int rights = Us == WHITE ? WHITE_SHORT | WHITE_LONG : BLACK_SHORT | BLACK_LONG;
-    constexpr int queenHome = Us == WHITE ? 3 : 59;
+    constexpr int rights = ShortRight(Us) | LongRight(Us);
+    constexpr int queenHome = KingHome(Us) - 1;
     const int king = KingSquare[Us];
     int32_t penalty = KingZoneBase[size_t(Us == WHITE ? king : 63 - king)];
     int32_t bonus = 0;
@@ -158,19 +161,18 @@ int32_t KingShelter(Colour side) {
     return side == WHITE ? Shelter<WHITE>() : Shelter<BLACK>();
 }
 
-int32_t KingAttack(Colour attacker) {
-    const int attackers = std::min(Figures.KingAttackers[attacker], ATTACKER_COUNTS - 1);
-    const int64_t attack = int64_t{DangerPoints(Figures.Danger[attacker])} *
-                               AttackerWeight[attackers] *
-                               ShelterScale(Figures.shelter_penalty[ChangeSide(attacker)]) >>
-                           15;
-    const int64_t scale = PieceCount[QUEEN][attacker] > 0 ? WITH_QUEEN : WITHOUT_QUEEN;
-    return LimitTerm(attack * scale >> 13);
+int32_t KingAttack(Colour side) {
+    const int pieces = std::min(Figures.KingAttackers[side], ATTACKER_COUNTS - 1);
+    const int64_t attack = int64_t{DangerPoints(Figures.Danger[side])} * AttackerWeight[pieces] *
+                               ShelterScale(Figures.shelter_penalty[ChangeSide(side)]) >>
+                           (ATTACKER_WEIGHT_BITS + SHELTER_SCALE_BITS);
+    const int64_t scale = PieceCount[QUEEN][side] > 0 ? WITH_QUEEN : WITHOUT_QUEEN;
+    return LimitTerm(attack * scale >> QUEEN_SCALE_BITS);
 }
 
 int32_t PrintedAttack(Colour king) {
     const int32_t danger = Figures.Danger[ChangeSide(king)] + PRINTED_DANGER_OFFSET;
-    return DangerPoints(danger) * ShelterScale(Figures.shelter_penalty[king]) >> 4;
+    return DangerPoints(danger) * ShelterScale(Figures.shelter_penalty[king]) >> SHELTER_SCALE_BITS;
 }
 
 int32_t PrintedShelter(Colour king) {

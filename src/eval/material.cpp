@@ -16,7 +16,6 @@ constexpr int WINNING_BISHOP = 4;
 
 // Share of the phase: a minor piece counts 1, a rook 2, a queen 4, a full set of one side 12.
 constexpr int FULL_SET = 12;
-constexpr int PHASE_RANGE = 256;
 
 } // namespace
 
@@ -60,7 +59,7 @@ static MaterialEntry ComputeEntry(const MenOfSide& white, const MenOfSide& black
     return entry;
 }
 
-// The men that a signature stands for.
+// The men that a signature stands for: 0 to 8 pawns and 0 to 2 of every piece.
 static MenOfSide MenOfSignature(int index, Colour side) {
     const auto count = [=](Piece piece, int radix) {
         return index / MaterialWeight[piece][side] % radix;

@@ -4,9 +4,12 @@
 #include "board/position.h"
 #include "eval/imbalance.h"
 
+// A phase goes from 0 to this, while pieces disappear.
+constexpr int PHASE_RANGE = 256;
+
 struct MaterialEntry {
-    uint8_t flags[2]; // MATERIAL_CANNOT_WIN, MATERIAL_ENDING, by colour
-    int16_t currentPhase;
+    uint8_t flags[2];     // MATERIAL_CANNOT_WIN, MATERIAL_ENDING, by colour
+    int16_t currentPhase; // of both sides together
     int16_t blackPhase;
     int16_t whitePhase;
     int16_t adjustment; // centipawns, added to Black's material less White's

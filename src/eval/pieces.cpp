@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "board/pawns.h"
-#include "board/position.h"
 #include "eval/endings/square_colours.h"
 #include "eval/figures.h"
 #include "eval/parameters/parameters.h"
@@ -20,6 +19,9 @@ constexpr int BISHOP_CENTRING = 6;
 constexpr int KNIGHT_CENTRING = 4;
 // A rook with fewer squares than this may be shut in.
 constexpr int SHUT_IN = 4;
+// As its own side counts them, like all ranks here.
+constexpr int SIXTH_RANK = 5;
+constexpr int SEVENTH_RANK = 6;
 
 // One side while its pieces are gone through.
 struct Side {
@@ -41,11 +43,6 @@ struct Side {
 };
 
 } // namespace
-
-template <Colour Us> static Bitboard AttacksOfPawns() {
-    const Bitboard ahead = Ahead<Us>(PieceBB[PAWN][Us]);
-    return SquaresBeside(ahead);
-}
 
 // The squares around the king and the next three before it.
 template <Colour Us> static Bitboard KingZone() {
@@ -93,7 +90,7 @@ template <Colour Us> static void EvaluateKnights(Side& us, const Side& them) {
 template <Colour Us> static bool IsTrappedBishop(int sq) {
     constexpr Colour Them = ChangeSide(Us);
     const int file = FileOf(sq);
-    if ((file != 0 && file != 7) || RelativeRank(Us, sq) < 5)
+    if ((file != 0 && file != 7) || RelativeRank(Us, sq) < SIXTH_RANK)
         return false;
     const int jailer = sq - AheadStep<Us> + (file == 0 ? 1 : -1);
     return (PieceBB[PAWN][Them] & SquareBit(jailer)) != 0;
@@ -109,8 +106,7 @@ template <Colour Us> static void EvaluateBishops(Side& us, const Side& them) {
         NoteAttacks<Us>(us, them, attacks, Params.BishopDanger);
         const int n = CountBits(attacks & empty) - BISHOP_CENTRING;
         us.Add(n * Params.BishopMobilityMiddlegame, n * Params.BishopMobilityEnding);
-        const Bitboard sameColour = LIGHT_SQUARES & SquareBit(sq) ? LIGHT_SQUARES : ~LIGHT_SQUARES;
-        const int blocked = CountBits(PieceBB[PAWN][Us] & sameColour);
+        const int blocked = CountBits(PieceBB[PAWN][Us] & SquaresLike(sq));
         us.Add(-blocked * Params.BadBishopMiddlegame, -blocked * Params.BadBishopEnding);
         if (IsOutpost<Us>(sq) && (us.pawnAttacks & SquareBit(sq)))
             us.Add(Params.BishopOutpostMiddlegame, Params.BishopOutpostEnding);
@@ -127,7 +123,7 @@ template <Colour Us> static void EvaluateBishops(Side& us, const Side& them) {
 
 // A rook in the corner behind its own king, which has lost the right to castle.
 template <Colour Us> static bool IsShutIn(int sq, int mobility) {
-    constexpr int rights = Us == WHITE ? WHITE_SHORT | WHITE_LONG : BLACK_SHORT | BLACK_LONG;
+    constexpr int rights = ShortRight(Us) | LongRight(Us);
     const int king = KingSquare[Us];
     if (mobility >= SHUT_IN || (CastleRights & rights) || RelativeRank(Us, king) != 0 ||
         RelativeRank(Us, sq) > 1)
@@ -149,7 +145,8 @@ template <Colour Us> static void EvaluateRookFile(Side& us, int sq) {
 // On the seventh rank there are pawns to win or a king to shut in.
 template <Colour Us> static bool SeventhRankPays() {
     constexpr Colour Them = ChangeSide(Us);
-    return RelativeRank(Us, KingSquare[Them]) == 7 || (PieceBB[PAWN][Them] & RelativeRankBB(Us, 6));
+    return RelativeRank(Us, KingSquare[Them]) == 7 ||
+           (PieceBB[PAWN][Them] & RelativeRankBB(Us, SEVENTH_RANK));
 }
 
 template <Colour Us> static void EvaluateRooks(Side& us, const Side& them) {
@@ -162,7 +159,7 @@ template <Colour Us> static void EvaluateRooks(Side& us, const Side& them) {
         const int n = mobility - ROOK_CENTRING;
         us.Add(n * Params.RookMobilityMiddlegame, n * Params.RookMobilityEnding);
         EvaluateRookFile<Us>(us, sq);
-        if (RelativeRank(Us, sq) == 6 && SeventhRankPays<Us>())
+        if (RelativeRank(Us, sq) == SEVENTH_RANK && SeventhRankPays<Us>())
             us.Add(Params.RookSeventhMiddlegame, Params.RookSeventhEnding);
         if (IsShutIn<Us>(sq, mobility))
             us.Add(-Params.ShutInRook, 0);
@@ -177,7 +174,7 @@ template <Colour Us> static void EvaluateQueens(Side& us, const Side& them) {
         NoteAttacks<Us>(us, them, attacks, Params.QueenDanger);
         const int n = CountBits(attacks & ~ColourBB[Us]) - QUEEN_CENTRING;
         us.Add(n * Params.QueenMobilityMiddlegame, n * Params.QueenMobilityEnding);
-        if (RelativeRank(Us, sq) == 6 && SeventhRankPays<Us>())
+        if (RelativeRank(Us, sq) == SEVENTH_RANK && SeventhRankPays<Us>())
             us.Add(Params.QueenSeventhMiddlegame, Params.QueenSeventhEnding);
     }
 }
@@ -210,8 +207,8 @@ template <Colour Us> static void AddDanger(const Side& us, const Side& them) {
         danger += Params.KnightCheckDanger;
 
     const Bitboard file = FileBB(FileOf(king));
-    const Bitboard files = file | SquaresBeside(file);
-    const Bitboard storm = PieceBB[PAWN][Us] & files;
+    // On the fifth rank, and twice as much on the sixth.
+    const Bitboard storm = PieceBB[PAWN][Us] & (file | SquaresBeside(file));
     danger += Params.StormDanger * CountBits(storm & RelativeRankBB(Us, 4)) +
               2 * Params.StormDanger * CountBits(storm & RelativeRankBB(Us, 5));
     Figures.Danger[Us] += danger;
@@ -247,8 +244,8 @@ template <Colour Us> static void EvaluateSide(Side& us, const Side& them) {
 PieceTerms EvaluatePieces() {
     Side white;
     Side black;
-    white.pawnAttacks = AttacksOfPawns<WHITE>();
-    black.pawnAttacks = AttacksOfPawns<BLACK>();
+    white.pawnAttacks = AttackedByPawns<WHITE>(PieceBB[PAWN][WHITE]);
+    black.pawnAttacks = AttackedByPawns<BLACK>(PieceBB[PAWN][BLACK]);
     white.kingZone = KingZone<WHITE>();
     black.kingZone = KingZone<BLACK>();
     EvaluateSide<WHITE>(white, black);
@@ -257,8 +254,8 @@ PieceTerms EvaluatePieces() {
     AddDanger<BLACK>(black, white);
     EvaluateThreats<WHITE>(white, black);
     EvaluateThreats<BLACK>(black, white);
-    Figures.EvalMasks[EVAL_ATTACKS + WHITE] |= white.attacks;
-    Figures.EvalMasks[EVAL_ATTACKS + BLACK] |= black.attacks;
+    Figures.attacks[WHITE] = white.attacks;
+    Figures.attacks[BLACK] = black.attacks;
     PieceTerms terms;
     terms.middlegame = black.middlegame - white.middlegame;
     terms.ending = black.ending - white.ending;

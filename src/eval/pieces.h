@@ -11,5 +11,5 @@ struct PieceTerms {
     int32_t endingOnly[2] = {}; // by colour, each from its own side's view
 };
 
-// Evaluates all pieces. Fills `KingAttackers`, `Danger` and the attack masks of `EvalMasks`.
+// Evaluates all pieces. Fills `KingAttackers`, `Danger` and `attacks` of the figures.
 PieceTerms EvaluatePieces();

@@ -13,7 +13,7 @@
 #include "book/book_learning.h"
 #include "book/book_settings.h"
 #include "eval/eval_cache.h"
-#include "eval/evaluate.h"
+#include "eval/parameters/personality.h"
 #include "platform/clock.h"
 #include "search/host.h"
 #include "search/interrupts.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "board/position.h"
-#include "eval/evaluate.h"
+#include "eval/parameters/personality.h"
 #include "search/driver_state.h"
 #include "search/host.h"
 #include "search/limits.h"

@@ -2,7 +2,7 @@
 
 #include "board/attackers.h"
 #include "board/position.h"
-#include "eval/evaluate.h"
+#include "eval/parameters/personality.h"
 #include "platform/clock.h"
 
 constinit PlyState PlyStates[PLY_STATES] = {};

@@ -22,12 +22,8 @@ constexpr const char* TABLE_FILE = "c:\\work\\my_eval.csv";
 
 // Openings are not what is to be tuned.
 constexpr int32_t FIRST_PLY = 10;
-// The secondary score is a full one at this value.
-constexpr int32_t FULL_AUX_SCORE = 6300;
 // A score of 0 in spite of so much material is a draw that the evaluation knows.
 constexpr int32_t KNOWN_DRAW_BALANCE = 250;
-// As the evaluation's own endings.
-constexpr int32_t ENDING_UNITS = 9;
 
 } // namespace
 
@@ -44,9 +40,8 @@ static bool IsSettled(const PgnGame& game) {
 
 // The evaluation knows the outcome of the ending, and tells of no terms.
 static bool OutcomeIsKnown() {
-    int32_t verdict = 0;
     return (PhaseUnits[WHITE] < ENDING_UNITS || PhaseUnits[BLACK] < ENDING_UNITS) &&
-           EvaluateEnding(verdict);
+           EvaluateEnding();
 }
 
 static int32_t MaterialFor(Colour side) {

@@ -2,6 +2,7 @@
 
 #include "board/position.h"
 #include "eval/evaluate.h"
+#include "eval/parameters/personality.h"
 
 int32_t StaticScore() {
     // What the evaluation cache holds belongs to the other root side and stays good for it.

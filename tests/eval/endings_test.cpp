@@ -13,10 +13,8 @@ using Endings = BoardTest;
 
 // For White, whoever is to move; none when the ending is not known.
 std::optional<int32_t> WhiteScore() {
-    int32_t score = 0;
-    if (!EvaluateEnding(score))
-        return std::nullopt;
-    return SideToMove == WHITE ? score : -score;
+    const std::optional<int32_t> score = EvaluateEnding();
+    return score && SideToMove == BLACK ? -*score : score;
 }
 
 int32_t WhiteScoreOf(const std::string& fen) {

@@ -95,14 +95,14 @@ TEST_F(EvalCacheTest, AHitBringsBackTheFindings) {
     EvaluateCached();
     Figures.AuxScore = Figures.MaterialScore = Figures.optimism[WHITE] = Figures.optimism[BLACK] =
         -1;
-    Figures.EvalMasks[WHITE] = Figures.EvalMasks[EVAL_ATTACKS + BLACK] = 1;
+    Figures.passed[WHITE] = Figures.attacks[BLACK] = 1;
     EvaluateCached();
     EXPECT_EQ(6300, Figures.AuxScore);
     EXPECT_EQ(-900, Figures.MaterialScore);
     EXPECT_EQ(0, Figures.optimism[WHITE]);
     EXPECT_EQ(0, Figures.optimism[BLACK]);
-    EXPECT_EQ(0u, Figures.EvalMasks[WHITE]);
-    EXPECT_EQ(0u, Figures.EvalMasks[EVAL_ATTACKS + BLACK]);
+    EXPECT_EQ(0u, Figures.passed[WHITE]);
+    EXPECT_EQ(0u, Figures.attacks[BLACK]);
 }
 
 TEST_F(EvalCacheTest, HopelessMaterialNeedsNoEvaluation) {

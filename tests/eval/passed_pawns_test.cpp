@@ -23,10 +23,7 @@ struct Terms {
 Terms TermsOf(const std::string& fen) {
     LoadFen(fen.c_str());
     PawnProbe();
-    int32_t middlegame = 0;
-    Terms terms = {0, PawnTradeCorrection(), PawnEndingCorrection()};
-    EvaluatePassedPawns(middlegame, terms.ending);
-    return terms;
+    return {EvaluatePassedPawns().ending, PawnTradeCorrection(), PawnEndingCorrection()};
 }
 
 // White's gain.

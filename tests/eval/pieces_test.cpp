@@ -100,7 +100,7 @@ TEST_F(Pieces, TellWhatTheyAttackAndHowManyThreatenTheKing) {
     EXPECT_EQ(0, Figures.KingAttackers[BLACK]);
     EXPECT_EQ(0, Figures.Danger[BLACK]);
     EXPECT_GT(Figures.Danger[WHITE], 40);
-    const Bitboard attacked = Figures.EvalMasks[EVAL_ATTACKS + WHITE];
+    const Bitboard attacked = Figures.attacks[WHITE];
     EXPECT_EQ(Squares("h7 f7 g7 h4"), attacked & Squares("h7 f7 g7 h4 f1")) << "not by the king";
     LoadFen("6k1/5ppp/8/6NQ/3P4/8/8/B3K3 w - -");
     Figures = {};

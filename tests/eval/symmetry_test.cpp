@@ -49,27 +49,16 @@ protected:
     ScratchParameters parameters;
 };
 
-int32_t Verdict() {
-    int32_t score = UNKNOWN;
-    EvaluateEnding(score);
-    return score;
-}
-
-std::pair<int32_t, int32_t> PasserTerms() {
-    std::pair<int32_t, int32_t> terms;
-    EvaluatePassedPawns(terms.first, terms.second);
-    return terms;
-}
-
 // Everything that the evaluation finds, as the side to move sees it.
 std::vector<int64_t> AllFindings() {
     const Colour us = SideToMove;
     const int32_t black = us == BLACK ? 1 : -1; // the sign of what counts for Black
     RootSide = us;
     std::vector<int64_t> found = {Evaluate(), Figures.current_phase, Figures.AuxScore,
-                                  black * Figures.MaterialScore, Verdict()};
+                                  black * Figures.MaterialScore,
+                                  EvaluateEnding().value_or(UNKNOWN)};
     PawnProbe();
-    const auto [middlegame, ending] = PasserTerms();
+    const auto [middlegame, ending] = EvaluatePassedPawns();
     for (const int32_t score : {int32_t{Pawns.middlegame}, int32_t{Pawns.ending}, middlegame,
                                 ending, PawnTradeCorrection(), PawnEndingCorrection(),
                                 CapUnwinnable(50 * black), CapUnwinnable(-50 * black)})
@@ -88,8 +77,7 @@ std::vector<int64_t> AllFindings() {
               Pawns.flags >> (white ? 0 : 2) & 3, Pawns.flags >> (white ? 4 : 5) & 1,
               UnstoppableMoves(side), DrawishScale(white ? -1 : 1)})
             found.push_back(fact);
-        for (const Bitboard squares :
-             {Figures.EvalMasks[side], Figures.EvalMasks[EVAL_ATTACKS + side]})
+        for (const Bitboard squares : {Figures.passed[side], Figures.attacks[side]})
             found.push_back(int64_t(us == WHITE ? squares : __builtin_bswap64(squares)));
     }
     return found;
@@ -150,7 +138,7 @@ TEST_F(Symmetry, NoColourIsPreferredOnAnyBoard) {
         SetRandomBoard(random);
         const std::string fen = WriteFen();
         ExpectTheSameForBothColours(fen, 0);
-        known += Verdict() != UNKNOWN;
+        known += EvaluateEnding().value_or(UNKNOWN) != UNKNOWN;
         drawish[size_t(DrawishScale(1) & 7)]++; // 256 for none
     }
     EXPECT_GT(known, RANDOM_BOARDS / 10);
@@ -167,7 +155,7 @@ TEST_F(Symmetry, NoWingIsPreferred) {
     const auto terms = [] {
         Figures = {};
         PawnProbe();
-        const auto [middlegame, ending] = PasserTerms();
+        const auto [middlegame, ending] = EvaluatePassedPawns();
         const PieceTerms pieces = EvaluatePieces();
         return std::vector<int32_t>{middlegame,
                                     ending,
@@ -194,8 +182,8 @@ TEST_F(Symmetry, KnownEndingsAreJudgedAsEver) {
     for (int i = 0; i < RANDOM_BOARDS; i++) {
         SetRandomBoard(random);
         PawnProbe();
-        for (const int32_t judged : {Verdict(), DrawishScale(-1), DrawishScale(1),
-                                     CapUnwinnable(50), UnstoppableMoves(WHITE)})
+        for (const int32_t judged : {EvaluateEnding().value_or(UNKNOWN), DrawishScale(-1),
+                                     DrawishScale(1), CapUnwinnable(50), UnstoppableMoves(WHITE)})
             signature = std::rotl(signature, 1) * 31 + uint32_t(judged);
     }
     EXPECT_EQ(2525762167u, signature);

@@ -2,7 +2,9 @@
 
 #include <unistd.h>
 
+#include "board/fen.h"
 #include "board/moves/order_tables.h"
+#include "eval/pawns/pawn_structure.h"
 #include "support/search_test.h"
 
 namespace {
@@ -19,6 +21,12 @@ protected:
 bool StoresAndFinds() {
     HashStore(60, NO_MOVE, 1, BOUND_EXACT, false, 0);
     return HashProbe().found;
+}
+
+bool StoresAndFindsPawns() {
+    PawnProbe();
+    Pawns.key ^= 1; // not at hand any more
+    return FindPawns();
 }
 
 // In the child process of a death test: what is printed goes where the test can see it.
@@ -39,9 +47,12 @@ TEST_F(HashMemoryTest, MegabytesBecomeEntries) {
         ResizeHash(c.megabytes);
         EXPECT_EQ(c.entries, TranspositionCount);
         EXPECT_EQ(c.entries > 0, StoresAndFinds());
+        // Without pawns the key is 0, as it is in memory that nobody has cleared.
+        LoadFen("4k3/8/8/8/8/8/8/4K3 w - -");
         ResizePawnHash(c.megabytes);
         EXPECT_EQ(c.pawnEntries, PawnHashCount);
-        EXPECT_EQ(c.pawnEntries, PawnHashSlots);
+        EXPECT_FALSE(FindPawns());
+        EXPECT_EQ(c.pawnEntries > 0, StoresAndFindsPawns());
     }
 }
 

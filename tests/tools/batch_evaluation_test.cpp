@@ -11,6 +11,7 @@
 #include "board/fen.h"
 #include "board/position.h"
 #include "eval/evaluate.h"
+#include "eval/parameters/personality.h"
 #include "support/engine_process.h"
 #include "support/scratch.h"
 #include "tools/epd_evaluation.h"

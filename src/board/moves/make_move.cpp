@@ -28,17 +28,7 @@ constexpr int CountedValue[PIECE_CODES] = {0, 0, 300, 100, 0, 500, 300, 900};
 constexpr int HeavyUnits[PIECE_CODES] = {0, 0, 0, 0, 0, 1, 0, 2};
 constexpr int MinorUnits[PIECE_CODES] = {0, 0, 1, 0, 0, 0, 1, 0};
 
-// The rook's squares when a king castles to `kingTo`.
-struct RookHop {
-    int from;
-    int to;
-};
-
 } // namespace
-
-static constexpr RookHop CastlingRook(int kingTo) {
-    return FileOf(kingTo) == 6 ? RookHop{kingTo + 1, kingTo - 1} : RookHop{kingTo - 2, kingTo + 1};
-}
 
 static inline void ToggleOccupancy(int sq) {
     const int file = FileOf(sq);

@@ -1,10 +1,10 @@
 #include "eval/endings/drawish_endings.h"
 
-#include "board/position.h"
+#include "board/pawns.h"
 #include "eval/endings/square_colours.h"
+#include "eval/figures.h"
 #include "eval/parameters/parameters.h"
 #include "eval/pawns/passer_race.h"
-#include "eval/pawns/pawn_structure.h"
 
 // Below, Us is the side that is ahead.
 
@@ -14,21 +14,21 @@ constexpr int32_t FULL_SCALE = 256;
 
 // Phase units. With more of them on one side there are attacks, and nothing here applies.
 constexpr int MOST_UNITS = 12;
-constexpr int ROOK_UNITS = 5;
-constexpr int MINOR_UNITS = 3;
+constexpr int ROOK_UNITS = PiecePhaseUnits[ROOK];
+constexpr int MINOR_UNITS = PiecePhaseUnits[KNIGHT];
 
 // A king so far from a rook's pawn is on the other wing.
 constexpr int FAR_KING = 5;
 
+// Steps from a rook's pawn to a king that hides behind it, and from its promotion square to one
+// that keeps the other king in there.
+constexpr int BEHIND_PAWN = 2;
+constexpr int SHUTS_IN = 4;
+
 constexpr Bitboard ROOK_FILES = FILE_A | FILE_H;
-constexpr Bitboard QUEEN_SIDE = 0x0f0f0f0f0f0f0f0f;
+constexpr Bitboard QUEEN_SIDE = SquaresOfFiles(0x0f);
 
 } // namespace
-
-// The corner that the pawns of Us on a rook's file run to.
-template <Colour Us> static int CornerAhead(Bitboard pawns) {
-    return (pawns & FILE_A ? 0 : 7) + (Us == WHITE ? 56 : 0);
-}
 
 // Whether the king stands in the corner or beside it, on the second square of the file or the rank
 // or of the diagonal.
@@ -79,9 +79,8 @@ template <Colour Us> static bool WrongRookPawn() {
     const Bitboard bishops = PieceBB[BISHOP][Us];
     if (PhaseUnits[Us] > MINOR_UNITS || (PhaseUnits[Us] > 0 && !bishops) || !OnOneEdge(pawns))
         return false;
-    const int corner = CornerAhead<Us>(pawns);
-    const bool light = (SquareBit(corner) & LIGHT_SQUARES) != 0;
-    if (bishops & (light ? LIGHT_SQUARES : ~LIGHT_SQUARES))
+    const int corner = PromotionSquare<Us>(LowestSquare(pawns & ROOK_FILES));
+    if (bishops & SquaresLike(corner))
         return false;
     if (!OnOneRookFile(pawns))
         return bishops && KingAtCorner(Them, corner);
@@ -103,10 +102,11 @@ template <Colour Us> static bool LonePawnHeld(Bitboard pawns) {
         return rooksPawn || !barred;
     if (!rooksPawn)
         return false;
-    const int corner = CornerAhead<Us>(pawns);
-    if (PieceBB[ROOK][Us] & ahead & FileBB(FileOf(pawn)))
-        return KingAtCorner(Them, corner ^ 7) || KingSteps(KingSquare[Them], pawn) <= 2;
-    return KingSquare[Us] == corner && KingSteps(KingSquare[Them], corner) <= 4;
+    const int corner = PromotionSquare<Us>(pawn);
+    // The cover is far away on the promotion rank, or behind the pawn when their king is near it.
+    if (PieceBB[ROOK][Us] & PathAhead<Us>(pawn))
+        return KingAtCorner(Them, corner ^ 7) || KingSteps(KingSquare[Them], pawn) <= BEHIND_PAWN;
+    return KingSquare[Us] == corner && KingSteps(KingSquare[Them], corner) <= SHUTS_IN;
 }
 
 // A passed rook's pawn is all that is extra, and from behind it the other rook holds it and the
@@ -114,7 +114,7 @@ template <Colour Us> static bool LonePawnHeld(Bitboard pawns) {
 template <Colour Us> static bool EdgePasserHeld() {
     constexpr Colour Them = ChangeSide(Us);
     const int rook = LowestSquare(PieceBB[ROOK][Them]);
-    const Bitboard runners = PassedPawns[Us] & ROOK_FILES & FileBB(FileOf(rook));
+    const Bitboard runners = Figures.passed[Us] & ROOK_FILES & FileBB(FileOf(rook));
     if (runners == 0)
         return false;
     const int sq = Us == WHITE ? HighestSquare(runners) : LowestSquare(runners);
@@ -155,7 +155,7 @@ template <Colour Us> static bool QueenAndRookPawn() {
     if (!OnePieceEach(QUEEN) || !OnOneRookFile(pawns) ||
         PieceCount[PAWN][Us] > PieceCount[PAWN][Them] + 1)
         return false;
-    const int corner = CornerAhead<Us>(pawns);
+    const int corner = PromotionSquare<Us>(LowestSquare(pawns));
     return KingAtCorner(Them, corner) || KingAtCorner(Them, corner ^ 63);
 }
 

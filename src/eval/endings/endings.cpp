@@ -1,15 +1,14 @@
 #include "eval/endings/endings.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <iterator>
 #include <optional>
 
 #include "board/attackers.h"
-#include "board/position.h"
+#include "board/pawns.h"
 #include "eval/endings/king_pawn_bitbase.h"
 #include "eval/endings/square_colours.h"
 #include "eval/material.h"
-#include "eval/pawns/passer_race.h"
 
 // Below, Us is the side with more material, and values are centipawns from its view.
 
@@ -32,6 +31,47 @@ constexpr int WINNING_EDGE = 5;
 constexpr int QUEEN_FOR_ROOK = 4;
 constexpr int DRAWN_EDGE = 3;
 
+// Steps on the way to mate, centipawns: their king from the centre, the kings together, their king
+// toward the corner of the bishop, our pawns.
+constexpr int32_t EDGE_STEP = 10;
+constexpr int32_t KINGS_STEP = 8;
+constexpr int32_t CORNER_STEP = 25;
+constexpr int32_t PAWN_STEP = 10;
+
+// A queen against a rook: won, but not by all who try.
+constexpr int32_t HARD_WIN = KNOWN_WIN / 3;
+// A lone pawn that wins, and what each of its steps adds: less than the queen that it will be.
+constexpr int32_t WON_PAWN = 400;
+constexpr int32_t WON_PAWN_STEP = 40;
+
+// A draw in which a phase unit more may still be tried for a win, and a knight goes astray.
+constexpr int32_t DRAWN_UNIT = 8;
+constexpr int32_t ASTRAY_STEP = 8;
+
+// A rook against a pawn by how many steps too late the pawn comes, from LEAST_MARGIN on; with more
+// than the last it is won, the more surely the nearer our king.
+constexpr int LEAST_MARGIN = -3;
+constexpr int32_t RookByMargin[] = {12, 20, 35, 110, 210, 290, 340, 370};
+constexpr int32_t WON_ROOK = 390;
+constexpr int32_t WON_ROOK_STEP = 6;
+
+// A queen against a pawn, won with more for each step that it has to go and that our king is near;
+// and drawn by stalemate, unless our king is nearer the promotion square than this.
+constexpr int32_t WON_QUEEN = 900;
+constexpr int32_t WON_QUEEN_STEP = 10;
+constexpr int NEAR_REFUGE = 4;
+constexpr int32_t DRAWN_QUEEN = 20;
+constexpr int32_t DRAWN_QUEEN_STEP = 4;
+
+// Bishops and a pawn that is stopped: what its rank adds is for whoever likes to try. A king so
+// near the path helps the bishop that watches it.
+constexpr int32_t STOPPED_PAWN = 10;
+constexpr int32_t STOPPED_PAWN_STEP = 2;
+constexpr int NEAR_PATH = 3;
+
+// The longest way of a king, from which nearness is counted.
+constexpr int LONGEST_WAY = 7;
+
 } // namespace
 
 // Material signature of two or three men; kings are always there.
@@ -40,9 +80,9 @@ template <Colour Us> static constexpr int Signature(Piece ours, Piece theirs, Pi
            MaterialWeight[theirs][ChangeSide(Us)];
 }
 
-// The board as Us sees it, its own back rank below.
-template <Colour Us> static constexpr int Relative(int sq) {
-    return Us == WHITE ? sq : sq ^ 56;
+// Grows as the king comes nearer, from 0 across the board to 7 on the square.
+static int Nearness(int king, int sq) {
+    return LONGEST_WAY - KingSteps(king, sq);
 }
 
 // 0 for the four squares in the middle, 6 for the corners.
@@ -55,7 +95,7 @@ static int FromCentre(int sq) {
 // A king is mated at the edge, and with the help of the other king.
 template <Colour Us> static int32_t DriveToEdge() {
     const int theirKing = KingSquare[ChangeSide(Us)];
-    return 10 * FromCentre(theirKing) + 8 * (7 - KingSteps(KingSquare[Us], theirKing));
+    return EDGE_STEP * FromCentre(theirKing) + KINGS_STEP * Nearness(KingSquare[Us], theirKing);
 }
 
 // Bishop and knight mate in a corner of the bishop's colour only.
@@ -66,7 +106,7 @@ template <Colour Us> static int32_t DriveToCorner() {
     const int rank = RankOf(theirKing);
     // Steps along the edges to the nearer of a1 and h8, with the files mirrored h1 and a8.
     const int steps = std::min(file + rank, 14 - file - rank);
-    return 25 * (7 - steps) + DriveToEdge<Us>();
+    return CORNER_STEP * (LONGEST_WAY - steps) + DriveToEdge<Us>();
 }
 
 // Whether the pieces of Us mate a bare king by themselves.
@@ -94,7 +134,7 @@ template <Colour Us> static int32_t MateDrive() {
     int32_t value = KNOWN_WIN + Material[Us] - Material[ChangeSide(Us)];
     Bitboard pawns = PieceBB[PAWN][Us];
     while (pawns)
-        value += 10 * RelativeRank(Us, PopLowest(pawns));
+        value += PAWN_STEP * RelativeRank(Us, PopLowest(pawns));
     const bool bishopAndKnight =
         MenCount == 4 && PieceCount[BISHOP][Us] == 1 && PieceCount[KNIGHT][Us] == 1;
     value += bishopAndKnight ? DriveToCorner<Us>() : DriveToEdge<Us>();
@@ -107,10 +147,8 @@ template <Colour Us> static bool CornerHolds() {
     const Bitboard pawns = PieceBB[PAWN][Us];
     if ((pawns & ~FILE_A) && (pawns & ~FILE_H))
         return false;
-    const int corner = Relative<Us>(pawns & FILE_A ? 56 : 63);
-    const Bitboard cornerColour =
-        SquareBit(corner) & LIGHT_SQUARES ? LIGHT_SQUARES : ~LIGHT_SQUARES;
-    return !(PieceBB[BISHOP][Us] & cornerColour) &&
+    const int corner = PromotionSquare<Us>(LowestSquare(pawns));
+    return !(PieceBB[BISHOP][Us] & SquaresLike(corner)) &&
            KingSteps(KingSquare[ChangeSide(Us)], corner) <= 1;
 }
 
@@ -134,7 +172,7 @@ template <Colour Us> static Verdict KingAndPawn() {
     const int pawn = LowestSquare(PieceBB[PAWN][Us]);
     if (!KingPawnWins(Us, KingSquare[Us], pawn, KingSquare[ChangeSide(Us)], SideToMove))
         return DRAW;
-    return 400 + 40 * RelativeRank(Us, pawn);
+    return WON_PAWN + WON_PAWN_STEP * RelativeRank(Us, pawn);
 }
 
 template <Colour Us> static Verdict AgainstBareKing() {
@@ -154,7 +192,7 @@ template <Colour Us> static int32_t KnightAstray() {
     constexpr Colour Them = ChangeSide(Us);
     if (MenCount != 4 || PieceCount[ROOK][Us] == 0 || PieceCount[KNIGHT][Them] == 0)
         return 0;
-    return 8 * (KingSteps(KingSquare[Them], LowestSquare(PieceBB[KNIGHT][Them])) - 1);
+    return ASTRAY_STEP * (KingSteps(KingSquare[Them], LowestSquare(PieceBB[KNIGHT][Them])) - 1);
 }
 
 // No pawn is left, and both sides have pieces.
@@ -166,12 +204,12 @@ template <Colour Us> static Verdict WithoutPawns() {
     if (edge >= WINNING_EDGE)
         return MateDrive<Us>();
     if (edge == QUEEN_FOR_ROOK && MenCount == 4)
-        return KNOWN_WIN / 3 + Material[Us] - Material[Them] + DriveToEdge<Us>();
+        return HARD_WIN + Material[Us] - Material[Them] + DriveToEdge<Us>();
     const bool pairAgainstKnight = MenCount == 5 && PieceCount[BISHOP][Us] == 2 &&
                                    PieceCount[KNIGHT][Them] == 1 && CanMate<Us>();
     if (edge > DRAWN_EDGE || pairAgainstKnight)
         return UNKNOWN;
-    return 8 * edge + DriveToEdge<Us>() / 4 + KnightAstray<Us>();
+    return DRAWN_UNIT * edge + DriveToEdge<Us>() / 4 + KnightAstray<Us>();
 }
 
 // Drawn when the pawn comes so far with its king's help that it costs the rook. That is mostly a
@@ -179,39 +217,39 @@ template <Colour Us> static Verdict WithoutPawns() {
 // those of the other king to the promotion square.
 template <Colour Us> static Verdict RookAgainstPawn() {
     constexpr Colour Them = ChangeSide(Us);
-    constexpr int32_t ByMargin[] = {12, 20, 35, 110, 210, 290, 340, 370}; // from -3 to 4
     const int pawn = LowestSquare(PieceBB[PAWN][Them]);
-    const int promotion = FileOf(pawn) + (Us == WHITE ? 0 : 56);
+    const int promotion = PromotionSquare<Them>(pawn);
     const int steps = 7 - RelativeRank(Them, pawn);
     const int ourSteps = KingSteps(KingSquare[Us], promotion);
     const int margin = steps + KingSteps(KingSquare[Them], pawn) - ourSteps + (SideToMove == Us);
     const bool before = FileOf(KingSquare[Us]) == FileOf(pawn) &&
                         RelativeRank(Us, KingSquare[Us]) < RelativeRank(Us, pawn);
-    if (before || margin > 4)
-        return 390 + 6 * (7 - ourSteps);
-    return ByMargin[std::max(margin, -3) + 3];
+    const int row = std::max(margin, LEAST_MARGIN) - LEAST_MARGIN;
+    if (before || row >= int(std::size(RookByMargin)))
+        return WON_ROOK + WON_ROOK_STEP * (LONGEST_WAY - ourSteps);
+    return RookByMargin[row];
 }
 
 // Won but for pawns one step from promotion: on a rook's or bishop's file their king finds refuge
 // in stalemate, unless ours is near.
 template <Colour Us> static Verdict QueenAgainstPawn() {
     constexpr Colour Them = ChangeSide(Us);
-    constexpr Bitboard refuges = FILE_A | FILE_A << 2 | FILE_H >> 2 | FILE_H;
+    constexpr Bitboard refuges = FileBB(0) | FileBB(2) | FileBB(5) | FileBB(7);
     const int pawn = LowestSquare(PieceBB[PAWN][Them]);
-    const int promotion = FileOf(pawn) + (Us == WHITE ? 0 : 56);
+    const int promotion = PromotionSquare<Them>(pawn);
     const int steps = 7 - RelativeRank(Them, pawn);
     const int theirSteps = KingSteps(KingSquare[Them], promotion);
     const bool refuge = (refuges & SquareBit(pawn)) && theirSteps <= 2;
     if (steps == 1 && refuge) {
         if (theirSteps == 2)
             return UNKNOWN;
-        if (KingSteps(KingSquare[Us], promotion) + (SideToMove == Them) >= 4)
-            return 20 + 4 * (7 - KingSteps(KingSquare[Us], promotion));
+        if (KingSteps(KingSquare[Us], promotion) + (SideToMove == Them) >= NEAR_REFUGE)
+            return DRAWN_QUEEN + DRAWN_QUEEN_STEP * Nearness(KingSquare[Us], promotion);
     }
     // Queening or a step into the refuge is for the search to see.
     if (SideToMove == Them && (steps == 1 || (steps == 2 && refuge)))
         return UNKNOWN;
-    return 900 + 10 * steps + 10 * (7 - KingSteps(KingSquare[Us], pawn));
+    return WON_QUEEN + WON_QUEEN_STEP * (steps + Nearness(KingSquare[Us], pawn));
 }
 
 // A king before the pawn holds where the bishop cannot drive it away, and with bishops of opposite
@@ -220,15 +258,15 @@ template <Colour Us> static Verdict BishopAndPawnAgainstBishop() {
     constexpr Colour Them = ChangeSide(Us);
     const int pawn = LowestSquare(PieceBB[PAWN][Us]);
     const int theirKing = KingSquare[Them];
-    const Bitboard path = PassedMask[Us][pawn] & FileBB(FileOf(pawn));
+    const Bitboard path = PathAhead<Us>(pawn);
     const bool ourBishopLight = (PieceBB[BISHOP][Us] & LIGHT_SQUARES) != 0;
     const bool opposite = ourBishopLight != ((PieceBB[BISHOP][Them] & LIGHT_SQUARES) != 0);
     const bool before = (path & SquareBit(theirKing)) != 0;
     const bool safe = ((LIGHT_SQUARES & SquareBit(theirKing)) != 0) != ourBishopLight;
     const bool watched = BishopAttacks(LowestSquare(PieceBB[BISHOP][Them])) & path;
     if ((before && (safe || opposite)) ||
-        (opposite && watched && KingSteps(theirKing, pawn + AheadStep<Us>) <= 3))
-        return 10 + 2 * RelativeRank(Us, pawn);
+        (opposite && watched && KingSteps(theirKing, pawn + AheadStep<Us>) <= NEAR_PATH))
+        return STOPPED_PAWN + STOPPED_PAWN_STEP * RelativeRank(Us, pawn);
     return UNKNOWN;
 }
 
@@ -252,15 +290,14 @@ template <Colour Us> static Verdict Judge() {
     }
 }
 
-bool EvaluateEnding(int32_t& score) {
+std::optional<int32_t> EvaluateEnding() {
     if (PieceCount[KING][WHITE] != 1 || PieceCount[KING][BLACK] != 1)
-        return false;
+        return UNKNOWN;
     const Colour ahead = Material[BLACK] > Material[WHITE] ? BLACK : WHITE;
     const Verdict verdict = ahead == WHITE ? Judge<WHITE>() : Judge<BLACK>();
-    if (!verdict)
-        return false;
-    score = SideToMove == ahead ? *verdict : -*verdict;
-    return true;
+    if (!verdict || SideToMove == ahead)
+        return verdict;
+    return -*verdict;
 }
 
 int32_t CapUnwinnable(int32_t blackViewScore) {

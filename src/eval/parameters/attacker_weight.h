@@ -3,8 +3,9 @@
 
 #include <cstdint>
 
-// Never negative, by the number of attackers. Filled from the built-in weights and the parameters'
-// changes to them.
+// 2048ths, never negative, by the number of attackers. Filled from the built-in weights and the
+// parameters' changes to them.
+constexpr int ATTACKER_WEIGHT_BITS = 11;
 constexpr int ATTACKER_COUNTS = 17;
 extern int32_t AttackerWeight[ATTACKER_COUNTS];
 

@@ -1,6 +1,7 @@
 #include "eval/parameters/personality.h"
 
 constinit PersonalitySettings Personality;
+constinit Colour RootSide = WHITE;
 
 void SetAggressivity(int32_t percent) {
     Personality.Aggressivity = percent;

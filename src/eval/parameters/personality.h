@@ -1,7 +1,7 @@
-// The three personality settings with the weights that are derived from them.
+// The personality: three settings with the weights that are derived from them, and whose they are.
 #pragma once
 
-#include <cstdint>
+#include "board/types.h"
 
 // Percent as the user typed it, and the weight that is derived when it is set.
 struct PersonalitySettings {
@@ -14,6 +14,10 @@ struct PersonalitySettings {
     int32_t TropismWeight = 200;
 };
 extern PersonalitySettings Personality;
+
+// Side to move at the root of the running search: whose king the personality weighs as its own.
+// Set by the search driver and before an evaluation that is printed.
+extern Colour RootSide;
 
 // Each stores the setting with its weight. Any value is taken as it is; who reads settings bounds
 // them. Doubling wraps like 32-bit arithmetic.

@@ -3,10 +3,11 @@
 #include <algorithm>
 
 #include "board/attackers.h"
+#include "board/pawns.h"
+#include "eval/figures.h"
 #include "eval/parameters/parameters.h"
 #include "eval/parameters/term_limit.h"
 #include "eval/pawns/passer_race.h"
-#include "eval/pawns/pawn_structure.h"
 
 namespace {
 
@@ -34,7 +35,7 @@ template <Colour Us> static void AddCompany(int sq, Worth& worth) {
     if (PawnAttacks[Them][sq] & PieceBB[PAWN][Us])
         worth.Add(Params.PasserProtectedMiddlegame, Params.PasserProtectedEnding);
     // The king's moves are the squares next to it, so they reach pawns one rank apart too.
-    if (KingAttacks[sq] & PassedPawns[Us] & ~FileBB(FileOf(sq)))
+    if (KingAttacks[sq] & Figures.passed[Us] & ~FileBB(FileOf(sq)))
         worth.Add(Params.PasserConnectedMiddlegame, Params.PasserConnectedEnding);
 }
 
@@ -66,7 +67,7 @@ template <Colour Us> static bool AddRooksBehind(int sq, Bitboard path, Worth& wo
 
 template <Colour Us> static void AddPath(int sq, Worth& worth) {
     constexpr Colour Them = ChangeSide(Us);
-    const Bitboard path = PassedMask[Us][sq] & FileBB(FileOf(sq));
+    const Bitboard path = PathAhead<Us>(sq);
     const Bitboard step = Ahead<Us>(SquareBit(sq));
     const bool pursued = AddRooksBehind<Us>(sq, path, worth);
     if (step & ColourBB[Them]) {
@@ -109,7 +110,7 @@ template <Colour Us> static void AddPasser(int sq, Worth& worth) {
 
 template <Colour Us> static Worth WorthOfPassers() {
     Worth worth;
-    if (PassedPawns[Us] == 0)
+    if (Figures.passed[Us] == 0)
         return worth;
     for (Bitboard pawns = ForemostPassers(Us); pawns;)
         AddPasser<Us>(PopLowest(pawns), worth);
@@ -119,11 +120,10 @@ template <Colour Us> static Worth WorthOfPassers() {
     return worth;
 }
 
-void EvaluatePassedPawns(int32_t& middlegame, int32_t& ending) {
-    if ((PassedPawns[WHITE] | PassedPawns[BLACK]) == 0)
-        return;
+PasserTerms EvaluatePassedPawns() {
+    if ((Figures.passed[WHITE] | Figures.passed[BLACK]) == 0)
+        return {};
     const Worth black = WorthOfPassers<BLACK>();
     const Worth white = WorthOfPassers<WHITE>();
-    middlegame += LimitTerm(black.middlegame - white.middlegame);
-    ending += LimitTerm(black.ending - white.ending);
+    return {LimitTerm(black.middlegame - white.middlegame), LimitTerm(black.ending - white.ending)};
 }

@@ -3,6 +3,11 @@
 
 #include <cstdint>
 
-// Adds the worth of all passed pawns to the two scores, centipawns from Black's view. Needs `Pawns`
-// and `PassedPawns` of the position; nothing happens when neither side has a passed pawn.
-void EvaluatePassedPawns(int32_t& middlegame, int32_t& ending);
+// Centipawns from Black's view.
+struct PasserTerms {
+    int32_t middlegame = 0;
+    int32_t ending = 0;
+};
+
+// The worth of all passed pawns. Needs `Figures.passed` of the position.
+PasserTerms EvaluatePassedPawns();

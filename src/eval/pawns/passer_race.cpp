@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "board/position.h"
-#include "eval/pawns/pawn_structure.h"
+#include "board/pawns.h"
+#include "eval/figures.h"
 
 namespace {
 
@@ -18,9 +18,9 @@ constexpr int DECISIVE_PLIES = 3;
 template <Colour Us> static Bitboard Foremost() {
     Bitboard foremost = 0;
     // Only a board that was set up has pawns on the last rank; nothing is left for them to do.
-    for (Bitboard pawns = PassedPawns[Us] & ~RelativeRankBB(Us, 7); pawns;) {
+    for (Bitboard pawns = Figures.passed[Us] & ~RelativeRankBB(Us, 7); pawns;) {
         const int sq = PopLowest(pawns);
-        if ((PassedMask[Us][sq] & FileBB(FileOf(sq)) & PassedPawns[Us]) == 0)
+        if ((PathAhead<Us>(sq) & Figures.passed[Us]) == 0)
             foremost |= SquareBit(sq);
     }
     return foremost;
@@ -33,7 +33,7 @@ Bitboard ForemostPassers(Colour side) {
 // Moves that the pawn needs by itself, with the double step from home; NEVER when its own men are
 // in the way of it. Its own king can step aside, which costs a move.
 template <Colour Us> static int MovesToPromote(int sq) {
-    const Bitboard path = PassedMask[Us][sq] & FileBB(FileOf(sq));
+    const Bitboard path = PathAhead<Us>(sq);
     const Bitboard own = path & ColourBB[Us];
     if ((own & ~PieceBB[KING][Us]) != 0)
         return NEVER;
@@ -43,15 +43,11 @@ template <Colour Us> static int MovesToPromote(int sq) {
 // Whether the own king keeps the other one off every square to come, and the pawn is safe now.
 template <Colour Us> static bool Escorted(int sq) {
     constexpr Colour Them = ChangeSide(Us);
-    const Bitboard path = PassedMask[Us][sq] & FileBB(FileOf(sq));
+    const Bitboard path = PathAhead<Us>(sq);
     if ((path & ~KingAttacks[KingSquare[Us]]) != 0)
         return false;
     const Bitboard guards = KingAttacks[KingSquare[Us]];
     return (KingAttacks[KingSquare[Them]] & SquareBit(sq) & ~guards) == 0 || SideToMove == Us;
-}
-
-template <Colour Us> static int PromotionSquare(int pawn) {
-    return FileOf(pawn) + (Us == WHITE ? 56 : 0);
 }
 
 // How many moves too late the enemy king comes for a pawn that promotes after that many; 0 or less
@@ -64,7 +60,7 @@ template <Colour Us> static int MovesTooLate(int sq, int moves) {
 
 // As `UnstoppableMoves`, whatever the enemy pawns do; NEVER for none.
 template <Colour Us> static int FastestMoves() {
-    if (PassedPawns[Us] == 0 || PhaseUnits[ChangeSide(Us)] != 0)
+    if (Figures.passed[Us] == 0 || PhaseUnits[ChangeSide(Us)] != 0)
         return NEVER;
     int fastest = NEVER;
     for (Bitboard pawns = Foremost<Us>(); pawns;) {

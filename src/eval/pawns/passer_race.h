@@ -3,19 +3,12 @@
 
 #include "board/types.h"
 
-// Steps of a king from one square to another on an empty board.
-constexpr int KingSteps(int a, int b) {
-    const int files = FileOf(a) < FileOf(b) ? FileOf(b) - FileOf(a) : FileOf(a) - FileOf(b);
-    const int ranks = RankOf(a) < RankOf(b) ? RankOf(b) - RankOf(a) : RankOf(a) - RankOf(b);
-    return files > ranks ? files : ranks;
-}
-
-// The foremost pawn of the side on every file where it has a passed one: needs `PassedPawns` of the
-// position.
+// The foremost pawn of the side on every file where it has a passed one: needs `Figures.passed` of
+// the position.
 Bitboard ForemostPassers(Colour side);
 
 // Moves until the side's fastest passed pawn promotes that the enemy king cannot stop; 0 when there
 // is none, when an enemy piece could stop it, when an enemy pawn comes so much earlier that the new
 // queen will, or when in a pawn ending one that is not sure to be stopped promotes about as soon.
-// Needs `PassedPawns` of the position.
+// Needs `Figures.passed` of the position.
 int UnstoppableMoves(Colour side);

@@ -15,8 +15,8 @@ namespace {
 constexpr int32_t TradeScale[] = {96, 48, 48, 48, 45, 42, 40, 40, 36, 36, 32,
                                   32, 28, 28, 24, 24, 20, 20, 16, 16, 12};
 
-constexpr int32_t ROOK_UNITS = 5;
-constexpr int32_t TWO_MINORS_UNITS = 6;
+constexpr int32_t ROOK_UNITS = PiecePhaseUnits[ROOK];
+constexpr int32_t TWO_MINORS_UNITS = 2 * PiecePhaseUnits[KNIGHT];
 
 } // namespace
 

@@ -15,8 +15,10 @@ static constexpr PawnEntry NoPawns() {
 }
 
 constinit PawnEntry Pawns = NoPawns();
-constinit uint8_t* PawnHashTable = nullptr;
-constinit int32_t PawnHashSlots = 0;
+
+// Base of the records, and how many the table has without the spare ones; 0 switches it off.
+static constinit uint8_t* PawnHashTable = nullptr;
+static constinit int32_t PawnHashSlots = 0;
 
 static uint8_t* SlotOf(uint64_t key) {
     const uint32_t slot = PawnHashSlots == USUAL_SLOTS ? uint32_t(key) & (USUAL_SLOTS - 1)

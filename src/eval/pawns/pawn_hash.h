@@ -31,7 +31,7 @@ struct PawnEntry {
     uint8_t blackCandidates;
     uint8_t flags;       // PAWNS_...
     uint8_t endingFlags; // bit 0: all of White's pawns stand on one rook's file; bit 1: of Black's
-    uint8_t blackWeak;   // isolated or backward, with no pawn before it
+    uint8_t blackWeak;   // isolated or backward, with no pawn before it; only tests ask
     uint8_t whiteWeak;
 
     uint8_t PassedVector(Colour side) const {
@@ -64,11 +64,6 @@ constexpr int PAWNS_BLACK_OUTSIDE_PASSER = 32;
 
 // The record of the latest position that was evaluated.
 extern PawnEntry Pawns;
-
-// Base of the records, and how many the table has without the spare ones; 0 switches it off.
-// Written by hash memory.
-extern uint8_t* PawnHashTable;
-extern int32_t PawnHashSlots;
 
 // Makes the record of `PawnKey` the one at hand if the table has it. Without a table nothing is
 // ever found, not even what is at hand.

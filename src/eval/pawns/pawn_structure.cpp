@@ -6,8 +6,6 @@
 #include "eval/parameters/parameters.h"
 #include "eval/parameters/term_limit.h"
 
-constinit Bitboard PassedPawns[2] = {};
-
 namespace {
 
 // 256ths.
@@ -64,17 +62,13 @@ struct PawnView {
 
 } // namespace
 
-static constexpr Bitboard FilesBeside(int file) {
-    return (file > 0 ? FileBB(file - 1) : 0) | (file < 7 ? FileBB(file + 1) : 0);
-}
-
 template <Colour Us> static PawnView ViewOf(int sq) {
     constexpr Colour Them = ChangeSide(Us);
     const Bitboard own = PieceBB[PAWN][Us];
     const Bitboard enemy = PieceBB[PAWN][Them];
     const int file = FileOf(sq);
     const Bitboard ahead = PassedMask[Us][sq];
-    const Bitboard neighbours = own & FilesBeside(file);
+    const Bitboard neighbours = own & SquaresBeside(FileBB(file));
     return {sq,
             file,
             RelativeRank(Us, sq),
@@ -82,7 +76,7 @@ template <Colour Us> static PawnView ViewOf(int sq) {
             enemy & ahead & FileBB(file),
             neighbours,
             neighbours & ~ahead,
-            enemy & ahead & FilesBeside(file)};
+            enemy & ahead & SquaresBeside(FileBB(file))};
 }
 
 // What the shield lacks on one file. `table` tells by the rank of its pawn; a file that the enemy
@@ -211,8 +205,7 @@ static bool OutsidePasser(const SidePawns& own, const SidePawns& enemy) {
 }
 
 static int PawnsOn(Colour side, unsigned wing) {
-    constexpr Bitboard queenSide = FileBB(0) | FileBB(1) | FileBB(2) | FileBB(3);
-    return CountBits(PieceBB[PAWN][side] & (wing == QUEEN_WING ? queenSide : ~queenSide));
+    return CountBits(PieceBB[PAWN][side] & SquaresOfFiles(wing));
 }
 
 // 0, or the flag of a majority that can make a passed pawn away from where most pawns, and so the
@@ -268,16 +261,11 @@ void PawnCompute() {
              .whiteWeak = uint8_t(white.weak)};
 }
 
-// All squares of a set of files: its byte on every rank.
-static Bitboard SquaresOfFiles(uint8_t files) {
-    return files * FILE_A;
-}
-
 void PawnProbe() {
     if (!FindPawns()) {
         PawnCompute();
         StorePawns();
     }
     for (const Colour side : {WHITE, BLACK})
-        PassedPawns[side] = PieceBB[PAWN][side] & SquaresOfFiles(Pawns.PassedVector(side));
+        Figures.passed[side] = PieceBB[PAWN][side] & SquaresOfFiles(Pawns.PassedVector(side));
 }

@@ -2,13 +2,11 @@
 #pragma once
 
 #include "board/types.h"
+#include "eval/figures.h"
 #include "eval/pawns/pawn_hash.h"
 
-// By colour: all pawns on the files where the side has a passed one. Set by each probe.
-extern Bitboard PassedPawns[2];
-
-// Finds or computes the record of the position's pawns, so that `Pawns` and `PassedPawns` hold for
-// it.
+// Finds or computes the record of the position's pawns, so that `Pawns` and `Figures.passed` hold
+// for it.
 void PawnProbe();
 
 // Computes the record into `Pawns` whether the table has it or not, and stores nothing.

@@ -64,11 +64,6 @@ static bool IsPassed(Colour owner, int sq) {
     return !(PassedMask[owner][sq] & PieceBB[PAWN][ChangeSide(owner)]);
 }
 
-// Where the man that is taken stands: beside the pawn that takes it en passant, else on its square.
-static int VictimSquare(Move move) {
-    return IsEnPassant(move) ? (From(move) & 56) | (To(move) & 7) : To(move);
-}
-
 static int32_t PassedPawnGain(Move move, Piece victim, Colour us) {
     const Colour them = ChangeSide(us);
     int32_t gain = 0;
@@ -83,7 +78,7 @@ static int32_t PassedPawnGain(Move move, Piece victim, Colour us) {
 // The middlegame and ending values blended by the phase, truncated toward zero.
 static int32_t Blend(int32_t middlegame, int32_t ending) {
     const int32_t phase = CurrentMaterial().currentPhase;
-    return ((256 - phase) * middlegame + phase * ending) / 256;
+    return ((PHASE_RANGE - phase) * middlegame + phase * ending) / PHASE_RANGE;
 }
 
 // What the move changes in a table: the man's new square less its old one, and the square that the

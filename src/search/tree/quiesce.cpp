@@ -13,7 +13,7 @@
 #include "board/moves/quiet_checks.h"
 #include "board/position.h"
 #include "eval/eval_cache.h"
-#include "eval/evaluate.h"
+#include "eval/figures.h"
 #include "search/fetch_ahead.h"
 #include "search/poll.h"
 #include "search/state.h"
@@ -103,8 +103,8 @@ static bool CutByHash(Node& node) {
 // Whether the enemy king has almost nowhere to go.
 static bool EnemyKingBoxedIn() {
     const Colour them = ChangeSide(SideToMove);
-    const Bitboard flights = KingAttacks[KingSquare[them]] & ~ColourBB[them] &
-                             ~Figures.EvalMasks[EVAL_ATTACKS + SideToMove];
+    const Bitboard flights =
+        KingAttacks[KingSquare[them]] & ~ColourBB[them] & ~Figures.attacks[SideToMove];
     return CountBits(flights) < BOXED_IN;
 }
 
