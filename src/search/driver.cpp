@@ -47,11 +47,17 @@ constexpr int32_t SHORT_SEARCH = 71;
 // adds to it.
 constexpr int32_t LAZY_MARGIN = 200;
 constexpr int32_t LAZY_STEP = 10;
+// The window is shifted by a fifth of the score toward who is ahead, up to this.
+constexpr int32_t LAZY_SHIFT = 150;
 
 } // namespace
 
 static bool ScoresLess(const RootEntry& a, const RootEntry& b) {
     return a.score < b.score;
+}
+
+static int32_t LazyShift(int32_t score) {
+    return std::clamp(score / 5, -LAZY_SHIFT, LAZY_SHIFT);
 }
 
 // The window of the lazy material exit around what the scores of the best moves and the material
@@ -60,8 +66,8 @@ static void SetLazyWindow() {
     const auto [low, high] = std::minmax_element(Root.moves, Root.moves + LineCount(), ScoresLess);
     const int32_t material = Material[RootSide] - Material[ChangeSide(RootSide)];
     const int32_t margin = LAZY_MARGIN + LAZY_STEP * Running.IterationDepth;
-    LazyLow = std::min(low->score, material) + std::clamp(low->score / 5, -150, 150) - margin;
-    LazyHigh = std::max(high->score, material) + std::clamp(high->score / 5, -150, 150) + margin;
+    LazyLow = std::min(low->score, material) + LazyShift(low->score) - margin;
+    LazyHigh = std::max(high->score, material) + LazyShift(high->score) + margin;
 }
 
 // Searches root move `i`, already made, in the window (low, high) from the root side's view.

@@ -12,11 +12,12 @@
 
 namespace {
 
-// A score that fell by more than this, in centipawns, is worth thinking about ...
+// A score that fell by more than this, in centipawns, is worth two and a half times the allotment,
 constexpr int SMALL_FALL = 20;
-// ... and one that fell by more than this is a danger.
+// and one that fell by more than this is a danger.
 constexpr int LARGE_FALL = 60;
-// From this rise on, a score that was about level is worth getting right as well.
+// From this rise on, a score that was about level is worth getting right as well: twice the
+// allotment.
 constexpr int RISE = 26;
 // About level: from this score up to, but not including, that one.
 constexpr int LEVEL_FROM = -9;
@@ -25,13 +26,21 @@ constexpr int LEVEL_BELOW = 120;
 // the first move after it.
 constexpr int DANGER_TIMES = 7;
 constexpr int FRESH_DANGER_TIMES = 4;
+// An easy move gets a third of the allotment, and a best move in doubt is waited for up to five.
+constexpr int EASY_THIRDS = 1;
+constexpr int DOUBT_THIRDS = 5;
 
 } // namespace
+
+// So many thirds of the allotment, in centiseconds.
+static int Thirds(int thirds) {
+    return Budget.TimeAllotted * thirds / 3;
+}
 
 // The allotment in centiseconds as the course of the search corrects it: less for an easy move,
 // more when the score has turned since the last search of the game.
 static int AdjustedAllotment(bool easy) {
-    const int allotment = easy ? Budget.TimeAllotted / 3 : Budget.TimeAllotted;
+    const int allotment = easy ? Thirds(EASY_THIRDS) : Budget.TimeAllotted;
     const int previous = Past.LastScoreSide == RootSide ? Past.LastScore : -Past.LastScore;
     const int change = Root.moves[0].score - previous;
     if (change >= RISE)
@@ -52,7 +61,7 @@ static bool TimeIsUp() {
         Running.EasyMove = NO_MOVE;
     // A best move in doubt is given the time to be confirmed or refuted.
     if (Running.RootUnsettled && !easy &&
-        elapsed <= std::min(Budget.TimeAllotted * 5 / 3, Budget.TimeHardLimit))
+        elapsed <= std::min(Thirds(DOUBT_THIRDS), Budget.TimeHardLimit))
         return false;
     return std::min(AdjustedAllotment(easy), Budget.TimeHardLimit) <= elapsed;
 }

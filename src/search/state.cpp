@@ -5,6 +5,9 @@
 #include "eval/parameters/personality.h"
 #include "platform/clock.h"
 
+// Nodes between two lines of statistics.
+static constexpr int32_t STATISTICS_NODES = 100000;
+
 constinit PlyState PlyStates[PLY_STATES] = {};
 constinit TimeBudget Budget;
 constinit SearchState Running;
@@ -18,7 +21,7 @@ int ElapsedTime() {
 }
 
 int32_t StatisticsInterval() {
-    return 100000 / Budget.PollReload;
+    return STATISTICS_NODES / Budget.PollReload;
 }
 
 bool SearchPlyIsSound() {

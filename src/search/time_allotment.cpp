@@ -13,13 +13,30 @@ namespace {
 
 // Moves that a game, or the time to its next control, is divided among.
 constexpr int MOVES_AHEAD = 30;
-// The worth of a draw by how little of the safe time is left: a side that is about to lose on
-// time is glad of one.
-constexpr int32_t ClockDrawScore[20] = {50, 40, 32, 26, 22, 20, 18, 17, 16, 15,
-                                        14, 13, 12, 11, 10, 9,  8,  7,  6,  5};
+// The worth of a draw, in centipawns, by how many tenths of the safe time are left: a side that is
+// about to lose on time is glad of one.
+constexpr int LAST_TENTH = 19;
+constexpr int32_t ClockDrawScore[LAST_TENTH + 1] = {50, 40, 32, 26, 22, 20, 18, 17, 16, 15,
+                                                    14, 13, 12, 11, 10, 9,  8,  7,  6,  5};
+// Three increments, or a twentieth of the time if that is less, are safe; and at least this, in
+// centiseconds.
 constexpr int64_t SAFE_TIME = 250;
+// With fewer moves to go than this the clock will soon be full again.
+constexpr int CONTROL_IS_NEAR = 4;
 constexpr int64_t LEAST_ALLOTMENT = 5;
 constexpr int64_t USABLE_PERCENT = 95;
+// A search in trouble may take so many times the allotment.
+constexpr int64_t MOST_ALLOTMENTS = 7;
+// Searches after the last book move that get a fifth more: the positions are new to the engine.
+constexpr int32_t FRESH_SEARCHES = 2;
+
+// Nodes between two looks at the clock, by the time that is allotted: 5000 nodes are some
+// milliseconds. Centiseconds.
+constexpr int32_t LONG_SEARCH = 300;
+constexpr int32_t MEDIUM_SEARCH = 100;
+constexpr int32_t POLL_LONG = 50000;
+constexpr int32_t POLL_MEDIUM = 20000;
+constexpr int32_t POLL_SHORT = 5000;
 
 } // namespace
 
@@ -43,25 +60,26 @@ static void DivideClock(int64_t usable, int movesToGo) {
     const int64_t half = usable / 2;
     const int64_t moves = movesToGo > 0 ? movesToGo : MOVES_AHEAD;
     int64_t allotment = ((moves - 1) * increment + usable) / moves;
-    const int64_t cap = movesToGo > 0 ? 7 * allotment : std::min(7 * allotment, half);
-    // The first positions after the book are new to the engine.
-    if (Past.SearchesSinceBook < 2)
+    const int64_t most = MOST_ALLOTMENTS * allotment;
+    const int64_t cap = movesToGo > 0 ? most : std::min(most, half);
+    if (Past.SearchesSinceBook < FRESH_SEARCHES)
         allotment += allotment / 5;
     allotment = std::max(allotment, LEAST_ALLOTMENT);
-    SetLimits(3 * allotment / 4, std::min({half, 7 * allotment, cap}));
+    // The time test gives what is kept back to searches whose score has turned.
+    SetLimits(3 * allotment / 4, std::min({half, MOST_ALLOTMENTS * allotment, cap}));
 }
 
 // With little time left and the opponent's clock ahead, a draw is worth something.
 static void ValueDrawByClock(int64_t time, int64_t usable, int movesToGo) {
     const int64_t opponent = Clock.OpponentTime;
-    if (opponent == NO_CLOCK || (movesToGo > 0 && movesToGo < 4))
+    if (opponent == NO_CLOCK || (movesToGo > 0 && movesToGo < CONTROL_IS_NEAR))
         return;
     const int64_t increment = std::max(Clock.OwnIncrement, 0);
     const int64_t safe = std::max(std::min(3 * increment, time / 20), SAFE_TIME);
     if (opponent <= usable || (opponent <= usable + usable / 2 && usable >= safe / 2))
         return;
     if ((increment == 0 && usable < 2 * safe) || usable < safe)
-        Budget.DrawScore = ClockDrawScore[std::clamp<int64_t>(10 * usable / safe, 0, 19)];
+        Budget.DrawScore = ClockDrawScore[std::clamp<int64_t>(10 * usable / safe, 0, LAST_TENTH)];
 }
 
 // The remaining time without what the move will lose on its way; a clock that is left nothing by
@@ -79,9 +97,10 @@ static int64_t UsableTime() {
     return TimeLeft() * USABLE_PERCENT / 100 - 1;
 }
 
-// Short searches look at the clock more often: 5000 nodes are some milliseconds.
 static int32_t NodesBetweenPolls(int32_t allotted) {
-    return allotted > 300 ? 50000 : allotted > 100 ? 20000 : 5000;
+    if (allotted > LONG_SEARCH)
+        return POLL_LONG;
+    return allotted > MEDIUM_SEARCH ? POLL_MEDIUM : POLL_SHORT;
 }
 
 // Sets the limits of a search of the position at that game ply.

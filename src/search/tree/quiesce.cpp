@@ -30,12 +30,17 @@ constexpr uint16_t HINT_NO_CAPTURES = 2;
 
 // Where the line is too long, only a king that is boxed in is still checked.
 constexpr int32_t QDEPTH_DEEP = -240;
+// The line is too long at twice the iteration and this more, and at the latest at that ply.
+constexpr int32_t LINE_ALLOWANCE = 36;
+constexpr int32_t LONGEST_LINE = 90;
 // No quiet checks below this depth.
 constexpr int32_t QDEPTH_CHECKS = -120;
 // A hash move costs half a ply, any other a whole one.
 constexpr int32_t HASH_MOVE_COST = 30;
 // How far below alpha the stand-pat score may lie for quiet checks, by remaining plies + 2.
 constexpr int32_t CheckMargin[4] = {50, 150, 250, 700};
+// The history has its own slice for nodes that stand so near to alpha, as in the main search.
+constexpr int32_t SLICE_MARGIN = 100;
 // A king with fewer flight squares than this is boxed in.
 constexpr int BOXED_IN = 3;
 // Captures scored from here on lose nothing by exchange.
@@ -269,7 +274,7 @@ static bool TryCaptures(Node& node) {
 
 static bool TryQuietChecks(Node& node) {
     const int start = MoveStackTop;
-    GenerateQuietChecks(node.standPat + 100 >= node.alpha ? 1 : 0);
+    GenerateQuietChecks(node.standPat + SLICE_MARGIN >= node.alpha ? 1 : 0);
     const int end = MoveStackTop;
     if (end == start)
         node.hintBits |= HINT_NO_CHECKS;
@@ -333,7 +338,7 @@ static int32_t QuiesceNode(int32_t alpha, int32_t beta, int32_t qdepth) {
         return EvaluateCached();
 
     // 3. Far beyond the iteration the search must come to rest.
-    if (Running.SearchPly > std::min(2 * Running.IterationDepth + 36, 90))
+    if (Running.SearchPly > std::min(2 * Running.IterationDepth + LINE_ALLOWANCE, LONGEST_LINE))
         node.qdepth = QDEPTH_DEEP;
 
     // 4. Hopelessly good material needs no evaluation.

@@ -233,6 +233,7 @@ static bool CutByNullMove(Node& node) {
     if (Running.StopSearch)
         return true;
     if (score < node.beta) {
+        // Who passes is mated by the reply.
         node.mateThreat |= score == Running.SearchPly + 1 - (MATE - 1);
         return false;
     }
