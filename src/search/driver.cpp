@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 #include "board/attackers.h"
 #include "board/exchange.h"
@@ -37,6 +38,8 @@ constexpr int32_t ASPIRATION_STEP = 120;
 constexpr int32_t ROOT_EXTRA = 30;
 constexpr int32_t ROOT_CHECK_EXTRA = 90;
 constexpr int LAST_ITERATION = 99;
+// Nodes between looks at the limit in a search that is told its nodes and nothing else.
+constexpr int32_t FINE_POLL = 50;
 // After this iteration and each later one comes a look at the clock.
 constexpr int POLLED_ITERATION = 4;
 // Nodes before the root move being searched is worth a line.
@@ -330,4 +333,14 @@ Move SearchFixedDepth(int maxDepth) {
     Budget = {};
     Budget.SearchStart = ClockCentiseconds();
     return SearchRoot(maxDepth, true, false) ? Past.BestMove : NO_MOVE;
+}
+
+Move SearchFixedNodes(int32_t nodes) {
+    Budget = {};
+    Budget.SearchStart = ClockCentiseconds();
+    Budget.PollReload = FINE_POLL;
+    const int32_t usersLimit = std::exchange(Limits.NodeLimit, nodes);
+    const bool found = SearchRoot(UNLIMITED_DEPTH, true, false);
+    Limits.NodeLimit = usersLimit;
+    return found ? Past.BestMove : NO_MOVE;
 }

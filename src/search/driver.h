@@ -12,3 +12,7 @@ bool Think();
 // tests. Returns the best move (NO_MOVE when the game is over) and leaves its score with
 // the first root move.
 Move SearchFixedDepth(int maxDepth);
+
+// The same to a number of nodes, which is passed by what the deepest line adds and no more: for
+// games of the engine against itself, where a move is worth a thousandth of a second.
+Move SearchFixedNodes(int32_t nodes);

@@ -4,12 +4,12 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "eval/eval_cache.h"
 #include "platform/large_memory.h"
 #include "tablebase/tablebases.h"
 
 constinit int32_t TranspositionCount = DEFAULT_TRANSPOSITION_ENTRIES;
 constinit int32_t PawnHashCount = DEFAULT_PAWN_ENTRIES;
+constinit int32_t EvalCacheCount = EVAL_CACHE_ENTRIES;
 
 namespace {
 
@@ -76,8 +76,8 @@ static void AllocatePawnHash() {
 static void AllocateEvalCache() {
     FreeEvalCache();
     EvalCacheMemory =
-        AllocateEntries(EVAL_CACHE_ENTRIES, EVAL_CACHE_ENTRY_BYTES, EVAL_CACHE_SPARE_ENTRIES);
-    SetEvalCacheMemory(EvalCacheMemory.memory, EVAL_CACHE_ENTRIES);
+        AllocateEntries(EvalCacheCount, EVAL_CACHE_ENTRY_BYTES, EVAL_CACHE_SPARE_ENTRIES);
+    SetEvalCacheMemory(EvalCacheMemory.memory, EvalCacheCount);
     ClearEvalCache();
 }
 

@@ -5,16 +5,18 @@
 
 #include <cstdint>
 
+#include "eval/eval_cache.h"
 #include "eval/pawns/pawn_hash.h"
 #include "search/transposition.h"
 
 constexpr int32_t DEFAULT_TRANSPOSITION_ENTRIES = 524288;
 constexpr int32_t DEFAULT_PAWN_ENTRIES = 262144;
 
-// Entry counts in force; settings change them before the tables are allocated. 0 switches a
-// table off.
+// Entry counts in force; settings change the first two before the tables are allocated, programs
+// that want small tables all three. 0 switches a table off.
 extern int32_t TranspositionCount;
 extern int32_t PawnHashCount;
+extern int32_t EvalCacheCount;
 
 // Allocates and clears all three tables from the entry counts, freeing what was there. When
 // memory is short, prints "An error occured while memory allocation!" and ends the process with

@@ -26,6 +26,19 @@ TEST_F(DriverTest, LooksForAnEasyRecaptureAfterTheThirdIteration) {
     EXPECT_EQ(MoveText(Running.EasyMove), "e1d1");
 }
 
+TEST_F(DriverTest, SearchesAsManyNodesAsItIsTold) {
+    Limits.NodeLimit = 7; // the user's, who asks for something else
+    for (const int32_t nodes : {1000, 2000, 20000}) {
+        SetStartPosition();
+        EXPECT_NE(SearchFixedNodes(nodes), NO_MOVE);
+        EXPECT_GE(Running.NodeCount, nodes);
+        EXPECT_LT(Running.NodeCount, nodes + 200);
+    }
+    EXPECT_EQ(Limits.NodeLimit, 7);
+    LoadFen("7k/5Q2/6K1/8/8/8/8/8 b - - 0 1");
+    EXPECT_EQ(SearchFixedNodes(1000), NO_MOVE);
+}
+
 TEST_F(DriverTest, BeginsTheRootListAnew) {
     Root.count = Root.index = Root.gamePly = 7;
     ASSERT_TRUE(PrepareRoot());
