@@ -7,8 +7,8 @@
 
 #include "board/moves/make_move.h"
 #include "board/position.h"
+#include "companions/shared/text_lines.h"
 #include "coordinates.h"
-#include "text_lines.h"
 #include "tools/pgn_moves.h"
 
 namespace {

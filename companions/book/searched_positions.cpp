@@ -9,7 +9,7 @@
 #include "board/moves/generate.h"
 #include "board/moves/legal_moves.h"
 #include "board/moves/make_move.h"
-#include "text_lines.h"
+#include "companions/shared/text_lines.h"
 
 static uint64_t Join(BookKeys keys) {
     return uint64_t{uint32_t(keys.a)} << 32 | uint32_t(keys.b);

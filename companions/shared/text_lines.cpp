@@ -1,4 +1,4 @@
-#include "text_lines.h"
+#include "companions/shared/text_lines.h"
 
 #include <cerrno>
 #include <cstring>
@@ -22,6 +22,7 @@ bool LineReader::Next(std::string& line) {
         return false;
     for (; c != EOF && c != '\n'; c = std::fgetc(file))
         line += char(c);
+    whole = c == '\n';
     if (line.ends_with('\r'))
         line.pop_back();
     number++;

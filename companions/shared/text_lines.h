@@ -12,6 +12,11 @@ public:
     bool Open(const char* path);
     // The next line without its line end; false at the end of the file.
     bool Next(std::string& line);
+    // Whether the last line had a line end: at the end of a file that is being written it may be
+    // half a line.
+    bool IsWhole() const {
+        return whole;
+    }
     // Of the last line, from 1.
     int Number() const {
         return number;
@@ -24,6 +29,7 @@ public:
 private:
     FILE* file = nullptr;
     int number = 0;
+    bool whole = false;
 };
 
 // The parts between the separators, one more than there are separators.
