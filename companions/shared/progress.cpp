@@ -24,8 +24,8 @@ void ClearProgressLine() {
     LineShown = false;
 }
 
-Progress::Progress(std::string job, uint64_t allWork, const char* itemName)
-    : what(std::move(job)), items(itemName), work(std::max<uint64_t>(allWork, 1)),
+Progress::Progress(std::string job, uint64_t allWork, const char* itemName, const char* workName)
+    : what(std::move(job)), items(itemName), units(workName), work(std::max<uint64_t>(allWork, 1)),
       terminal(isatty(STDERR_FILENO) != 0), start(Clock::now()),
       next(start + (terminal ? Clock::duration(TERMINAL_INTERVAL) : LOG_INTERVAL)) {}
 
@@ -37,9 +37,12 @@ std::string Progress::Line(uint64_t done, uint64_t count) const {
     const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
     const double share = double(std::min(done, work)) / double(work);
     char line[LINE_SIZE + 1];
-    const int length =
-        std::snprintf(line, sizeof line, "%.30s: %d%%, %" PRIu64 " %s, %.0f/s", what.c_str(),
-                      int(100 * share), count, items, double(count) / seconds);
+    int length = std::snprintf(line, sizeof line, "%.30s: %d%%, ", what.c_str(), int(100 * share));
+    if (units != nullptr)
+        length += std::snprintf(line + length, sizeof line - size_t(length), "%" PRIu64 " %s, ",
+                                done, units);
+    length += std::snprintf(line + length, sizeof line - size_t(length), "%" PRIu64 " %s, %.0f/s",
+                            count, items, double(count) / seconds);
     if (share > 0) {
         const auto left = int64_t(seconds / share - seconds);
         std::snprintf(line + length, sizeof line - size_t(length), ", %" PRId64 ":%02d to go",

@@ -10,8 +10,9 @@
 class Progress {
 public:
     // `allWork` is how much there is to do, in whatever unit goes on evenly; `itemName` names what
-    // is counted meanwhile.
-    Progress(std::string job, uint64_t allWork, const char* itemName);
+    // is counted meanwhile. Where `workName` names the unit, the line tells how much is done too.
+    Progress(std::string job, uint64_t allWork, const char* itemName,
+             const char* workName = nullptr);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
@@ -26,6 +27,7 @@ private:
 
     std::string what;
     const char* items;
+    const char* units;
     uint64_t work;
     bool terminal;
     Clock::time_point start;

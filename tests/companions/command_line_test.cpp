@@ -9,7 +9,7 @@
 TEST(CommandLine, IsAnsweredByEveryCompanionInTheSameWay) {
     const ScratchDirectory scratch;
     for (const std::string name : {"tarquelin-bench", "tarquelin-values", "tarquelin-book",
-                                   "tarquelin-tb", "tarquelin-fit"}) {
+                                   "tarquelin-fit", "tarquelin-selfplay", "tarquelin-tb"}) {
         SCOPED_TRACE(name);
         const Outcome help = RunCompanion(name, "--help");
         EXPECT_TRUE(help.status == 0 && help.Says("Usage: " + name)) << help.text;
@@ -54,6 +54,21 @@ TEST(CommandLine, EndsWith2ForWhatMakesNoSenseAndWith1ForWhatCannotBeDone) {
         {"book", "random --output none/b.tqn", 1, "Cannot write none/b.tqn: No such"},
         {"book", "survey lines", 1, "too short"},
         {"book", "dump a b", 2, "\"b\""},
+        {"selfplay", "play --seeds 1-9", 2, "--output"},
+        {"selfplay", "play --seeds 9-1 --output p", 2, "9-1"},
+        {"selfplay", "play --seeds 1- --output p", 2, "no range"},
+        {"selfplay", "play --seeds 1-9 --nodes 0 --output p", 2, "--nodes"},
+        {"selfplay", "play --seeds 1-9 --output p", 1, "openings: No such file"},
+        {"selfplay", "play --seeds 1-9 --values nowhere --output p", 1, "nowhere: No such file"},
+        {"selfplay", "play --seeds 1-9 --openings . --output p", 1, "no opening lines"},
+        {"selfplay", "play --seeds 1-9 --openings book --output lines", 1, "no file of labelled"},
+        {"selfplay", "play --seeds 1-9 --openings book --output none/p", 1, "Cannot open none/p"},
+        {"selfplay", "play --seeds 1-2 --nodes 9 --openings book --output /dev/full", 1,
+         "Cannot write /dev/full: No space left"},
+        {"selfplay", "judge --output p lines", 2, "--engine"},
+        {"selfplay", "judge --engine true --output p nowhere", 1, "nowhere: No such file"},
+        {"selfplay", "judge --engine ./nowhere --output p lines", 1, "./nowhere: No such file"},
+        {"selfplay", "judge --engine true --output p lines", 1, "true: the engine has ended"},
         {"tb", "build", 2, "DIRECTORY"},
         {"tb", "build tables kqkk", 2, "kqkk is no class"},
         {"tb", "build tables kqqkq", 2, "kqqkq is no class"},
@@ -65,6 +80,8 @@ TEST(CommandLine, EndsWith2ForWhatMakesNoSenseAndWith1ForWhatCannotBeDone) {
     };
     const ScratchDirectory scratch;
     WriteFileText("lines", "e4 e5\n");
+    std::filesystem::create_directory("book");
+    WriteFileText("book/a.tsv", "pgn\ne4 e5\n");
     for (const Case& c : cases) {
         const Outcome outcome = RunCompanion(std::string("tarquelin-") + c.program, c.words);
         EXPECT_EQ(outcome.status, c.status) << c.program << " " << c.words << "\n" << outcome.text;

@@ -1,0 +1,61 @@
+// Another engine, spoken to over pipes in the UCI protocol.
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <sys/types.h>
+
+class UciEngine {
+public:
+    UciEngine() = default;
+    // Ends the engine.
+    ~UciEngine();
+    UciEngine(const UciEngine&) = delete;
+    UciEngine& operator=(const UciEngine&) = delete;
+
+    // Starts the program, with one thread and a small table. False, with a message, when it does
+    // not start or does not answer.
+    bool Start(const std::string& path);
+
+    // Begins a search of that many nodes. False, with a message, when the engine has ended.
+    bool Search(std::string_view fen, int nodes);
+
+    // What to wait at for the engine's lines.
+    int Output() const {
+        return output;
+    }
+    // Takes in what has arrived. False, with a message, when the engine has ended, or has been
+    // silent for so long that it will be for ever.
+    bool Receive();
+    bool HasFinished() const {
+        return finished;
+    }
+    // Of the search that has finished: centipawns for the side to move; nothing where it has seen
+    // a mate or has no score.
+    std::optional<int> Score() const {
+        return score;
+    }
+
+private:
+    bool Spawn();
+    bool Send(std::string_view text);
+    bool Fail(const char* what) const;
+    // Waits for a line that begins so.
+    bool WaitFor(std::string_view answer);
+    void ReadLine(std::string_view line);
+
+    using Clock = std::chrono::steady_clock;
+
+    std::string name;
+    pid_t process = -1;
+    int input = -1;
+    int output = -1;
+    std::string arrived;      // the beginning of a line
+    std::string_view awaited; // the beginning of the line that ends the waiting
+    bool finished = true;
+    Clock::time_point lastHeard;
+    std::optional<int> score;
+};
