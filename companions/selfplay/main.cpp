@@ -13,8 +13,9 @@
 namespace {
 
 constexpr int MOST_THREADS = 1024;
+constexpr int MOST_EVERY = 1000000;
 constexpr int MOST_NODES = 1000000000;
-constexpr uint64_t MOST_GAMES = 1000000000; // of one run
+constexpr uint64_t MOST_GAMES = 10000000; // of one run, months of it
 
 using Job = std::function<int()>;
 
@@ -43,7 +44,8 @@ static void ReadRange(const std::string& text, PlaySettings& settings) {
             settings.lastSeed - settings.firstSeed < MOST_GAMES)
             return;
     }
-    throw CLI::ValidationError("--seeds", "\"" + text + "\" is no range like 1-50000");
+    throw CLI::ValidationError(
+        "--seeds", "\"" + text + "\" is no range like 1-50000 of 10 million seeds at most");
 }
 
 static void AddPlay(CLI::App& program, PlaySettings& settings, Job& job) {
@@ -59,7 +61,7 @@ static void AddPlay(CLI::App& program, PlaySettings& settings, Job& job) {
         ->option_text("FILE")
         ->required();
     AddNumber(command, "--nodes", settings.game.nodes, 1, MOST_NODES, "N", "searched for a move");
-    AddNumber(command, "--every", settings.game.every, 1, MOST_GAMES, "N",
+    AddNumber(command, "--every", settings.game.every, 1, MOST_EVERY, "N",
               "of the quiet positions of a game one in so many is written");
     AddThreads(command, settings.threads);
     command.add_option("--values", settings.values, "parameters of the evaluation")

@@ -13,6 +13,7 @@ bool Think();
 // the first root move.
 Move SearchFixedDepth(int maxDepth);
 
-// The same to a number of nodes, which is passed by what the deepest line adds and no more: for
-// games of the engine against itself, where a move is worth a thousandth of a second.
+// The same to a number of nodes, for games of the engine against itself, where a move is worth a
+// thousandth of a second. It is passed by some dozens; by thousands where a quiescence search full
+// of checks is under way, since without it there would be no score at all.
 Move SearchFixedNodes(int32_t nodes);

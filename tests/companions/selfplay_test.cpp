@@ -146,8 +146,8 @@ TEST_F(SelfPlay, HasItsPositionsJudgedByAnotherEngine) {
         if (i % 4 != 0)
             judged += fen + (i % 2 == 0 ? "\t-" : "\t") + std::to_string(men.size()) + rest;
     }
-    // What cannot be understood is named, and half a line at the end is nothing.
-    WriteFileText("positions", positions + "nonsense\n" + positions.substr(0, 28));
+    // What cannot be understood is named; half a line at the end, whose seed may go on, is nothing.
+    WriteFileText("positions", positions + "nonsense\nkkk w - - 0 60\t5\t0-1\t1");
     WriteEngine(10);
     const Outcome dead = Judge("--threads 1 --output judged positions");
     EXPECT_TRUE(dead.status == 1 && dead.Says("./engine: the engine has ended")) << dead.text;
