@@ -3,9 +3,12 @@
 #include <algorithm>
 
 #include "board/pawns.h"
+#include "eval/control.h"
 #include "eval/endings/square_colours.h"
 #include "eval/figures.h"
 #include "eval/parameters/parameters.h"
+#include "eval/side_view.h"
+#include "eval/threats.h"
 
 namespace {
 
@@ -23,42 +26,38 @@ constexpr int SHUT_IN = 4;
 constexpr int SIXTH_RANK = 5;
 constexpr int SEVENTH_RANK = 6;
 
-// One side while its pieces are gone through.
-struct Side {
-    Bitboard pawnAttacks = 0;
-    Bitboard attacks = 0; // of all men but the king
-    Bitboard knightAttacks = 0;
-    Bitboard bishopAttacks = 0;
-    Bitboard rookAttacks = 0;
-    Bitboard queenAttacks = 0;
-    Bitboard kingZone = 0; // the squares that its attackers must reach
-    int32_t middlegame = 0;
-    int32_t ending = 0;
-    int32_t endingOnly = 0;
-
-    void Add(int32_t inMiddlegame, int32_t inEnding) {
-        middlegame += inMiddlegame;
-        ending += inEnding;
-    }
-};
-
 } // namespace
 
-// The squares around the king and the next three before it.
-template <Colour Us> static Bitboard KingZone() {
-    const Bitboard around = KingAttacks[KingSquare[Us]];
-    return around | Ahead<Us>(around);
+// What is known before the pieces are gone through.
+template <Colour Us> static SideView ViewOf() {
+    const int king = KingSquare[Us];
+    const Bitboard around = KingAttacks[king];
+    SideView view;
+    view.pawnAttacks = AttackedByPawns<Us>(PieceBB[PAWN][Us]);
+    // The squares around the king and the next three before it.
+    view.kingZone = around | Ahead<Us>(around);
+    view.kingLines = RookAttacks(king);
+    view.kingDiagonals = BishopAttacks(king);
+    return view;
 }
 
 // Takes in what a piece attacks, and how much it weighs when that is near the enemy king.
 template <Colour Us>
-static void NoteAttacks(Side& us, const Side& them, Bitboard attacks, int32_t weight) {
+static void NoteAttacks(SideView& us, const SideView& them, Bitboard attacks, int32_t weight) {
     us.attacks |= attacks;
     const Bitboard near = attacks & them.kingZone;
     if (near == 0)
         return;
     Figures.KingAttackers[Us]++;
     Figures.Danger[Us] += weight + Params.DangerPerSquare * CountBits(near);
+}
+
+// A knight or bishop: best near its king, whom it guards, and sheltered by a pawn before it.
+template <Colour Us> static void EvaluateMinor(SideView& us, int sq) {
+    us.Add(-KingSteps(KingSquare[Us], sq), Params.MinorFromKingMiddlegame,
+           Params.MinorFromKingEnding);
+    if (Ahead<Us>(SquareBit(sq)) & (PieceBB[PAWN][WHITE] | PieceBB[PAWN][BLACK]))
+        us.Add(Params.MinorBehindPawnMiddlegame, Params.MinorBehindPawnEnding);
 }
 
 // A square in the enemy's half that no pawn of his can ever attack.
@@ -70,11 +69,12 @@ template <Colour Us> static bool IsOutpost(int sq) {
     return (SquareBit(sq) & ranks) && attackers == 0;
 }
 
-template <Colour Us> static void EvaluateKnights(Side& us, const Side& them) {
+template <Colour Us> static void EvaluateKnights(SideView& us, const SideView& them) {
     for (Bitboard knights = PieceBB[KNIGHT][Us]; knights;) {
         const int sq = PopLowest(knights);
         const Bitboard attacks = KnightAttacks[sq];
         us.knightAttacks |= attacks;
+        EvaluateMinor<Us>(us, sq);
         NoteAttacks<Us>(us, them, attacks, Params.KnightDanger);
         const int n = CountBits(attacks & ~ColourBB[Us] & ~them.pawnAttacks) - KNIGHT_CENTRING;
         us.Add(n * Params.KnightMobilityMiddlegame, n * Params.KnightMobilityEnding);
@@ -96,18 +96,19 @@ template <Colour Us> static bool IsTrappedBishop(int sq) {
     return (PieceBB[PAWN][Them] & SquareBit(jailer)) != 0;
 }
 
-template <Colour Us> static void EvaluateBishops(Side& us, const Side& them) {
+template <Colour Us> static void EvaluateBishops(SideView& us, const SideView& them) {
     const Bitboard bishops = PieceBB[BISHOP][Us];
     const Bitboard empty = ~Occupied();
     for (Bitboard left = bishops; left;) {
         const int sq = PopLowest(left);
         const Bitboard attacks = BishopAttacks(sq);
         us.bishopAttacks |= attacks;
+        EvaluateMinor<Us>(us, sq);
         NoteAttacks<Us>(us, them, attacks, Params.BishopDanger);
         const int n = CountBits(attacks & empty) - BISHOP_CENTRING;
         us.Add(n * Params.BishopMobilityMiddlegame, n * Params.BishopMobilityEnding);
-        const int blocked = CountBits(PieceBB[PAWN][Us] & SquaresLike(sq));
-        us.Add(-blocked * Params.BadBishopMiddlegame, -blocked * Params.BadBishopEnding);
+        us.Add(-CountBits(PieceBB[PAWN][Us] & SquaresLike(sq)), Params.BadBishopMiddlegame,
+               Params.BadBishopEnding);
         if (IsOutpost<Us>(sq) && (us.pawnAttacks & SquareBit(sq)))
             us.Add(Params.BishopOutpostMiddlegame, Params.BishopOutpostEnding);
         if (IsTrappedBishop<Us>(sq))
@@ -131,7 +132,7 @@ template <Colour Us> static bool IsShutIn(int sq, int mobility) {
     return FileOf(king) >= 4 ? FileOf(sq) > FileOf(king) : FileOf(sq) < FileOf(king);
 }
 
-template <Colour Us> static void EvaluateRookFile(Side& us, int sq) {
+template <Colour Us> static void EvaluateRookFile(SideView& us, int sq) {
     constexpr Colour Them = ChangeSide(Us);
     const Bitboard file = FileBB(FileOf(sq));
     if (PieceBB[PAWN][Us] & file)
@@ -149,7 +150,7 @@ template <Colour Us> static bool SeventhRankPays() {
            (PieceBB[PAWN][Them] & RelativeRankBB(Us, SEVENTH_RANK));
 }
 
-template <Colour Us> static void EvaluateRooks(Side& us, const Side& them) {
+template <Colour Us> static void EvaluateRooks(SideView& us, const SideView& them) {
     for (Bitboard rooks = PieceBB[ROOK][Us]; rooks;) {
         const int sq = PopLowest(rooks);
         const Bitboard attacks = RookAttacks(sq);
@@ -166,7 +167,7 @@ template <Colour Us> static void EvaluateRooks(Side& us, const Side& them) {
     }
 }
 
-template <Colour Us> static void EvaluateQueens(Side& us, const Side& them) {
+template <Colour Us> static void EvaluateQueens(SideView& us, const SideView& them) {
     for (Bitboard queens = PieceBB[QUEEN][Us]; queens;) {
         const int sq = PopLowest(queens);
         const Bitboard attacks = QueenAttacks(sq);
@@ -181,7 +182,7 @@ template <Colour Us> static void EvaluateQueens(Side& us, const Side& them) {
 
 // What the attack on the king gains from squares that nobody else guards, from checks that cost
 // nothing and from pawns that storm ahead.
-template <Colour Us> static void AddDanger(const Side& us, const Side& them) {
+template <Colour Us> static void AddDanger(const SideView& us, const SideView& them) {
     constexpr Colour Them = ChangeSide(Us);
     if (Figures.KingAttackers[Us] == 0)
         return;
@@ -191,8 +192,8 @@ template <Colour Us> static void AddDanger(const Side& us, const Side& them) {
     int32_t danger = Params.DangerPerWeakSquare * CountBits(weak);
 
     const Bitboard safe = ~ColourBB[Us] & ~them.attacks & ~around;
-    const Bitboard lines = RookAttacks(king);
-    const Bitboard diagonals = BishopAttacks(king);
+    const Bitboard lines = them.kingLines;
+    const Bitboard diagonals = them.kingDiagonals;
     // A queen may also check at close quarters when another man guards it there.
     const Bitboard guarded =
         weak & (us.knightAttacks | us.bishopAttacks | us.rookAttacks | us.pawnAttacks);
@@ -214,26 +215,7 @@ template <Colour Us> static void AddDanger(const Side& us, const Side& them) {
     Figures.Danger[Us] += danger;
 }
 
-// Enemy men that lesser ones attack, or that nobody guards.
-template <Colour Us> static void EvaluateThreats(Side& us, const Side& them) {
-    constexpr Colour Them = ChangeSide(Us);
-    const Bitboard minors = PieceBB[KNIGHT][Them] | PieceBB[BISHOP][Them];
-    const Bitboard majors = PieceBB[ROOK][Them] | PieceBB[QUEEN][Them];
-    const int byPawn = CountBits(us.pawnAttacks & (minors | majors));
-    us.Add(byPawn * Params.PawnThreatMiddlegame, byPawn * Params.PawnThreatEnding);
-    const int byMinor = CountBits((us.knightAttacks | us.bishopAttacks) & majors);
-    us.Add(byMinor * Params.MinorThreatMiddlegame, byMinor * Params.MinorThreatEnding);
-    const int byRook = CountBits(us.rookAttacks & PieceBB[QUEEN][Them]);
-    us.Add(byRook * Params.RookThreatMiddlegame, byRook * Params.RookThreatEnding);
-    const Bitboard unguarded = us.attacks & ~them.attacks & ~KingAttacks[KingSquare[Them]];
-    const int loosePieces = CountBits(unguarded & (minors | majors));
-    us.Add(loosePieces * Params.LoosePieceMiddlegame, loosePieces * Params.LoosePieceEnding);
-    const int loosePawns = CountBits((unguarded | (KingAttacks[KingSquare[Us]] & ~them.attacks)) &
-                                     PieceBB[PAWN][Them]);
-    us.Add(loosePawns * Params.LoosePawnMiddlegame, loosePawns * Params.LoosePawnEnding);
-}
-
-template <Colour Us> static void EvaluateSide(Side& us, const Side& them) {
+template <Colour Us> static void EvaluateSide(SideView& us, const SideView& them) {
     EvaluateKnights<Us>(us, them);
     EvaluateBishops<Us>(us, them);
     EvaluateRooks<Us>(us, them);
@@ -242,18 +224,14 @@ template <Colour Us> static void EvaluateSide(Side& us, const Side& them) {
 }
 
 PieceTerms EvaluatePieces() {
-    Side white;
-    Side black;
-    white.pawnAttacks = AttackedByPawns<WHITE>(PieceBB[PAWN][WHITE]);
-    black.pawnAttacks = AttackedByPawns<BLACK>(PieceBB[PAWN][BLACK]);
-    white.kingZone = KingZone<WHITE>();
-    black.kingZone = KingZone<BLACK>();
+    SideView white = ViewOf<WHITE>();
+    SideView black = ViewOf<BLACK>();
     EvaluateSide<WHITE>(white, black);
     EvaluateSide<BLACK>(black, white);
     AddDanger<WHITE>(white, black);
     AddDanger<BLACK>(black, white);
-    EvaluateThreats<WHITE>(white, black);
-    EvaluateThreats<BLACK>(black, white);
+    EvaluateThreats(white, black);
+    EvaluateControl(white, black);
     Figures.attacks[WHITE] = white.attacks;
     Figures.attacks[BLACK] = black.attacks;
     PieceTerms terms;

@@ -8,8 +8,8 @@
 
 TEST(CommandLine, IsAnsweredByEveryCompanionInTheSameWay) {
     const ScratchDirectory scratch;
-    for (const std::string name : {"tarquelin-bench", "tarquelin-values", "tarquelin-book",
-                                   "tarquelin-fit", "tarquelin-selfplay", "tarquelin-tb"}) {
+    for (const std::string name : {"tarquelin-bench", "tarquelin-book", "tarquelin-fit",
+                                   "tarquelin-selfplay", "tarquelin-tb"}) {
         SCOPED_TRACE(name);
         const Outcome help = RunCompanion(name, "--help");
         EXPECT_TRUE(help.status == 0 && help.Says("Usage: " + name)) << help.text;
@@ -38,8 +38,6 @@ TEST(CommandLine, EndsWith2ForWhatMakesNoSenseAndWith1ForWhatCannotBeDone) {
         {"bench", "book", 2, "See tarquelin-bench book --help"},
         {"bench", "book nowhere", 1, "nowhere"},
         {"bench", "tablebase nowhere", 1, "not found"},
-        {"values", "a b", 2, "\"b\""},
-        {"values", "nowhere/values.txt", 1, "Cannot write nowhere/values.txt"},
         {"book", "", 2, "required"},
         {"book", "solve", 2, "\"solve\""},
         {"book", "build --help", 0, "--worst-score CP [-70]"},

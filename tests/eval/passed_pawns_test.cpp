@@ -97,8 +97,6 @@ TEST_F(PassedPawnsTest, MenAroundAPawnMakeItMoreOrLess) {
                   "6k1/8/8/2P5/8/8/8/R1r3K1 w - -"},
              Case{"a free step before one's own man", "r5k1/8/8/2P5/8/8/8/N5K1 w - -",
                   "r5k1/8/2N5/2P5/8/8/8/6K1 w - -"},
-             Case{"guarded by a pawn", "r5k1/8/p7/2P5/1P6/8/8/6K1 w - -",
-                  "r5k1/8/p7/2P5/8/1P6/8/6K1 w - -"},
              Case{"the enemy king far away", "r7/8/8/2P5/8/8/8/6Kk w - -",
                   "r3k3/8/8/2P5/8/8/8/6K1 w - -"},
              Case{"the own king near", "r5k1/8/8/1KP5/8/8/8/8 w - -",

@@ -8,6 +8,7 @@
 
 #include "eval/figures.h"
 #include "support/board_test.h"
+#include "support/scratch.h"
 
 namespace {
 
@@ -109,6 +110,11 @@ TEST_F(PawnStructure, KnowsPassedPawnsCandidatesAndWeakPawns) {
 }
 
 TEST_F(PawnStructure, ScoresCountForBlackAndEachWeaknessOnce) {
+    const ScratchParameters parameters;
+    Params.ConnectedMiddlegame = {0, 1, 4, 5, 9, 16, 24, 0};
+    Params.GuardedPawnMiddlegame = 2;
+    Params.GuardedPawnEnding = 3;
+    Params.AdvanceScale = {0, 0, 10, 54, 74, 246, 320, 0};
     struct Case {
         const char* name;
         const char* men;
@@ -121,10 +127,12 @@ TEST_F(PawnStructure, ScoresCountForBlackAndEachWeaknessOnce) {
              Case{"black's count against black", "4k3/4p3/4p3/8/8/8/8/4K3", -22 - 12 - 12,
                   -22 - 22 - 20},
              // Backward on d, two connected; Black's two are isolated.
-             Case{"backward", "4k3/8/8/2p1p3/2P1P3/3P4/8/4K3", 18 - 5 - 5 - 10 - 12, 12 - 20 - 22},
+             Case{"backward", "4k3/8/8/2p1p3/2P1P3/3P4/8/4K3", 18 - 7 - 7 - 10 - 12,
+                  12 - 3 - 3 - 20 - 22},
              Case{"backward behind an enemy pawn", "4k3/8/8/2ppp3/2P1P3/3P4/8/4K3",
-                  10 - 5 - 5 + 5 + 5 + 5, 12},
-             Case{"supported on the sixth and seventh", "4k3/2P5/1P6/8/8/8/8/4K3", -24, -24},
+                  10 - 7 - 7 + 5 + 5 + 5, 12 - 3 - 3},
+             Case{"supported on the sixth and seventh", "4k3/2P5/1P6/8/8/8/8/4K3", -24 - 2,
+                  -24 - 3},
              Case{"side by side on the sixth", "4k3/8/1PP5/8/8/8/8/4K3", -16 - 16, -16 - 16},
              // On the fourth rank it is at 54 of 256 between base and top; b7 is isolated.
              Case{"a candidate", "4k3/1p6/8/8/PP6/8/8/4K3", -5 - 5 - (5 + 10) - 9, -(10 + 21) - 19},

@@ -124,18 +124,16 @@ TEST_F(ValuesFile, ThatCannotBeOpenedLeavesAllButTheImbalance) {
 }
 
 // The file carries no names, so a set with one parameter more would take each for the next.
-TEST_F(ValuesFile, IsShippedWithThisSetOfParametersAndTheirBuiltInValues) {
-    const char* const rebuild = "run tarquelin-values data/values.txt to build the file anew";
+TEST_F(ValuesFile, IsShippedWithANumberForEachParameter) {
     const std::string path = TARQUELIN_SOURCE_DIR "/data/values.txt";
     std::istringstream lines(FileText(path));
     size_t count = 0;
     for (std::string line; std::getline(lines, line); count++)
         EXPECT_EQ(std::to_string(std::atoi(line.c_str())), line) << count;
-    ASSERT_EQ(EVAL_PARAMETER_COUNT, count) << rebuild;
+    ASSERT_EQ(EVAL_PARAMETER_COUNT, count) << "fit the values anew: docs/tuning.md";
     LoadParameters(path.c_str());
-    const List shipped = Current();
-    const List builtIn = std::bit_cast<List>(EvalParameters{});
-    for (size_t i = IMBALANCE_PARAMETER_COUNT; i < EVAL_PARAMETER_COUNT; i++)
-        ASSERT_EQ(builtIn[i], shipped[i]) << "number " << i + 1 << ": " << rebuild;
-    EXPECT_NE(builtIn, shipped);
+    // Nobody fits where endings begin: these two show that the numbers are in their places.
+    EXPECT_EQ(Params.EndingPieces, EvalParameters().EndingPieces);
+    EXPECT_EQ(Params.EndingPiecesNoQueen, EvalParameters().EndingPiecesNoQueen);
+    EXPECT_EQ(Params.PasserCountBonus[8], EvalParameters().PasserCountBonus[8]);
 }

@@ -54,7 +54,7 @@ constexpr Exchange Exchanges[] = {
     {"tablebases", "egtbstat",
      "UseEGTB = TRUE\ntb_path = c:\\tablebases\\\nEGTB files not found\n"},
     {"a passed pawn and a king in the open", "loadfen r2qr1k1/6pp/8/8/4K3/8/P5P1/R2QR3 b - -\nevl",
-     "Heuristic = 219\n"
+     "Heuristic = 345\n"
      "PassedVector[BLACK] = 00000000 PassedVector[WHITE] = 10000000\n"
      "current_phase = 85, black_phase = 85, white_phase = 85\n"
      "optimism[BLACK] = 179, optimism[WHITE] = 12\n"
@@ -62,7 +62,7 @@ constexpr Exchange Exchanges[] = {
      "ENDING(WHITE) = 0 ENDING(BLACK) = 0\n"
      "black_defects_k = 3 black_defects_q = 10 white_defects_k = 6 white_defects_q = 7\n"
      "shelter_penalty[BLACK] = 3 shelter_penalty[WHITE] = 31\n"
-     "Danger[BLACK] = 93 Danger[WHITE] = 0\n"
+     "Danger[BLACK] = 112 Danger[WHITE] = 0\n"
      "Attacks[ChangeSide(SideToMove)] = 760\n"
      "Attacks[SideToMove] = 5\n"
      "Shelter[BLACK] = 24 Shelter[WHITE] = 180\n"

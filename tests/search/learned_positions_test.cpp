@@ -15,7 +15,7 @@ namespace {
 
 class LearnedPositions : public SearchingTest {};
 
-constexpr int DEPTH = 9;
+constexpr int DEPTH = 11;
 
 // The move chosen by a search that knows nothing from earlier ones.
 Move SearchAnew() {
@@ -27,11 +27,9 @@ TEST_F(LearnedPositions, TheEngineAvoidsWhereItHasGoneWrong) {
     ScratchDirectory directory;
     OpenLearningFile("Learn.tq1");
     const Move best = SearchAnew();
-    // The opponent's first reply to it is now known to be very strong.
+    // The opponent's best reply to it is now known to be very strong.
     MakeMove(best, true);
-    MoveStackTop = 0;
-    ASSERT_GT(GenerateLegalMoves(), 0);
-    MakeMove(MoveStack[0].move, true);
+    MakeMove(SearchFixedDepth(DEPTH), true);
     AddLearned(LearningKeysOf(PosKey), {99 * 60 + 30, -700, NO_MOVE});
     UnmakeMove();
     UnmakeMove();

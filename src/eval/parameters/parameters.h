@@ -78,6 +78,8 @@ struct EvalParameters {
     int32_t CandidateMiddlegameTop = 55;
     int32_t CandidateEndingBase = 10;
     int32_t CandidateEndingTop = 110;
+    int32_t GuardedPawnMiddlegame = 6; // by another pawn
+    int32_t GuardedPawnEnding = -3;
 
     // Pawn endings.
     int32_t PawnRaceBonus = 150;   // a passed pawn that the enemy king cannot stop
@@ -85,22 +87,22 @@ struct EvalParameters {
 
     // Passed pawns. All but the last two are worth so much one step before promotion and less
     // further back, by `AdvanceScale`.
-    int32_t PasserProtectedMiddlegame = 10;
-    int32_t PasserProtectedEnding = 10;
-    int32_t PasserConnectedMiddlegame = 24; // beside another one
-    int32_t PasserConnectedEnding = 20;
-    int32_t PasserBlockedMiddlegame = 20; // by an enemy man
+    int32_t PasserProtectedMiddlegame = 34;
+    int32_t PasserProtectedEnding = -4;
+    int32_t PasserConnectedMiddlegame = 1; // beside another one
+    int32_t PasserConnectedEnding = 56;
+    int32_t PasserBlockedMiddlegame = 37; // by an enemy man
     int32_t PasserBlockedEnding = 27;
-    int32_t PasserFreeStepMiddlegame = 5; // nobody stands or strikes there
-    int32_t PasserFreeStepEnding = 59;
-    int32_t PasserFreePathMiddlegame = 22; // all the way
-    int32_t PasserFreePathEnding = 85;
-    int32_t PasserGuardedStepMiddlegame = 6; // the enemy strikes there, and so do we
-    int32_t PasserGuardedStepEnding = 24;
-    int32_t RookBehindPasser = 34; // ending
-    int32_t EnemyRookBehindPasser = 22;
-    int32_t PasserEnemyKing = 22; // for each square that the king is away, ending
-    int32_t PasserOwnKing = 14;
+    int32_t PasserFreeStepMiddlegame = 19; // nobody stands or strikes there
+    int32_t PasserFreeStepEnding = 93;
+    int32_t PasserFreePathMiddlegame = 15; // all the way
+    int32_t PasserFreePathEnding = 236;
+    int32_t PasserGuardedStepMiddlegame = 68; // the enemy strikes there, and so do we
+    int32_t PasserGuardedStepEnding = 78;
+    int32_t RookBehindPasser = 122; // ending
+    int32_t EnemyRookBehindPasser = 31;
+    int32_t PasserEnemyKing = 71; // for each square that the king is away, ending
+    int32_t PasserOwnKing = 49;
     int32_t UnstoppablePasser = 450;
     int32_t UnstoppablePerMove = 21; // that it still needs to promote
 
@@ -111,55 +113,84 @@ struct EvalParameters {
     int32_t QueenMobilityEnding = 2;
     int32_t BishopMobilityMiddlegame = 3;
     int32_t BishopMobilityEnding = 3;
-    int32_t KnightMobilityMiddlegame = 4;
-    int32_t KnightMobilityEnding = 2;
-    int32_t KnightOutpostMiddlegame = 4;
-    int32_t KnightOutpostEnding = 4;
-    int32_t GuardedKnightOutpostMiddlegame = 34;
-    int32_t GuardedKnightOutpostEnding = 6;
-    int32_t BishopOutpostMiddlegame = 16;
-    int32_t BishopOutpostEnding = 2;
-    int32_t BishopPairMiddlegame = 49;
-    int32_t BishopPairEnding = 44;
-    int32_t BishopOnBothWings = 10;  // the less its side has else
-    int32_t BadBishopMiddlegame = 6; // for each own pawn on its colour
-    int32_t BadBishopEnding = 8;
-    int32_t TrappedBishop = 110;
-    int32_t RookOpenMiddlegame = 28;
-    int32_t RookOpenEnding = 9;
-    int32_t RookHalfOpenMiddlegame = 14;
-    int32_t RookHalfOpenEnding = 9;
-    int32_t RookSeventhMiddlegame = 4;
-    int32_t RookSeventhEnding = 16;
-    int32_t ShutInRook = 70;
-    int32_t QueenSeventhMiddlegame = 1;
-    int32_t QueenSeventhEnding = 11;
+    int32_t KnightMobilityMiddlegame = 5;
+    int32_t KnightMobilityEnding = 1;
+    int32_t KnightOutpostMiddlegame = 17;
+    int32_t KnightOutpostEnding = -7;
+    int32_t GuardedKnightOutpostMiddlegame = 43;
+    int32_t GuardedKnightOutpostEnding = -6;
+    int32_t BishopOutpostMiddlegame = 25;
+    int32_t BishopOutpostEnding = 9;
+    int32_t BishopPairMiddlegame = 38;
+    int32_t BishopPairEnding = 68;
+    int32_t BishopOnBothWings = 0;   // the less its side has else
+    int32_t BadBishopMiddlegame = 3; // for each own pawn on its colour
+    int32_t BadBishopEnding = 5;
+    int32_t TrappedBishop = 101;
+    int32_t MinorFromKingMiddlegame = 2; // for each square between it and its king
+    int32_t MinorFromKingEnding = 2;
+    int32_t MinorBehindPawnMiddlegame = 9;
+    int32_t MinorBehindPawnEnding = 17;
+    int32_t RookOpenMiddlegame = 39;
+    int32_t RookOpenEnding = 5;
+    int32_t RookHalfOpenMiddlegame = 22;
+    int32_t RookHalfOpenEnding = 13;
+    int32_t RookSeventhMiddlegame = -38;
+    int32_t RookSeventhEnding = 17;
+    int32_t ShutInRook = 41;
+    int32_t QueenSeventhMiddlegame = -26;
+    int32_t QueenSeventhEnding = 50;
 
     // Threats: enemy pieces attacked by a pawn, rooks and queens by a minor piece, queens by a
     // rook, and what nobody guards.
-    int32_t PawnThreatMiddlegame = 44;
-    int32_t PawnThreatEnding = 36;
-    int32_t MinorThreatMiddlegame = 37;
-    int32_t MinorThreatEnding = 23;
-    int32_t RookThreatMiddlegame = 35;
-    int32_t RookThreatEnding = 23;
-    int32_t LoosePieceMiddlegame = 17;
-    int32_t LoosePieceEnding = 18;
-    int32_t LoosePawnMiddlegame = 7;
-    int32_t LoosePawnEnding = 16;
+    int32_t PawnThreatMiddlegame = 40;
+    int32_t PawnThreatEnding = 34;
+    int32_t MinorThreatMiddlegame = 32;
+    int32_t MinorThreatEnding = 29;
+    int32_t RookThreatMiddlegame = 59;
+    int32_t RookThreatEnding = -5;
+    int32_t LoosePieceMiddlegame = -11;
+    int32_t LoosePieceEnding = -16;
+    int32_t LoosePawnMiddlegame = -2;
+    int32_t LoosePawnEnding = 26;
+    // Men that no pawn guards, attacked by pieces.
+    int32_t MinorOnMinorMiddlegame = 30;
+    int32_t MinorOnMinorEnding = 35;
+    int32_t RookOnMinorMiddlegame = 24;
+    int32_t RookOnMinorEnding = 29;
+    int32_t MinorOnPawnMiddlegame = 4;
+    int32_t MinorOnPawnEnding = 13;
+    int32_t RookOnPawnMiddlegame = 1;
+    int32_t RookOnPawnEnding = 10;
+    int32_t PushThreatMiddlegame = 20; // a piece that a pawn's step would attack
+    int32_t PushThreatEnding = 12;
+    int32_t CheckSquareMiddlegame = 14; // from which a piece could give check
+    int32_t CheckSquareEnding = 16;
+    int32_t PinMiddlegame = 11; // to the king
+    int32_t PinEnding = 8;
+    int32_t UnguardedPieceMiddlegame = 5; // of one's own
+    int32_t UnguardedPieceEnding = 7;
+
+    // The board as a whole.
+    int32_t ContestedMiddlegame = 5; // for each square that both attack
+    int32_t ContestedEnding = -2;
+    int32_t PawnAtKingMiddlegame = 15; // for each own pawn next to the king
+    int32_t PawnAtKingEnding = -1;
+    int32_t KingFromOwnPawn = 5; // for each step to the nearest, ending
+    int32_t KingFromEnemyPawn = 5;
 
     // Attacks on a king, in units of danger.
-    int32_t KnightDanger = 6;
-    int32_t BishopDanger = 10;
-    int32_t RookDanger = 9;
-    int32_t QueenDanger = 13;
-    int32_t DangerPerSquare = 4; // of the king's surroundings that a piece attacks
-    int32_t DangerPerWeakSquare = 4;
-    int32_t KnightCheckDanger = 16;
-    int32_t BishopCheckDanger = 9;
-    int32_t RookCheckDanger = 12;
-    int32_t QueenCheckDanger = 23;
-    int32_t StormDanger = 2; // a pawn on the fifth rank; twice that on the sixth
+    int32_t KnightDanger = 12;
+    int32_t BishopDanger = 20;
+    int32_t RookDanger = 17;
+    int32_t QueenDanger = 8;
+    int32_t DangerPerSquare = 0; // of the king's surroundings that a piece attacks
+    int32_t DangerPerWeakSquare = 11;
+    int32_t KnightCheckDanger = 31;
+    int32_t BishopCheckDanger = 15;
+    int32_t RookCheckDanger = 33;
+    int32_t QueenCheckDanger = 43;
+    int32_t StormDanger = 19; // a pawn on the fifth rank; twice that on the sixth
 
     // Endings: 256ths that a drawish one leaves of the score.
     int32_t OppositeBishopsScale = 128;
@@ -179,13 +210,13 @@ struct EvalParameters {
     FileTable BackwardOpenMiddlegame = {12, 14, 16, 18, 18, 16, 14, 12};
     FileTable BackwardEnding = {8, 9, 10, 12, 12, 10, 9, 8};
     // Beside or guarded by another pawn.
-    RankTable ConnectedMiddlegame = {0, 1, 4, 5, 9, 16, 24, 0};
+    RankTable ConnectedMiddlegame = {0, 2, 10, 9, 17, 41, 50, 0};
     RankTable SupportedEnding = {0, 0, 0, 0, 0, 16, 24, 0};
 
     // Passed pawns.
-    RankTable PasserMiddlegame = {0, 4, 6, 8, 22, 40, 105, 0};
-    RankTable PasserEnding = {0, 14, 16, 18, 33, 57, 120, 0};
-    RankTable AdvanceScale = {0, 0, 10, 54, 74, 246, 320, 0}; // 256ths
+    RankTable PasserMiddlegame = {0, 8, -1, -7, 24, 28, 48, 0};
+    RankTable PasserEnding = {0, 22, 21, 39, 56, 82, 73, 0};
+    RankTable AdvanceScale = {0, -10, 4, 24, 48, 111, 178, 0}; // 256ths
     // For a rook's side against two minor pieces, by the number of files with a passed pawn.
     std::array<int32_t, 9> PasserCountBonus = {0, 5, 10, 15, 20, 20, 20, 20, 20};
 

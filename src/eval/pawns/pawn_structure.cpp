@@ -149,6 +149,10 @@ template <Colour Us> static void AddConnected(const PawnView& pawn, SidePawns& s
         return;
     side.middlegame += Params.ConnectedMiddlegame[pawn.rank];
     side.ending += Params.SupportedEnding[pawn.rank];
+    if (guards != 0) {
+        side.middlegame += Params.GuardedPawnMiddlegame;
+        side.ending += Params.GuardedPawnEnding;
+    }
 }
 
 // With its helpers it outnumbers those that guard its way, and where it stands it holds.
