@@ -7,8 +7,8 @@
 #include <string>
 #include <system_error>
 
-#include "companions/shared/files.h"
 #include "platform/bytes.h"
+#include "platform/file_writer.h"
 
 namespace {
 

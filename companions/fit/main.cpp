@@ -14,10 +14,10 @@
 #include <vector>
 
 #include "companions/shared/command_line.h"
-#include "companions/shared/files.h"
 #include "derivatives.h"
 #include "eval/parameters/values_file.h"
 #include "fit.h"
+#include "platform/file_writer.h"
 #include "platform/version.h"
 #include "report.h"
 #include "samples.h"

@@ -1,6 +1,6 @@
 #include "table_file.h"
 
-#include "companions/shared/files.h"
+#include "platform/file_writer.h"
 
 namespace fs = std::filesystem;
 

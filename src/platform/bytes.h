@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+// The number in so many bits from `bytes` on.
 inline uint16_t LoadLittle16(const unsigned char* bytes) {
     return uint16_t(bytes[0] | bytes[1] << 8);
 }
@@ -16,6 +17,7 @@ inline uint64_t LoadLittle64(const unsigned char* bytes) {
     return uint64_t{LoadLittle32(bytes)} | uint64_t{LoadLittle32(bytes + 4)} << 32;
 }
 
+// Writes the number there.
 inline void StoreLittle16(unsigned char* bytes, uint16_t value) {
     bytes[0] = uint8_t(value);
     bytes[1] = uint8_t(value >> 8);

@@ -7,12 +7,12 @@
 #include <system_error>
 
 #include "platform/drives.h"
+#include "platform/file_writer.h"
 
 #ifdef _WIN32
 
 #include <io.h>
 #include <sys/stat.h>
-#include <windows.h>
 
 // Names need no help here.
 static std::string FileFor(const char* path) {
@@ -27,10 +27,6 @@ static FILE* OpenRegular(const std::string& path, const char* mode) {
         return file;
     std::fclose(file);
     return nullptr;
-}
-
-static bool PutInPlace(const std::string& unfinished, const std::string& path) {
-    return MoveFileExA(unfinished.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
 }
 
 std::string FindPath(const std::string& name) {
@@ -113,27 +109,8 @@ static std::string FileFor(const char* path) {
     return fs::is_regular_file(resolved, error) ? resolved.string() : path;
 }
 
-static bool IsPlaceOfFile(const std::string& path) {
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    return !fs::exists(status) || fs::is_regular_file(status);
-}
-
 static FILE* OpenRegular(const std::string& path, const char* mode) {
     return IsPlaceOfFile(path) ? std::fopen(path.c_str(), mode) : nullptr;
-}
-
-// The new file may be used by whoever could use the old one. A link keeps leading to its file.
-static bool PutInPlace(const std::string& unfinished, const std::string& path) {
-    if (!IsPlaceOfFile(path))
-        return false;
-    std::error_code error;
-    const fs::file_status old = fs::status(path, error);
-    if (fs::exists(old))
-        fs::permissions(unfinished, old.permissions(), error);
-    const fs::path linked = fs::canonical(path, error);
-    fs::rename(unfinished, error ? fs::path(path) : linked, error);
-    return !error;
 }
 
 // The same for a directory, which is never created.
@@ -165,20 +142,8 @@ FILE* OpenFile(const char* path, const char* mode) {
     return OpenRegular(FileFor(path), mode);
 }
 
-// Writing may fail as late as when the file is closed.
-static bool WriteBytes(FILE* file, const std::string& bytes) {
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-    return std::fclose(file) == 0 && written;
-}
-
 bool ReplaceWholeFile(const char* path, const std::string& bytes) {
-    const std::string place = FileFor(path);
-    const std::string unfinished = place + ".unfinished";
-    FILE* const file = OpenRegular(unfinished, "wb");
-    if (file == nullptr)
-        return false;
-    if (WriteBytes(file, bytes) && PutInPlace(unfinished, place))
-        return true;
-    std::remove(unfinished.c_str());
-    return false;
+    FileWriter file(FileFor(path));
+    file.Write({reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()});
+    return !file.Finish();
 }
