@@ -18,6 +18,7 @@ struct BuildSettings {
     JudgementRules judgement;
     Files sources;
 };
+// Makes a book from games and opening lines.
 int BuildBook(const BuildSettings& settings);
 
 struct MergeSettings {
@@ -25,17 +26,20 @@ struct MergeSettings {
     JudgementRules judgement;
     Files books;
 };
+// Adds the points of several books.
 int MergeBooks(const MergeSettings& settings);
 
 struct DumpSettings {
     std::string book;
     bool records = false;
 };
+// Prints what is in a book, by positions or by records.
 int DumpBook(const DumpSettings& settings);
 
 struct CheckSettings {
     std::string book;
 };
+// Looks for faults in a book.
 int CheckBook(const CheckSettings& settings);
 
 struct SurveySettings {
@@ -44,6 +48,7 @@ struct SurveySettings {
     int variety = 10;    // percent
     int worst = 10;
 };
+// Shows what the engine plays from a book, and the worst positions that it comes to.
 int SurveyBook(const SurveySettings& settings);
 
 struct RandomSettings {
@@ -51,6 +56,7 @@ struct RandomSettings {
     int moves = 10000;
     int seed = 1;
 };
+// Makes a book of random games.
 int MakeRandomBook(const RandomSettings& settings);
 
 // Adds the searched positions of a file, when one is named, and backs their scores up. False, with

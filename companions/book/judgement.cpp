@@ -18,7 +18,9 @@ struct Yardstick {
 
 } // namespace
 
-uint16_t StatisticsWord(uint64_t won, uint64_t lost, int most) {
+// The statistics word for so many half-points, scaled down until neither byte holds more than
+// `most`.
+static uint16_t StatisticsWord(uint64_t won, uint64_t lost, int most) {
     const uint64_t larger = std::max(won, lost);
     if (larger > uint64_t(most)) {
         // The larger one becomes `most`; the smaller is rounded, which may well give 0.

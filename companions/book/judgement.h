@@ -34,7 +34,3 @@ struct JudgementRules {
 // with the most points before the others. The table is empty afterwards.
 std::vector<BookEntry> JudgeMoves(MoveTable& table, const SearchedPositions& searched,
                                   const JudgementRules& rules);
-
-// The statistics word for so many half-points, scaled down until neither byte holds more than
-// `most`; what is counted stays above 0.
-uint16_t StatisticsWord(uint64_t won, uint64_t lost, int most);

@@ -58,11 +58,11 @@ std::vector<uint8_t> CompressTable(std::span<const uint8_t> plain, int threads) 
         StoreLittle16(&sizes[i * DIRECTORY_ENTRY], uint16_t(packed[i].size()));
     uint8_t header[TABLE_HEADER] = {};
     std::memcpy(header, TableMagic, MAGIC_BYTES);
-    StoreLittle32(header + 8, TABLE_BLOCK);
-    StoreLittle32(header + 12, uint32_t(packed.size()));
-    StoreLittle64(header + 16, plain.size());
-    StoreLittle32(header + 24, TableChecksum(sizes.data(), sizes.size()));
-    StoreLittle32(header + 28, TableChecksum(header, 28));
+    StoreLittle32(header + BLOCK_SIZE_OFFSET, TABLE_BLOCK);
+    StoreLittle32(header + BLOCK_COUNT_OFFSET, uint32_t(packed.size()));
+    StoreLittle64(header + PLAIN_BYTES_OFFSET, plain.size());
+    StoreLittle32(header + DIRECTORY_SUM_OFFSET, TableChecksum(sizes.data(), sizes.size()));
+    StoreLittle32(header + HEADER_SUM_OFFSET, TableChecksum(header, HEADER_SUM_OFFSET));
     std::vector<uint8_t> bytes(header, header + TABLE_HEADER);
     bytes.insert(bytes.end(), sizes.begin(), sizes.end());
     for (const std::vector<uint8_t>& block : packed)

@@ -65,6 +65,7 @@ constexpr Bitboard RelativeRankBB(Colour c, int relativeRank) {
     return RankBB(c == WHITE ? relativeRank : 7 - relativeRank);
 }
 
+// The first and the last square of a set that is not empty.
 constexpr int LowestSquare(Bitboard b) {
     return std::countr_zero(b);
 }

@@ -26,6 +26,7 @@ struct BookNode {
 // used. A version-0 book switches book learning and book weights off for good.
 void OpenBook(const char* path);
 
+// Whether there is a book that can be used.
 bool BookIsOpen();
 // Whether the moves of the open book carry statistics, those of version 0 do not.
 bool BookHasStatistics();

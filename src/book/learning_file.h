@@ -22,6 +22,7 @@ struct LearnedPosition {
     Move move;
 };
 
+// The keys of the position with that `PosKey`.
 LearningKeys LearningKeysOf(uint64_t posKey);
 
 // Opens the file, making an empty one where there is none, or one that has been cut off in its head

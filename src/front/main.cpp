@@ -24,7 +24,6 @@
 #include "platform/signals.h"
 #include "platform/standard_streams.h"
 #include "platform/version.h"
-#include "search/driver_state.h"
 #include "search/hash_memory.h"
 #include "tablebase/tablebases.h"
 
@@ -64,7 +63,6 @@ static void PrintBanner() {
         OpenBook("Book.tqn");
     PrintSettings();
     Interface.PostThinking = true;
-    Past.LastScore = -1;
     if (Book.PositionLearning || Book.UseLearningData)
         OpenLearningFile("Learn.tq1");
     InitTablebases();

@@ -21,6 +21,7 @@ struct RootList {
 };
 extern RootList Root;
 
+// The move of entry `i`, of which the best has 0.
 inline Move RootMove(int i) {
     return Root.moves[i].move;
 }

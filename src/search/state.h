@@ -60,5 +60,6 @@ int32_t StatisticsInterval();
 // none. Where a set-up board has a king in check that does not move, checks may go unnoticed.
 bool SearchPlyIsSound();
 
+// Forgets the killers of all plies, or all that plies know.
 void ClearKillers();
 void ClearPlyStates();

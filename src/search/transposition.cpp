@@ -16,6 +16,8 @@ constinit int32_t HashFilledCount = 0;
 
 namespace {
 
+constexpr uint64_t EMPTY_KEY = 1234567;
+
 // Where the fields of an entry begin.
 constexpr int KEY_AT = 0;
 constexpr int DEPTH_AT = 8;

@@ -11,7 +11,6 @@
 constexpr int TRANSPOSITION_ENTRY_BYTES = 22;
 // Behind the last index, so that its second slot lies inside the array.
 constexpr int TRANSPOSITION_SPARE_ENTRIES = 10;
-constexpr uint64_t EMPTY_KEY = 1234567;
 // Tablebase results outrank whatever is searched.
 constexpr int32_t TABLEBASE_DEPTH = 11820;
 

@@ -171,7 +171,9 @@ PgnTagEnd PgnReadTag(PgnReader& reader, PgnTag& tag) {
     return WhatFollowsTheTag(reader);
 }
 
-void PgnSkipComment(PgnReader& reader) {
+// Passes over the comment that begins with the next character, "{", up to its "}". A comment that
+// nobody has closed ends before the next game.
+static void PgnSkipComment(PgnReader& reader) {
     reader.next++;
     while (Peek(reader) != NOTHING && !AtNextGame(reader)) {
         const char* const from = reader.buffer + reader.next;

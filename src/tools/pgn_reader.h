@@ -46,16 +46,12 @@ bool PgnAtTag(PgnReader& reader);
 // ends is followed by the moves.
 PgnTagEnd PgnReadTag(PgnReader& reader, PgnTag& tag);
 
-// Passes over the comment that begins with the next character, "{", up to its "}". A comment that
-// nobody has closed ends before the next game.
-void PgnSkipComment(PgnReader& reader);
-
 // Passes over all before the moves of a game: comments, and words that are no moves.
 void PgnSkipToMoves(PgnReader& reader);
 
 // Reads the next move of a game's main line as it is written, without move number, annotation and
-// check marks; a longer word is cut. A null move's
-// text is "--" or "Z0". Comments and variations are passed over, so is a result that
-// is followed by more of the same game. At the end of the game the reader stands behind its
-// result: before the next "[", before moves without tags, or at the end of the file.
+// check marks; a longer word is cut. A null move's text is "--" or "Z0". Comments and variations
+// are passed over, and so is a result that is followed by more of the same game. At the end of the
+// game the reader stands behind its result: before the next "[", before moves without tags, or at
+// the end of the file.
 PgnWord PgnReadMove(PgnReader& reader, char (&text)[PGN_MOVE_LENGTH + 1]);

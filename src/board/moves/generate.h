@@ -22,6 +22,7 @@ constexpr int MOVE_STACK_SIZE = MAX_NODE_MOVES * MAX_LINE_PLY;
 extern ScoredMove MoveStack[MOVE_STACK_SIZE];
 extern int32_t MoveStackTop;
 
+// Appends to the stack, which has room for every line that a search can reach.
 inline void PushMove(Move move, int32_t score) {
     assert(MoveStackTop >= 0 && MoveStackTop < MOVE_STACK_SIZE);
     MoveStack[MoveStackTop++] = {move, score};

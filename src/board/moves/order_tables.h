@@ -52,6 +52,7 @@ constexpr int EvasionReplyIndex(Move checkingMove, int kingSquare, Colour side) 
 // equality only. Every search advances it by one.
 extern int16_t HashAge;
 
+// Each forgets what one table has learned.
 void ClearHistory();
 void ClearEvasionReplies();
 void ClearCaptureStats();

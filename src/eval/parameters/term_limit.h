@@ -10,6 +10,7 @@
 // Centipawns; fits into the 16 bits of a stored score.
 constexpr int32_t TERM_LIMIT = 30000;
 
+// The sum, cut to the limit on either side of 0.
 constexpr int32_t LimitTerm(int64_t sum) {
     return int32_t(std::clamp<int64_t>(sum, -TERM_LIMIT, TERM_LIMIT));
 }

@@ -3,9 +3,16 @@
 
 #include "front/input/command_line.h"
 
+// A number that is missing leaves what it would set.
+
+// "level": moves a control, its time in minutes (or minutes and seconds), increment in seconds.
 void SetLevel(const CommandLine& line);
+
+// "sd" and "st": the depth in plies, or the time in seconds, of every move.
 void SetDepth(const CommandLine& line);
 void SetMoveTime(const CommandLine& line);
+
+// What is left on the clocks, in hundredths of a second.
 void SetOwnTime(const CommandLine& line);
 void SetOpponentTime(const CommandLine& line);
 

@@ -6,7 +6,7 @@
 // Reads the values file and makes everything that was computed from the old parameters anew.
 void ReloadValues(const CommandLine& line);
 
-// Writes the values file; nothing happens when that cannot be done.
+// Writes the values file, or says that it cannot be written.
 void WriteValues(const CommandLine& line);
 
 // Forgets all that searches have learned.

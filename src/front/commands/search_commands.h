@@ -3,11 +3,18 @@
 
 #include "front/input/command_line.h"
 
+// The search ends and is not to be held: its move is wanted.
 void MoveNow(const CommandLine& line);
+
+// The opponent has played as predicted, and the search goes on as one of the game.
 void PonderHit(const CommandLine& line);
+
+// Leave a request for whoever started the search; the search ends.
 void RequestUndo(const CommandLine& line);
 void RequestExit(const CommandLine& line);
 void RequestNewGame(const CommandLine& line);
+
+// The interface has declared the game over: no move is wanted any more.
 void ReceiveResult(const CommandLine& line);
 
 // How far the search is; and the same where none runs.

@@ -25,7 +25,9 @@ constinit bool InputEnded = false;
 
 } // namespace
 
-bool ReadInput() {
+// Reads once and appends to the buffer, waiting until there is something. False at the end of
+// input.
+static bool ReadInput() {
     char chunk[READ_SIZE];
     const int count = ReadStandardInput(chunk, READ_SIZE);
     InputEnded = count == 0;

@@ -3,9 +3,6 @@
 
 #include <string>
 
-// Reads once and appends to the input buffer. False at the end of input.
-bool ReadInput();
-
 // Whether a whole line waits in the buffer.
 bool LineWaiting();
 

@@ -12,6 +12,3 @@ struct PruneBand {
     int32_t coefficient;
 };
 extern PruneBand PruneBands[PRUNE_BANDS];
-
-// Sets all six back to their defaults.
-void ResetPruneBands();
