@@ -21,9 +21,9 @@
 #include "eval/derived_tables.h"
 #include "eval/endings/king_pawn_bitbase.h"
 #include "platform/clock.h"
-#include "search/driver.h"
 #include "search/hash_memory.h"
 #include "search/state.h"
+#include "search/tree/driver.h"
 #include "tablebase_bench.h"
 
 namespace {

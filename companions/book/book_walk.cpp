@@ -7,7 +7,7 @@
 #include "board/moves/generate.h"
 #include "board/moves/legal_moves.h"
 #include "board/moves/make_move.h"
-#include "coordinates.h"
+#include "sources/coordinates.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "book_writer.h"
 #include "commands.h"
 #include "judgement.h"
-#include "sources.h"
+#include "sources/sources.h"
 
 static bool HasGames(std::string_view name) {
     return name.ends_with(".pgn") || name.ends_with(".PGN");

@@ -9,7 +9,7 @@
 #include "book_walk.h"
 #include "commands.h"
 #include "companions/shared/progress.h"
-#include "coordinates.h"
+#include "sources/coordinates.h"
 
 namespace {
 

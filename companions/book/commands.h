@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "judgement.h"
-#include "sources.h"
+#include "sources/sources.h"
 
 using Files = std::vector<std::string>;
 

@@ -3,7 +3,7 @@
 #include "board/fen.h"
 #include "book_walk.h"
 #include "commands.h"
-#include "coordinates.h"
+#include "sources/coordinates.h"
 
 static void PrintMove(const ImageMove& move) {
     std::printf("    %s ", SquaresText(move.from, move.to).c_str());

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "book_writer.h"
-#include "move_table.h"
-#include "searched_positions.h"
+#include "sources/move_table.h"
+#include "sources/searched_positions.h"
 
 struct JudgementRules {
     // Moves and positions that no source has games or lines of need none: they are there because

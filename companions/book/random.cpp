@@ -6,8 +6,8 @@
 #include "book_writer.h"
 #include "commands.h"
 #include "companions/shared/progress.h"
-#include "coordinates.h"
 #include "judgement.h"
+#include "sources/coordinates.h"
 
 namespace {
 

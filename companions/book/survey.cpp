@@ -11,8 +11,8 @@
 #include "board/moves/make_move.h"
 #include "book_image.h"
 #include "commands.h"
-#include "coordinates.h"
-#include "searched_positions.h"
+#include "sources/coordinates.h"
+#include "sources/searched_positions.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 #include "board/moves/order_tables.h"
 #include "board/position.h"
 #include "labelled_position.h"
-#include "search/driver.h"
+#include "search/tree/driver.h"
 #include "search/hash_memory.h"
 #include "search/root.h"
 #include "search/state.h"

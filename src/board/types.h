@@ -60,6 +60,12 @@ constexpr Bitboard RankBB(int rank) {
 constexpr Bitboard SquaresOfFiles(unsigned files) {
     return files * FILE_A;
 }
+constexpr Bitboard LIGHT_SQUARES = 0x55aa55aa55aa55aa; // b1, a2 and so on
+
+// All squares of the colour that the square has.
+constexpr Bitboard SquaresLike(int sq) {
+    return SquareBit(sq) & LIGHT_SQUARES ? LIGHT_SQUARES : ~LIGHT_SQUARES;
+}
 // The rank that `c` counts as `relativeRank`, 0 being its own back rank.
 constexpr Bitboard RelativeRankBB(Colour c, int relativeRank) {
     return RankBB(c == WHITE ? relativeRank : 7 - relativeRank);

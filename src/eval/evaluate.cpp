@@ -7,7 +7,7 @@
 #include "eval/endings/drawish_endings.h"
 #include "eval/endings/endings.h"
 #include "eval/king_safety.h"
-#include "eval/material.h"
+#include "eval/material/material.h"
 #include "eval/pawns/passed_pawns.h"
 #include "eval/pawns/pawn_corrections.h"
 #include "eval/pawns/pawn_structure.h"
@@ -54,6 +54,8 @@ static void EvaluateMaterial() {
 
 static void AddPawns(Sums& sums) {
     PawnProbe();
+    for (const Colour side : {WHITE, BLACK})
+        Figures.passed[side] = PassedPawns(side);
     const PasserTerms passers = EvaluatePassedPawns();
     sums.middlegame += Pawns.middlegame + passers.middlegame;
     sums.ending += Pawns.ending + passers.ending;

@@ -4,7 +4,6 @@
 
 #include "board/pawns.h"
 #include "eval/control.h"
-#include "eval/endings/square_colours.h"
 #include "eval/figures.h"
 #include "eval/parameters/parameters.h"
 #include "eval/side_view.h"

@@ -1,4 +1,4 @@
-#include "eval/imbalance.h"
+#include "eval/material/imbalance.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "eval/derived_tables.h"
-#include "eval/material.h"
+#include "eval/material/material.h"
 #include "eval/parameters/parameters.h"
 #include "eval/parameters/values_file.h"
 #include "support/scratch.h"

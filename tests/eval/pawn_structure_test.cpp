@@ -102,7 +102,7 @@ TEST_F(PawnStructure, KnowsPassedPawnsCandidatesAndWeakPawns) {
         for (const Colour side : {WHITE, BLACK}) {
             SCOPED_TRACE(side);
             EXPECT_EQ(Files(c.passed[side]), Pawns.PassedVector(side));
-            EXPECT_EQ(c.passed[side][0] != 0, Figures.passed[side] != 0);
+            EXPECT_EQ(c.passed[side][0] != 0, PassedPawns(side) != 0);
             EXPECT_EQ(Files(c.candidates[side]), Pawns.Candidates(side));
             EXPECT_EQ(Files(c.weak[side]), Pawns.Weak(side));
         }

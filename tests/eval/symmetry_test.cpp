@@ -13,7 +13,7 @@
 #include "eval/endings/endings.h"
 #include "eval/evaluate.h"
 #include "eval/figures.h"
-#include "eval/material.h"
+#include "eval/material/material.h"
 #include "eval/parameters/personality.h"
 #include "eval/pawns/passed_pawns.h"
 #include "eval/pawns/passer_race.h"

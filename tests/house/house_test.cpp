@@ -53,6 +53,10 @@ std::string ModuleOf(const std::string& path) {
     return path.substr(0, path.rfind('.'));
 }
 
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, path.rfind('/') + 1);
+}
+
 // The line's directive without blanks around its "#"; empty when it has none.
 std::string Directive(const std::string& line) {
     static const std::regex form("\\s*#\\s*(.*)");
@@ -98,18 +102,18 @@ Faults ArrowsThatPointUp(const Sources& sources) {
     });
 }
 
-// Modules that reach themselves through what they include.
-Faults Circles(const Sources& sources) {
+// Modules, or folders, that reach themselves through what they include.
+Faults Circles(const Sources& sources, std::string (*unitOf)(const std::string&)) {
     std::map<std::string, std::set<std::string>> reached;
     OfEachLine(sources, [&](const std::string& path, const std::string& line) {
-        const std::string module = ModuleOf(Included(line));
-        if (!module.empty() && module != ModuleOf(path))
-            reached[ModuleOf(path)].insert(module);
+        const std::string unit = unitOf(Included(line));
+        if (!unit.empty() && unit != unitOf(path))
+            reached[unitOf(path)].insert(unit);
         return "";
     });
     for (bool grows = true; grows;) {
         grows = false;
-        for (auto& [module, others] : reached) {
+        for (auto& [unit, others] : reached) {
             const size_t before = others.size();
             for (const std::string& other : std::set(others))
                 others.insert(reached[other].begin(), reached[other].end());
@@ -117,11 +121,19 @@ Faults Circles(const Sources& sources) {
         }
     }
     Faults circles;
-    for (const auto& [module, others] : reached) {
-        if (others.contains(module))
-            circles.push_back(module);
+    for (const auto& [unit, others] : reached) {
+        if (others.contains(unit))
+            circles.push_back(unit);
     }
     return circles;
+}
+
+Faults CirclesOfModules(const Sources& sources) {
+    return Circles(sources, ModuleOf);
+}
+
+Faults CirclesOfFolders(const Sources& sources) {
+    return Circles(sources, FolderOf);
 }
 
 // Conditional compilation, and macros of our own, outside the platform floor.
@@ -157,7 +169,8 @@ struct Rule {
 
 constexpr Rule Rules[] = {
     {"no include points up or sideways", ArrowsThatPointUp},
-    {"no two modules include each other, not even by way of a third", Circles},
+    {"no two modules include each other, not even by way of a third", CirclesOfModules},
+    {"nor do two folders", CirclesOfFolders},
     {"only the platform floor asks which platform it is, and nobody makes macros", Conditions},
     {"every header says what it owns", HeadersWithoutAHead},
     {"no procedure hides a variable of its own", VariablesHiddenInProcedures},

@@ -1,4 +1,4 @@
-#include "search/driver.h"
+#include "search/tree/driver.h"
 
 #include "board/fen.h"
 #include "board/notation.h"

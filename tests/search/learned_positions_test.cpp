@@ -6,8 +6,8 @@
 #include "board/position.h"
 #include "book/book_settings.h"
 #include "book/learning_file.h"
-#include "search/driver.h"
 #include "search/root.h"
+#include "search/tree/driver.h"
 #include "support/scratch.h"
 #include "support/search_test.h"
 

@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "board/fen.h"
-#include "search/driver.h"
 #include "search/host.h"
 #include "search/limits.h"
 #include "search/root.h"
+#include "search/tree/driver.h"
 #include "support/search_test.h"
 
 namespace {

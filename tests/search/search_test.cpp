@@ -8,10 +8,10 @@
 #include "board/fen.h"
 #include "board/notation.h"
 #include "board/position.h"
-#include "search/driver.h"
 #include "search/hash_memory.h"
 #include "search/root.h"
 #include "search/state.h"
+#include "search/tree/driver.h"
 #include "support/search_test.h"
 
 namespace {

@@ -1,10 +1,9 @@
 #include "eval/endings/drawish_endings.h"
 
 #include "board/pawns.h"
-#include "eval/endings/square_colours.h"
-#include "eval/figures.h"
 #include "eval/parameters/parameters.h"
 #include "eval/pawns/passer_race.h"
+#include "eval/pawns/pawn_structure.h"
 
 // Below, Us is the side that is ahead.
 
@@ -114,7 +113,7 @@ template <Colour Us> static bool LonePawnHeld(Bitboard pawns) {
 template <Colour Us> static bool EdgePasserHeld() {
     constexpr Colour Them = ChangeSide(Us);
     const int rook = LowestSquare(PieceBB[ROOK][Them]);
-    const Bitboard runners = Figures.passed[Us] & ROOK_FILES & FileBB(FileOf(rook));
+    const Bitboard runners = PassedPawns(Us) & ROOK_FILES & FileBB(FileOf(rook));
     if (runners == 0)
         return false;
     const int sq = Us == WHITE ? HighestSquare(runners) : LowestSquare(runners);

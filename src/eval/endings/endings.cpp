@@ -7,8 +7,7 @@
 #include "board/attackers.h"
 #include "board/pawns.h"
 #include "eval/endings/king_pawn_bitbase.h"
-#include "eval/endings/square_colours.h"
-#include "eval/material.h"
+#include "eval/material/material.h"
 
 // Below, Us is the side with more material, and values are centipawns from its view.
 

@@ -4,10 +4,10 @@
 
 #include "board/attackers.h"
 #include "board/pawns.h"
-#include "eval/figures.h"
 #include "eval/parameters/parameters.h"
 #include "eval/parameters/term_limit.h"
 #include "eval/pawns/passer_race.h"
+#include "eval/pawns/pawn_structure.h"
 
 namespace {
 
@@ -35,7 +35,7 @@ template <Colour Us> static void AddCompany(int sq, Worth& worth) {
     if (PawnAttacks[Them][sq] & PieceBB[PAWN][Us])
         worth.Add(Params.PasserProtectedMiddlegame, Params.PasserProtectedEnding);
     // The king's moves are the squares next to it, so they reach pawns one rank apart too.
-    if (KingAttacks[sq] & Figures.passed[Us] & ~FileBB(FileOf(sq)))
+    if (KingAttacks[sq] & PassedPawns(Us) & ~FileBB(FileOf(sq)))
         worth.Add(Params.PasserConnectedMiddlegame, Params.PasserConnectedEnding);
 }
 
@@ -110,7 +110,7 @@ template <Colour Us> static void AddPasser(int sq, Worth& worth) {
 
 template <Colour Us> static Worth WorthOfPassers() {
     Worth worth;
-    if (Figures.passed[Us] == 0)
+    if (PassedPawns(Us) == 0)
         return worth;
     for (Bitboard pawns = ForemostPassers(Us); pawns;)
         AddPasser<Us>(PopLowest(pawns), worth);
@@ -121,7 +121,7 @@ template <Colour Us> static Worth WorthOfPassers() {
 }
 
 PasserTerms EvaluatePassedPawns() {
-    if ((Figures.passed[WHITE] | Figures.passed[BLACK]) == 0)
+    if ((PassedPawns(WHITE) | PassedPawns(BLACK)) == 0)
         return {};
     const Worth black = WorthOfPassers<BLACK>();
     const Worth white = WorthOfPassers<WHITE>();

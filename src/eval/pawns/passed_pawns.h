@@ -9,5 +9,5 @@ struct PasserTerms {
     int32_t ending = 0;
 };
 
-// The worth of all passed pawns. Needs `Figures.passed` of the position.
+// The worth of all passed pawns. Needs `Pawns` of the position.
 PasserTerms EvaluatePassedPawns();

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "board/pawns.h"
-#include "eval/figures.h"
+#include "eval/pawns/pawn_structure.h"
 
 namespace {
 
@@ -18,9 +18,9 @@ constexpr int DECISIVE_PLIES = 3;
 template <Colour Us> static Bitboard Foremost() {
     Bitboard foremost = 0;
     // Only a board that was set up has pawns on the last rank; nothing is left for them to do.
-    for (Bitboard pawns = Figures.passed[Us] & ~RelativeRankBB(Us, 7); pawns;) {
+    for (Bitboard pawns = PassedPawns(Us) & ~RelativeRankBB(Us, 7); pawns;) {
         const int sq = PopLowest(pawns);
-        if ((PathAhead<Us>(sq) & Figures.passed[Us]) == 0)
+        if ((PathAhead<Us>(sq) & PassedPawns(Us)) == 0)
             foremost |= SquareBit(sq);
     }
     return foremost;
@@ -60,7 +60,7 @@ template <Colour Us> static int MovesTooLate(int sq, int moves) {
 
 // As `UnstoppableMoves`, whatever the enemy pawns do; NEVER for none.
 template <Colour Us> static int FastestMoves() {
-    if (Figures.passed[Us] == 0 || PhaseUnits[ChangeSide(Us)] != 0)
+    if (PassedPawns(Us) == 0 || PhaseUnits[ChangeSide(Us)] != 0)
         return NEVER;
     int fastest = NEVER;
     for (Bitboard pawns = Foremost<Us>(); pawns;) {

@@ -1,7 +1,6 @@
 // Corrections of the balance that follow from pawns and few pieces: what exchanges would leave.
 //
-// All results are centipawns from Black's view. All need `Pawns` and `Figures.passed` of the
-// position.
+// All results are centipawns from Black's view. All need `Pawns` of the position.
 #pragma once
 
 #include <cstdint>

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "board/position.h"
 #include "eval/parameters/parameters.h"
 #include "eval/parameters/term_limit.h"
 
@@ -270,6 +269,4 @@ void PawnProbe() {
         PawnCompute();
         StorePawns();
     }
-    for (const Colour side : {WHITE, BLACK})
-        Figures.passed[side] = PieceBB[PAWN][side] & SquaresOfFiles(Pawns.PassedVector(side));
 }

@@ -7,7 +7,7 @@
 #include "eval/eval_cache.h"
 #include "eval/evaluate.h"
 #include "eval/king_safety.h"
-#include "eval/material.h"
+#include "eval/material/material.h"
 #include "eval/pawns/pawn_structure.h"
 
 // A set of files as eight digits, the a-file first.

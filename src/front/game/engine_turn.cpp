@@ -10,10 +10,10 @@
 #include "front/game/game.h"
 #include "front/game/interface.h"
 #include "front/game/typed_move.h"
-#include "search/driver.h"
 #include "search/host.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
+#include "search/tree/driver.h"
 
 bool ThinkAndMove() {
     ForgetOldHistory();

@@ -5,7 +5,7 @@
 #include "board/piece_square.h"
 #include "board/position.h"
 #include "eval/evaluate.h"
-#include "eval/material.h"
+#include "eval/material/material.h"
 #include "eval/parameters/parameters.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "eval/imbalance.h"
+#include "eval/material/imbalance.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "eval/material.h"
+#include "eval/material/material.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "board/position.h"
-#include "eval/imbalance.h"
+#include "eval/material/imbalance.h"
 
 // A phase goes from 0 to this, while pieces disappear.
 constexpr int PHASE_RANGE = 256;
