@@ -7,6 +7,7 @@
 #include "board/fen.h"
 #include "board/moves/make_move.h"
 #include "board/position.h"
+#include "board/score.h"
 #include "book/book_settings.h"
 #include "book/learning_file.h"
 #include "platform/files.h"
@@ -32,9 +33,8 @@ constexpr int LAST_LOOKED_UP_PLY = 120;
 constexpr size_t HOLDING_SEARCHES = 3;
 // The engine's move before the last was chosen so many plies ago.
 constexpr int PLIES_SINCE_CHOICE = 3;
-constexpr int PLY_UNITS = 60;
-constexpr int ROOT_EXTRA = 30;
-constexpr int32_t WIDEST_SCORE = 32700;
+// What the search adds at the root to the plies of its iteration, 1/60 ply.
+constexpr int ROOT_EXTRA = ONE_PLY / 2;
 constexpr size_t FEN_SIZE = 128; // bytes
 
 struct NotedPosition {
@@ -133,7 +133,7 @@ static void NoteFall(const SearchRecord& before, const SearchRecord& last, int32
     const int end = Ply;
     while (Ply > end - PLIES_SINCE_CHOICE)
         UnmakeMove();
-    NotePosition(before.score, last.score, depth * PLY_UNITS + ROOT_EXTRA);
+    NotePosition(before.score, last.score, depth * ONE_PLY + ROOT_EXTRA);
     while (Ply < end)
         MakeMove(UndoStack[Ply].move, true);
 }
@@ -165,7 +165,7 @@ bool LearnedEvaluation(int32_t depth, int32_t& evaluation) {
     if (LookUpLearned(LearningKeysOf(PosKey), learned) == 0 || learned.depth < depth)
         return false;
     // A damaged file may hold what no search has ever returned.
-    if (std::abs(int64_t{learned.evaluation}) > WIDEST_SCORE)
+    if (std::abs(int64_t{learned.evaluation}) > MATE)
         return false;
     evaluation = learned.evaluation;
     return true;

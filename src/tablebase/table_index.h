@@ -1,9 +1,9 @@
 // Where a position's entry stands in the table of its class.
 //
 // One scheme serves all classes; it is driven by the men of the class. With three and four men it
-// has been held against every byte of the published tables. With five and six men it follows the
-// same rules by analogy and has not been held against real tables; the numbers of entries (without
-// the en-passant range) have.
+// has been compared with every byte of the published tables. With five and six men it follows the
+// same rules by analogy and has not been compared with real tables; only the numbers of entries
+// (without the en-passant range) have.
 #pragma once
 
 #include <cstddef>

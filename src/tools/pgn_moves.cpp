@@ -185,7 +185,7 @@ static void AddPieceMoves(const MoveParts& parts, Candidates& found) {
             found.Add(move, 1);
     }
     // A king that is said to go two squares castles.
-    const int home = us == WHITE ? 4 : 60;
+    const int home = KingHome(us);
     if (parts.piece == KING && (to == home + 2 || to == home - 2) && !parts.capture &&
         (parts.from.Mask() & PieceBB[KING][us] & SquareBit(home)))
         AddCastling(to > home, found);

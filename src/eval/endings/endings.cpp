@@ -161,7 +161,7 @@ template <Colour Us> static bool CornerHoldsAgainstKnight() {
     if (MenCount != 4 || PieceCount[KNIGHT][Us] != 1 ||
         !(pawn & (FILE_A | FILE_H) & RelativeRankBB(Us, 6)))
         return false;
-    const int corner = LowestSquare(Ahead<Us>(pawn));
+    const int corner = PromotionSquare<Us>(LowestSquare(pawn));
     const bool cornerTaken = (KnightAttacks[corner] & PieceBB[KNIGHT][Us]) != 0;
     return KingSteps(KingSquare[Them], corner) <= 1 && !(KingAttacks[KingSquare[Us]] & pawn) &&
            (!cornerTaken || SideToMove == Them);

@@ -9,6 +9,8 @@ namespace {
 
 // Longer than any pawn needs.
 constexpr int NEVER = 16;
+// What a pawn needs at most, thanks to its double step.
+constexpr int MOVES_FROM_HOME = 5;
 // A queen that is on the board so many plies before the other pawn promotes stops it, or the king
 // behind it is mated: one move is only enough for a look at it.
 constexpr int DECISIVE_PLIES = 3;
@@ -37,7 +39,7 @@ template <Colour Us> static int MovesToPromote(int sq) {
     const Bitboard own = path & ColourBB[Us];
     if ((own & ~PieceBB[KING][Us]) != 0)
         return NEVER;
-    return std::min(5, 7 - RelativeRank(Us, sq)) + (own != 0 ? 1 : 0);
+    return std::min(MOVES_FROM_HOME, 7 - RelativeRank(Us, sq)) + (own != 0 ? 1 : 0);
 }
 
 // Whether the own king keeps the other one off every square to come, and the pawn is safe now.

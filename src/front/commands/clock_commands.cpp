@@ -18,14 +18,14 @@ void SetLevel(const CommandLine& line) {
     Clock.MovesToGo = false;
     Clock.MovesPerPeriod = line.Number(1, Clock.MovesPerPeriod);
     if (line.Arguments() >= 4) {
-        Clock.BaseTime = Hundredths(line.Number(2) * int64_t{60} + line.Number(3), 100);
-        Clock.OwnIncrement = Clock.OpponentIncrement = Hundredths(line.Number(4), 100);
+        Clock.BaseTime = Hundredths(line.Number(2) * MINUTE / SECOND + line.Number(3), SECOND);
+        Clock.OwnIncrement = Clock.OpponentIncrement = Hundredths(line.Number(4), SECOND);
         return;
     }
     if (line.Arguments() >= 2)
-        Clock.BaseTime = Hundredths(line.Number(2), 6000);
+        Clock.BaseTime = Hundredths(line.Number(2), MINUTE);
     if (line.Arguments() >= 3)
-        Clock.OwnIncrement = Clock.OpponentIncrement = Hundredths(line.Number(3), 100);
+        Clock.OwnIncrement = Clock.OpponentIncrement = Hundredths(line.Number(3), SECOND);
 }
 
 void SetDepth(const CommandLine& line) {
@@ -34,7 +34,7 @@ void SetDepth(const CommandLine& line) {
 
 void SetMoveTime(const CommandLine& line) {
     if (line.Arguments() >= 1)
-        Limits.FixedTime = Hundredths(line.Number(1), 100);
+        Limits.FixedTime = Hundredths(line.Number(1), SECOND);
 }
 
 void SetOwnTime(const CommandLine& line) {

@@ -3,8 +3,12 @@
 
 #include <cstdint>
 
-// A number of larger units of `factor` hundredths each.
-int32_t Hundredths(int64_t number, int64_t factor);
+// Hundredths of a second in larger units.
+constexpr int64_t SECOND = 100;
+constexpr int64_t MINUTE = 60 * SECOND;
+
+// So many of those units.
+int32_t Hundredths(int64_t number, int64_t unit);
 
 // What a clock still shows: a time that was given never reads as "no clock" or "infinite", so one
 // that has run out counts as the smallest there is.

@@ -101,7 +101,7 @@ static void ApplyLine(const char* text, int number) {
         return;
     // A control character, or any byte beyond ASCII, ends the line.
     std::string line;
-    for (; static_cast<signed char>(*text) >= 32; text++)
+    for (; static_cast<signed char>(*text) >= ' '; text++)
         line += *text;
     const std::vector<Token> tokens = Tokenize(line, Separators);
     if (tokens.size() < 2)
