@@ -14,11 +14,11 @@
 #include "board/moves/order_tables.h"
 #include "board/position.h"
 #include "labelled_position.h"
-#include "search/tree/driver.h"
 #include "search/hash_memory.h"
 #include "search/root.h"
 #include "search/state.h"
 #include "search/tree/draws.h"
+#include "search/tree/driver.h"
 
 namespace {
 
