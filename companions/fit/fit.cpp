@@ -111,18 +111,29 @@ static Vector ValuesOf(const Unknowns& unknowns, const std::vector<int32_t>& mem
     return values;
 }
 
-// The values that the derivatives taken at `from` promise the smallest error for.
+// How sure the values are: by how much each may change until the error shows it.
+static std::vector<double> Deviations(const Matrix& curvature, double squaresPerPosition) {
+    const auto count = curvature.rows();
+    const Matrix inverse =
+        curvature.selfadjointView<Eigen::Lower>().ldlt().solve(Matrix::Identity(count, count));
+    std::vector<double> deviations;
+    for (Eigen::Index i = 0; i < count; i++)
+        deviations.push_back(std::sqrt(std::max(inverse(i, i), 0.0) * squaresPerPosition));
+    return deviations;
+}
+
+// The values that the derivatives taken at `from` promise the smallest error for, and in
+// `curvature` how sharply the error rises around them.
 static Vector Solve(Crew& crew, const Vector& from, const Vector& start, const Matrix& prior,
-                    double tenToOne, const FitWatcher& watcher) {
+                    double tenToOne, const FitWatcher& watcher, Matrix& curvature) {
     Vector values = from;
     for (int step = 0; step < STEPS && !watcher.interrupted(); step++) {
         const Vector changes = values - from;
         const NormalEquations sum = crew.Sum({changes.data(), size_t(changes.size())}, tenToOne);
-        const Eigen::Map<const Matrix> curvature(sum.matrix.data(), prior.rows(), prior.cols());
         const Eigen::Map<const Vector> gradient(sum.vector.data(), prior.rows());
-        const Matrix all = curvature + prior;
+        curvature = prior + Eigen::Map<const Matrix>(sum.matrix.data(), prior.rows(), prior.cols());
         const Vector pull = prior.selfadjointView<Eigen::Lower>() * (values - start);
-        values -= all.selfadjointView<Eigen::Lower>().ldlt().solve(gradient + pull);
+        values -= curvature.selfadjointView<Eigen::Lower>().ldlt().solve(gradient + pull);
     }
     return values;
 }
@@ -136,7 +147,7 @@ static double HeldOutError(const FitRound& round) {
 FitResult Fit(Crew& crew, const Unknowns& unknowns, const std::vector<int32_t>& start,
               const FitSettings& settings, const FitWatcher& watcher) {
     const Clock clock;
-    FitResult result = {start, start, {}, settings.tenToOne};
+    FitResult result = {start, start, {}, settings.tenToOne, {}};
     crew.Evaluate(start);
     if (result.tenToOne <= 0)
         result.tenToOne = BestTenToOne(crew);
@@ -148,7 +159,8 @@ FitResult Fit(Crew& crew, const Unknowns& unknowns, const std::vector<int32_t>& 
     for (int number = 1; number <= settings.rounds && !watcher.interrupted(); number++) {
         crew.TakeDerivatives(result.best);
         const Vector from = ValuesOf(unknowns, result.best);
-        const Vector values = Solve(crew, from, origin, prior, result.tenToOne, watcher);
+        Matrix curvature;
+        const Vector values = Solve(crew, from, origin, prior, result.tenToOne, watcher, curvature);
         if (watcher.interrupted())
             break;
         const std::vector<int32_t> rounded = Rounded(result.best, unknowns, values);
@@ -159,6 +171,8 @@ FitResult Fit(Crew& crew, const Unknowns& unknowns, const std::vector<int32_t>& 
         if (error < smallest) {
             smallest = error;
             result.best = rounded;
+            result.deviations =
+                Deviations(curvature, Total(result.rounds.back().errors.training).Mean());
         }
         watcher.rounded(result, error < before);
         if (error >= before * (1 - LEAST_GAIN))

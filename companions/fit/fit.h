@@ -25,6 +25,9 @@ struct FitResult {
     std::vector<int32_t> best; // all numbers of the set
     std::vector<FitRound> rounds;
     double tenToOne = 0;
+    // By unknown: the standard deviation of the value, as far as the positions tell; those of one
+    // game tell less than they seem to. Empty before the first round.
+    std::vector<double> deviations;
 };
 
 // Whoever wants to know how a fit goes.

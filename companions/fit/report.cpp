@@ -6,6 +6,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <numeric>
 
 namespace {
 
@@ -163,14 +164,18 @@ static void DrawTables(std::string& page, const FitResult& result) {
     }
 }
 
-static void ListNumbers(std::string& page, const FitResult& result,
-                        std::span<const Unknown> unknowns) {
-    page += "<table><tr><th>parameter</th><th>before</th><th>after</th><th>change</th></tr>\n";
-    for (const Unknown& unknown : unknowns) {
+// Numbers of the set, by their places among the unknowns.
+static void ListNumbers(std::string& page, const FitResult& result, const Unknowns& unknowns,
+                        std::span<const size_t> places) {
+    page += "<table><tr><th>parameter</th><th>before</th><th>after</th><th>&plusmn;</th>"
+            "<th>change</th></tr>\n";
+    for (const size_t place : places) {
+        const Unknown& unknown = unknowns.all[place];
+        const double deviation = result.deviations.empty() ? 0 : result.deviations[place];
         const int32_t before = result.start[unknown.member];
         const int32_t after = result.best[unknown.member];
-        Print(page, "<tr><td>%s</td><td>%d</td><td>%d</td><td>%+d</td></tr>\n",
-              NameOf(unknown).c_str(), before, after, after - before);
+        Print(page, "<tr><td>%s</td><td>%d</td><td>%d</td><td>%.1f</td><td>%+d</td></tr>\n",
+              NameOf(unknown).c_str(), before, after, deviation, after - before);
     }
     page += "</table>\n";
 }
@@ -179,25 +184,26 @@ static void ListNumbers(std::string& page, const FitResult& result,
 // below one of ten in a rare bonus.
 static void ListLargestChanges(std::string& page, const FitResult& result,
                                const Unknowns& unknowns) {
-    std::vector<Unknown> sorted = unknowns.all;
-    const auto size = [&result](const Unknown& unknown) {
+    std::vector<size_t> places(unknowns.all.size());
+    std::iota(places.begin(), places.end(), 0);
+    std::ranges::stable_sort(places, {}, [&](size_t place) {
+        const Unknown& unknown = unknowns.all[place];
         return -std::abs(result.best[unknown.member] - result.start[unknown.member]) /
                unknown.group->prior;
-    };
-    std::ranges::stable_sort(sorted, {}, size);
-    sorted.resize(std::min(sorted.size(), LARGEST_CHANGES));
-    ListNumbers(page, result, sorted);
+    });
+    places.resize(std::min(places.size(), LARGEST_CHANGES));
+    ListNumbers(page, result, unknowns, places);
 }
 
 // All but the tables that are shown as boards and the cells of the imbalance.
 static void ListScalars(std::string& page, const FitResult& result, const Unknowns& unknowns) {
-    std::vector<Unknown> scalars;
-    for (const Unknown& unknown : unknowns.all) {
-        const ParameterKind kind = unknown.group->kind;
+    std::vector<size_t> places;
+    for (size_t i = 0; i < unknowns.all.size(); i++) {
+        const ParameterKind kind = unknowns.all[i].group->kind;
         if (kind != ParameterKind::SQUARES && kind != ParameterKind::IMBALANCE_TABLE)
-            scalars.push_back(unknown);
+            places.push_back(i);
     }
-    ListNumbers(page, result, scalars);
+    ListNumbers(page, result, unknowns, places);
 }
 
 std::string WriteReport(const FitResult& result, const Unknowns& unknowns, const ReportHead& head) {
