@@ -147,7 +147,7 @@ static double HeldOutError(const FitRound& round) {
 FitResult Fit(Crew& crew, const Unknowns& unknowns, const std::vector<int32_t>& start,
               const FitSettings& settings, const FitWatcher& watcher) {
     const Clock clock;
-    FitResult result = {start, start, {}, settings.tenToOne, {}};
+    FitResult result = {start, start, {}, 0, settings.tenToOne, {}};
     crew.Evaluate(start);
     if (result.tenToOne <= 0)
         result.tenToOne = BestTenToOne(crew);
@@ -156,10 +156,11 @@ FitResult Fit(Crew& crew, const Unknowns& unknowns, const std::vector<int32_t>& 
     const Matrix prior = PriorMatrix(unknowns, settings.prior);
     const Vector origin = ValuesOf(unknowns, start);
     double smallest = HeldOutError(result.rounds[0]);
+    Matrix curvature;
+    Matrix best; // of the best round
     for (int number = 1; number <= settings.rounds && !watcher.interrupted(); number++) {
         crew.TakeDerivatives(result.best);
         const Vector from = ValuesOf(unknowns, result.best);
-        Matrix curvature;
         const Vector values = Solve(crew, from, origin, prior, result.tenToOne, watcher, curvature);
         if (watcher.interrupted())
             break;
@@ -171,12 +172,14 @@ FitResult Fit(Crew& crew, const Unknowns& unknowns, const std::vector<int32_t>& 
         if (error < smallest) {
             smallest = error;
             result.best = rounded;
-            result.deviations =
-                Deviations(curvature, Total(result.rounds.back().errors.training).Mean());
+            result.bestRound = result.rounds.size() - 1;
+            best = curvature;
         }
         watcher.rounded(result, error < before);
         if (error >= before * (1 - LEAST_GAIN))
             break;
     }
+    if (best.size() > 0 && !watcher.interrupted())
+        result.deviations = Deviations(best, Total(result.rounds.back().errors.training).Mean());
     return result;
 }

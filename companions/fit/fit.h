@@ -10,7 +10,7 @@
 
 struct FitSettings {
     int rounds = 8;      // at most
-    double prior = 20;   // how much weight the start has: of so many positions, one is believed
+    double prior = 1;    // how much weight the start has
     double tenToOne = 0; // centipawns; 0: what fits the start best
 };
 
@@ -24,9 +24,10 @@ struct FitResult {
     std::vector<int32_t> start;
     std::vector<int32_t> best; // all numbers of the set
     std::vector<FitRound> rounds;
+    size_t bestRound = 0; // among them: that of `best`
     double tenToOne = 0;
     // By unknown: the standard deviation of the value, as far as the positions tell; those of one
-    // game tell less than they seem to. Empty before the first round.
+    // game tell less than they seem to. Empty until the fit has ended.
     std::vector<double> deviations;
 };
 

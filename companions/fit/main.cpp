@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cinttypes>
 #include <cmath>
 #include <csignal>
 #include <cstdio>
@@ -160,7 +159,7 @@ static void PrintRound(const FitRound& round) {
 static bool Save(const Settings& settings, const FitResult& result, const Unknowns& unknowns,
                  const Samples& samples) {
     const ReportHead head = {std::string("tarquelin-fit ") + VERSION, samples.all.size(),
-                             samples.games, settings.resultPercent / 100.0};
+                             samples.Games(), settings.resultPercent / 100.0};
     if (!settings.report.empty() &&
         !WriteText(settings.report, WriteReport(result, unknowns, head)))
         return false;
@@ -192,8 +191,8 @@ static int Run(const Settings& settings) {
     if (!ReadSamples(settings, samples))
         return 1;
     const Unknowns unknowns = WithoutFrozen(settings.frozen);
-    std::printf("%zu positions of %" PRIu64 " games, %zu unknowns\n", samples.all.size(),
-                samples.games, unknowns.all.size());
+    std::printf("%zu positions of %zu games, %zu unknowns\n", samples.all.size(), samples.Games(),
+                unknowns.all.size());
     std::printf("round   training   held out   by phase: from %s to %s   seconds\n", PhaseName(0),
                 PhaseName(PHASES - 1));
     std::fflush(stdout);
@@ -210,6 +209,7 @@ static int Run(const Settings& settings) {
         .interrupted = [&] { return Interrupted != 0 || !saved; },
     };
     const FitResult result = Fit(crew, unknowns, Members(), settings.fit, watcher);
+    saved = saved && Save(settings, result, unknowns, samples);
     std::printf("%s: %zu rounds, ten to one at %.0f centipawns\n", settings.output.c_str(),
                 result.rounds.size() - 1, result.tenToOne);
     return saved ? 0 : 1;

@@ -99,13 +99,13 @@ static double PhaseError(const FitRound& round, int phase) {
     return heldOut.count > 0 ? heldOut.Mean() : round.errors.training[size_t(phase)].Mean();
 }
 
-static void ListPhases(std::string& page, const std::vector<FitRound>& rounds) {
+static void ListPhases(std::string& page, const FitResult& result) {
     page += "<table><tr><th>phase</th><th>positions</th><th>before</th><th>after</th>"
             "<th>change</th></tr>\n";
     for (int phase = 0; phase < PHASES; phase++) {
-        const Errors& errors = rounds[0].errors;
-        const double before = PhaseError(rounds.front(), phase);
-        const double after = PhaseError(rounds.back(), phase);
+        const Errors& errors = result.rounds[0].errors;
+        const double before = PhaseError(result.rounds.front(), phase);
+        const double after = PhaseError(result.rounds[result.bestRound], phase);
         Print(page,
               "<tr><td>%s</td><td>%lld</td><td>%.5f</td><td>%.5f</td><td>%+.1f %%</td></tr>\n",
               PhaseName(phase),
@@ -213,7 +213,7 @@ std::string WriteReport(const FitResult& result, const Unknowns& unknowns, const
     page += STYLE;
     page += "</style></head><body>\n<h1>Fit of the evaluation</h1>\n";
     Print(page,
-          "<p>%s: %llu positions of about %llu games, %zu unknowns, %.0f seconds. Targets: %.0f %% "
+          "<p>%s: %llu positions of %llu games, %zu unknowns, %.0f seconds. Targets: %.0f %% "
           "results, %.0f %% scores. %.0f centipawns make ten points to one.</p>\n",
           head.program.c_str(), static_cast<unsigned long long>(head.positions),
           static_cast<unsigned long long>(head.games), unknowns.all.size(),
@@ -222,7 +222,7 @@ std::string WriteReport(const FitResult& result, const Unknowns& unknowns, const
     page += "<h2>Mean squared error by round</h2>\n";
     DrawCurves(page, result.rounds);
     page += "<h2>Error by phase of the game (held out)</h2>\n";
-    ListPhases(page, result.rounds);
+    ListPhases(page, result);
     page += "<h2>Largest changes</h2>\n";
     ListLargestChanges(page, result, unknowns);
     page += "<h2>Piece-square tables, centipawns</h2>\n";

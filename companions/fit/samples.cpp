@@ -68,11 +68,9 @@ static int MenOf(std::string_view fen) {
 }
 
 void Samples::Add(std::string_view fen, float score, float result, uint64_t game) {
-    if (games == 0 || game != lastGame)
-        games++;
-    lastGame = game;
     if (Mixed(++seen) % uint64_t(rules.every) != 0)
         return;
+    games.insert(game);
     const bool heldOut = Mixed(game + 1) % 100 < uint64_t(rules.heldOutPercent);
     all.push_back({texts.size(), score, result, 0, PhaseOf(MenOf(fen)), heldOut});
     texts += fen;

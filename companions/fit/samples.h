@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
+#include <unordered_set>
 #include <vector>
 
 constexpr float NO_LABEL = std::numeric_limits<float>::quiet_NaN();
@@ -44,7 +46,9 @@ public:
     }
 
     std::vector<Sample> all;
-    uint64_t games = 0; // about: files that share a game count it twice
+    size_t Games() const {
+        return games.size();
+    }
 
 private:
     bool ReadLines(const std::string& path);
@@ -54,8 +58,8 @@ private:
     void Add(std::string_view fen, float score, float result, uint64_t game);
 
     Rules rules;
-    std::string texts; // of all positions, each ended by a null character
+    std::string texts;                  // of all positions, each ended by a null character
+    std::unordered_set<uint64_t> games; // their numbers
     uint64_t seen = 0;
-    uint64_t lastGame = 0;
     uint64_t files = 0;
 };

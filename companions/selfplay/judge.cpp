@@ -114,11 +114,36 @@ bool Court::GiveOut(Judge& judge) {
     return judge.engine.Search(ReadLabelledPosition(judge.task->line)->fen, settings.nodes);
 }
 
-// The line with the engine's score in the place of the other; empty where it has none.
-static std::string JudgedLine(const std::string& line, std::optional<int> score) {
-    if (!score)
-        return {};
+// Whether a man stands on the square with that name, "e4".
+static bool IsOccupied(std::string_view fen, std::string_view square) {
+    char file = 'a';
+    char rank = '8';
+    for (const char c : fen.substr(0, fen.find(' '))) {
+        if (c == '/') {
+            file = 'a';
+            rank--;
+        } else if (c >= '1' && c <= '8') {
+            file = char(file + (c - '0'));
+        } else if (file++ == square[0] && rank == square[1]) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Neither a capture, but for one en passant, nor a promotion.
+static bool IsQuiet(std::string_view fen, std::string_view move) {
+    constexpr size_t plainMove = 4; // "e2e4"
+    return move.size() == plainMove && !IsOccupied(fen, move.substr(2));
+}
+
+// The line with the engine's score in the place of the other; empty where it has none, or where the
+// position is not quiet for it.
+static std::string JudgedLine(const std::string& line, const UciEngine& engine) {
     const LabelledPosition position = *ReadLabelledPosition(line);
+    const std::optional<int> score = engine.Score();
+    if (!score || !IsQuiet(position.fen, engine.BestMove()))
+        return {};
     const bool blackToMove = Split(position.fen, ' ')[1] == "b";
     return LabelledLine(position.fen, blackToMove ? -*score : *score, position.result,
                         position.seed);
@@ -136,7 +161,7 @@ bool Court::Listen() {
         if (!judge->engine.Receive())
             return false;
         if (judge->engine.HasFinished()) {
-            judge->task->line = JudgedLine(judge->task->line, judge->engine.Score());
+            judge->task->line = JudgedLine(judge->task->line, judge->engine);
             judge->task->isDone = true;
             judge->task = nullptr;
         }
@@ -180,7 +205,7 @@ static bool AreSamePosition(std::string_view line, std::string_view judged) {
 }
 
 // Passes over the positions that have been judged before: those of the output, in their order, with
-// gaps where a mate was dropped. False, with a message, when the output has others as well.
+// gaps where some were dropped. False, with a message, when the output has others as well.
 static bool PassOverJudged(Source& source, const LabelFile& file, const std::string& output) {
     bool areAmong = true;
     std::string line;
@@ -208,8 +233,8 @@ int JudgePositions(const JudgeSettings& settings) {
     Court court(settings, source, file);
     const bool went = court.Start() && court.Run();
     ClearProgressLine();
-    std::printf("%s: %" PRIu64 " positions added, %" PRIu64 " with a mate dropped\n",
-                settings.output.c_str(), court.Written(), court.Dropped());
+    std::printf("%s: %" PRIu64 " positions added, %" PRIu64 " dropped\n", settings.output.c_str(),
+                court.Written(), court.Dropped());
     if (StopSignal() != 0)
         return SIGNAL_STATUS + StopSignal();
     return went ? 0 : 1;

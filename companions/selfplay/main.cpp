@@ -72,7 +72,7 @@ static void AddPlay(CLI::App& program, PlaySettings& settings, Job& job) {
 
 static void AddJudge(CLI::App& program, JudgeSettings& settings, Job& job) {
     CLI::App& command = *program.add_subcommand(
-        "judge", "Replaces the scores by those of another engine; drops mates");
+        "judge", "Replaces the scores by those of another engine; drops mates and captures");
     command.callback([&] { job = [&] { return JudgePositions(settings); }; });
     command.add_option("POSITIONS", settings.positions, "what \"play\" has written")
         ->option_text(" ")

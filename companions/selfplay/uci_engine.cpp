@@ -137,6 +137,7 @@ bool UciEngine::Search(std::string_view fen, int nodes) {
     awaited = "bestmove";
     finished = false;
     score.reset();
+    best.clear();
     return Send("position fen " + std::string(fen) + "\ngo nodes " + std::to_string(nodes) + "\n");
 }
 
@@ -151,6 +152,8 @@ static std::string_view WordAfter(std::string_view line, std::string_view key) {
 
 void UciEngine::ReadLine(std::string_view line) {
     finished = finished || line.starts_with(awaited);
+    if (line.starts_with("bestmove "))
+        best = WordAfter(line, "bestmove ");
     if (!line.starts_with("info ") || line.find(" score ") == std::string_view::npos)
         return;
     // A bound is no score yet; the line that settles it follows.

@@ -38,6 +38,10 @@ public:
     std::optional<int> Score() const {
         return score;
     }
+    // Of the same search, "e2e4"; "(none)" or anything else where there is none.
+    const std::string& BestMove() const {
+        return best;
+    }
 
 private:
     bool Spawn();
@@ -58,4 +62,5 @@ private:
     bool finished = true;
     Clock::time_point lastHeard;
     std::optional<int> score;
+    std::string best;
 };

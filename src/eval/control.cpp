@@ -43,12 +43,12 @@ template <Colour Us> static void AddKing(SideView& us) {
                  StepsToNearest(king, PieceBB[PAWN][ChangeSide(Us)]) * Params.KingFromEnemyPawn;
 }
 
-template <Colour Us> static void Evaluate(SideView& us, const SideView& them) {
+template <Colour Us> static void EvaluateSide(SideView& us, const SideView& them) {
     AddContested<Us>(us, them);
     AddKing<Us>(us);
 }
 
 void EvaluateControl(SideView& white, SideView& black) {
-    Evaluate<WHITE>(white, black);
-    Evaluate<BLACK>(black, white);
+    EvaluateSide<WHITE>(white, black);
+    EvaluateSide<BLACK>(black, white);
 }

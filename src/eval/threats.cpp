@@ -74,7 +74,7 @@ template <Colour Us> static void AddPins(SideView& us) {
     us.Add(pinned, Params.PinMiddlegame, Params.PinEnding);
 }
 
-template <Colour Us> static void Evaluate(SideView& us, const SideView& them) {
+template <Colour Us> static void EvaluateSide(SideView& us, const SideView& them) {
     AddWinning<Us>(us, them);
     AddPressure<Us>(us, them);
     AddPushes<Us>(us, them);
@@ -86,6 +86,6 @@ template <Colour Us> static void Evaluate(SideView& us, const SideView& them) {
 }
 
 void EvaluateThreats(SideView& white, SideView& black) {
-    Evaluate<WHITE>(white, black);
-    Evaluate<BLACK>(black, white);
+    EvaluateSide<WHITE>(white, black);
+    EvaluateSide<BLACK>(black, white);
 }

@@ -101,7 +101,7 @@ TEST_F(FitCompanion, LeavesWhatIsFrozenAndReadsGames) {
                   "Be7 6. Re1 b5 7. Bb3 O-O 1-0\n\n[Result \"*\"]\n\n1. d4 d5 2. c4 e6 "
                   "3. Nc3 Nf6 4. Bg5 Be7 5. e3 O-O *\n");
     const Outcome fit =
-        RunCompanion("tarquelin-fit", "--freeze P Q --prior 0.01 --held-out 0 games.pgn");
+        RunCompanion("tarquelin-fit", "--freeze P Q Imbalance --prior 0.01 --held-out 0 games.pgn");
     ASSERT_EQ(fit.status, 0) << fit.text;
     EXPECT_TRUE(fit.Says("positions of 1 games")) << fit.text;
     LoadParameters("fitted.txt");

@@ -47,7 +47,8 @@ protected:
         return lines;
     }
     // A program in the place of an engine, which dies in its search number `last`. Its score is the
-    // length of the text of the men; it sees a mate where that begins with "r".
+    // length of the text of the men; it sees a mate where that begins with "r", and a capture on a8
+    // where with "q".
     static void WriteEngine(int last) {
         WriteFileText("engine",
                       "#!/bin/sh\nn=0\nwhile read -r word fen men rest; do case $word in\n"
@@ -57,7 +58,8 @@ protected:
                           " ] || exit\necho info depth 1 score cp 7 lowerbound nodes 3\n"
                           "case $board in r*) echo info score mate 2 nodes 9;;\n"
                           "*) echo info depth 2 score cp ${#board} nodes 9;; esac\n"
-                          "echo info depth 3 score cp 7 upperbound; echo bestmove e2e4;;\n"
+                          "echo info depth 3 score cp 7 upperbound\n"
+                          "case $board in q*) echo bestmove a1a8;; *) echo bestmove e2e4;; esac;;\n"
                           "esac; done\n");
         fs::permissions("engine", fs::perms::owner_all);
     }
@@ -139,11 +141,14 @@ TEST_F(SelfPlay, HasItsPositionsJudgedByAnotherEngine) {
     std::string positions;
     std::string judged;
     for (int i = 0; i < 60; i++) {
-        const std::string men = (i % 4 == 0 ? "r" : "") + std::string(size_t(i % 9 + 8), 'k');
+        const std::string men = (i % 4 == 0   ? "r"
+                                 : i % 4 == 1 ? "q"
+                                              : "") +
+                                std::string(size_t(i % 9 + 8), 'k');
         const std::string fen = men + (i % 2 == 0 ? " b" : " w") + " - - 0 " + std::to_string(i);
         const std::string rest = "\t0-1\t" + std::to_string(i / 7) + "\n";
         positions += fen + "\t5" + rest;
-        if (i % 4 != 0)
+        if (i % 4 > 1)
             judged += fen + (i % 2 == 0 ? "\t-" : "\t") + std::to_string(men.size()) + rest;
     }
     // What cannot be understood is named; half a line at the end, whose seed may go on, is nothing.
@@ -151,7 +156,7 @@ TEST_F(SelfPlay, HasItsPositionsJudgedByAnotherEngine) {
     WriteEngine(10);
     const Outcome dead = Judge("--threads 1 --output judged positions");
     EXPECT_TRUE(dead.status == 1 && dead.Says("./engine: the engine has ended")) << dead.text;
-    EXPECT_EQ(Lines("judged").size(), 6U) << "with three mates of nine";
+    EXPECT_EQ(Lines("judged").size(), 4U) << "three mates and two captures of nine";
     WriteFileText("judged", FileText("judged") + "kkk w - - 0");
     WriteEngine(1000000);
     const Outcome went = Judge("--threads 3 --output judged positions");
