@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "eval/figures.h"
 #include "support/board_test.h"
 #include "support/scratch.h"
 

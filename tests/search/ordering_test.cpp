@@ -4,7 +4,6 @@
 #include <iterator>
 
 #include "board/fen.h"
-#include "board/moves/make_move.h"
 #include "search/state.h"
 #include "support/scratch.h"
 #include "support/search_test.h"

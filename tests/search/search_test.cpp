@@ -1,7 +1,6 @@
 #include "search/tree/search.h"
 
 #include <cstdlib>
-#include <string>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,5 @@
 #include "search/transposition.h"
 
-#include <algorithm>
 #include <vector>
 
 #include <gtest/gtest.h>

@@ -1,6 +1,5 @@
 // Games as real files hold them, read to the board.
 
-#include <cstdint>
 #include <memory>
 #include <random>
 #include <string>
