@@ -72,10 +72,15 @@ constexpr Exchange Exchanges[] = {
     {"perft without a depth, or with none to speak of", "perft\nperft 0\nperft -3", ""},
 };
 
-TEST(Console, AnswersByteForByte) {
+TEST(Console, AnswersByteForByteAndAtOnce) {
     for (const Exchange& c : Exchanges) {
         SCOPED_TRACE(c.what);
-        EXPECT_EQ(Answer(c.lines), c.answer);
+        EngineProcess engine;
+        engine.Settle();
+        engine.Send(c.lines);
+        // Nothing more is sent before the whole answer has come: a GUI waits for it as well.
+        EXPECT_EQ(engine.ReadThrough(c.answer), c.answer);
+        EXPECT_EQ(engine.Settle(), "");
     }
 }
 

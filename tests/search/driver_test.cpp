@@ -24,6 +24,10 @@ TEST_F(DriverTest, LooksForAnEasyRecaptureAfterTheThirdIteration) {
     EXPECT_EQ(Running.EasyMove, NO_MOVE);
     SearchFixedDepth(5);
     EXPECT_EQ(MoveText(Running.EasyMove), "e1d1");
+    LoadFen("4k3/8/8/q6p/1P4P1/8/8/4K3 b - -");
+    Play("h5g4");
+    EXPECT_EQ(MoveText(SearchFixedDepth(5)), "b4a5");
+    EXPECT_EQ(Running.EasyMove, NO_MOVE) << "it takes, but does not take back";
 }
 
 TEST_F(DriverTest, SearchesAsManyNodesAsItIsTold) {

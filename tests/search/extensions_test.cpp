@@ -6,6 +6,7 @@
 #include "board/moves/make_move.h"
 #include "board/notation.h"
 #include "board/position.h"
+#include "search/state.h"
 
 namespace {
 
