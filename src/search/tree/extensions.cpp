@@ -48,13 +48,18 @@ static int PiecesToWin(int from, Colour us) {
 }
 
 // Whether there are two pieces that the man may come to attack: those seen from its new square as
-// the board stands now, and those behind the square that it leaves.
+// the board stands now, and those that it will see through the square that it leaves.
 static bool MayAttackTwo(Move move, Colour us) {
+    const int from = From(move);
+    const int to = To(move);
     const Piece piece = Promotion(move) != EMPTY ? Promotion(move) : MovingPiece(move);
     const Colour them = ChangeSide(us);
-    const Bitboard attacks =
-        PieceAttacks(To(move), us, piece) | PieceAttacks(From(move), us, piece);
-    return CountBits(attacks & ColourBB[them] & ~PieceBB[PAWN][them]) >= 2;
+    const Bitboard targets = ColourBB[them] & ~PieceBB[PAWN][them];
+    const Bitboard beyond = Ray[DirectionTo[to][from]][from];
+    Bitboard attacked = PieceAttacks(to, us, piece) & targets;
+    if (beyond & targets)
+        attacked |= PieceAttacks(from, us, piece) & beyond & targets;
+    return CountBits(attacked) >= 2;
 }
 
 // The man attacks from its new square two or more pieces that it could win. That is asked on the
