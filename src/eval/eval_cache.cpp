@@ -129,8 +129,12 @@ static int32_t EvaluateInto(CacheEntry& entry, uint64_t key) {
 }
 
 void PrefetchEvaluation(uint64_t placement) {
-    if (EntryCount > 0)
-        __builtin_prefetch(&SlotOf(EvalKey(placement)));
+    if (EntryCount <= 0)
+        return;
+    const CacheEntry* const slot = &SlotOf(EvalKey(placement));
+    __builtin_prefetch(slot);
+    // An entry is nearly a line of the processor's cache long and mostly lies in two.
+    __builtin_prefetch(&slot->auxScore);
 }
 
 int32_t EvaluateCached() {
