@@ -31,7 +31,7 @@ static int StepsToNearest(int king, Bitboard men) {
     return LONGEST_WALK;
 }
 
-// Pawns beside a king keep it warm; when it has little to fear any more, it goes to the pawns.
+// Pawns beside a king shelter it. A king that has little to fear belongs near the pawns.
 template <Colour Us> static void AddKing(SideView& us) {
     const int king = KingSquare[Us];
     const Bitboard own = PieceBB[PAWN][Us];
