@@ -50,6 +50,7 @@ constexpr Case Cases[] = {
     {"queen into a rook", "7r/P5k1/8/8/8/8/8/4K3 w - -", "a7a8q", false},
     {"queen into a rook with a rook behind", "7r/P5k1/8/8/8/8/8/R3K3 w - -", "a7a8q", true},
     {"queen into a knight with a bishop behind", "8/P6k/1n6/8/8/8/8/4K2B w - -", "a7a8q", true},
+    {"queen into a knight and a rook", "7r/P5k1/1n6/8/8/8/8/R3K3 w - -", "a7a8q", false},
     {"queen into the king", "8/Pk6/8/8/8/8/8/4K3 w - -", "a7a8q", false},
     // En passant: the captured field of the word is empty.
     {"en passant", "4k3/8/8/3pP3/8/8/8/4K3 w - d5", "e5d6", true},
