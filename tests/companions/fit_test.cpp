@@ -1,9 +1,9 @@
 // The fit as a user runs it, on labels that come from values it has to find.
 
 #include <random>
-#include <regex>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -52,9 +52,15 @@ protected:
     // The errors of a run, training and held out, by round.
     static std::vector<std::pair<double, double>> Errors(const std::string& output) {
         std::vector<std::pair<double, double>> errors;
-        const std::regex round(R"(\n +\d+ +(\d\.\d+) +(\d\.\d+) )");
-        for (std::sregex_iterator i(output.begin(), output.end(), round), end; i != end; ++i)
-            errors.emplace_back(std::stod((*i)[1]), std::stod((*i)[2]));
+        std::istringstream lines(output);
+        for (std::string line; std::getline(lines, line);) {
+            std::istringstream numbers(line);
+            int round = 0;
+            double training = 0;
+            double heldOut = 0;
+            if (numbers >> round >> training >> heldOut)
+                errors.emplace_back(training, heldOut);
+        }
         return errors;
     }
 

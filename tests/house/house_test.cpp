@@ -1,13 +1,14 @@
 // The rules of the house that no compiler checks: which way includes point, where #ifdef may stand,
 // how headers begin. Each is a reader of lines, not of C++: it relies on our layout.
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -57,23 +58,30 @@ std::string FolderOf(const std::string& path) {
     return path.substr(0, path.rfind('/') + 1);
 }
 
+// What follows the blanks at the beginning of a text.
+std::string_view AfterBlanks(std::string_view text) {
+    return text.substr(std::min(text.find_first_not_of(" \t"), text.size()));
+}
+
 // The line's directive without blanks around its "#"; empty when it has none.
-std::string Directive(const std::string& line) {
-    static const std::regex form("\\s*#\\s*(.*)");
-    std::smatch found;
-    return std::regex_match(line, found, form) ? "#" + found.str(1) : "";
+std::string Directive(std::string_view line) {
+    line = AfterBlanks(line);
+    return line.starts_with('#') ? "#" + std::string(AfterBlanks(line.substr(1))) : "";
 }
 
 // What a line includes of ours, if anything. Our files may hide in angle brackets: there a path is
 // ours when it begins with a floor.
 std::string Included(const std::string& line) {
+    constexpr std::string_view word = "#include";
     const std::string directive = Directive(line);
-    static const std::regex form("#include\\s*([\"<])(.*)[\">]");
-    std::smatch found;
-    return std::regex_match(directive, found, form) &&
-                   (found.str(1) == "\"" || FloorsBelow.contains(FloorOf(found.str(2))))
-               ? found.str(2)
-               : "";
+    if (!directive.starts_with(word))
+        return "";
+    const std::string_view name = AfterBlanks(std::string_view(directive).substr(word.size()));
+    const size_t end = name.find_last_of("\">");
+    if (name.size() < 2 || end == 0)
+        return "";
+    const std::string path(name.substr(1, end - 1));
+    return name[0] == '"' || FloorsBelow.contains(FloorOf(path)) ? path : "";
 }
 
 using Faults = std::vector<std::string>;
@@ -157,8 +165,10 @@ Faults HeadersWithoutAHead(const Sources& sources) {
 
 Faults VariablesHiddenInProcedures(const Sources& sources) {
     return OfEachLine(sources, [](const std::string&, const std::string& line) {
-        static const std::regex form("^ +static (?!constexpr )");
-        return std::regex_search(line, form) ? ":" + line : "";
+        const std::string_view text = AfterBlanks(line);
+        const bool hidden = line.starts_with(' ') && text.starts_with("static ") &&
+                            !text.starts_with("static constexpr ");
+        return hidden ? ":" + line : "";
     });
 }
 
