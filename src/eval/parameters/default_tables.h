@@ -1,8 +1,7 @@
-// The built-in tables of the parameter set: where men stand well.
+// The built-in tables of the parameter set: where men stand well, as fitted to games.
 //
-// Centipawns on top of the man's plain value, fitted to games (docs/tuning.md). The level of a whole
-// table matters too: pawns are worth less than their plain value while there are many men, pieces
-// more.
+// Centipawns on top of the man's plain value. The level of a whole table matters too: pawns are
+// worth less than their plain value while there are many men, pieces more.
 #pragma once
 
 #include "eval/parameters/board_table.h"
