@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
-#define GROUP(name, kind, needs, step, mirrored, prior)                                            \
-    {                                                                                              \
-#name, offsetof(EvalParameters, name) / sizeof(int32_t),                                   \
-            sizeof(EvalParameters::name) / sizeof(int32_t), ParameterKind::kind, needs, step,      \
-            mirrored, prior                                                                        \
-    }
+static constexpr size_t NUMBER_SIZE = sizeof(int32_t);
 
 // clang-format off
+
+#define GROUP(name, kind, needs, step, mirrored, prior)                   \
+    {#name, offsetof(EvalParameters, name) / NUMBER_SIZE,                 \
+     sizeof(EvalParameters::name) / NUMBER_SIZE, ParameterKind::kind,     \
+     needs, step, mirrored, prior}
 
 // By name: kind, what must be on the board, step, both wings alike, prior.
 static constexpr ParameterGroup Groups[] = {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cinttypes>
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
@@ -104,14 +105,15 @@ static void ListPhases(std::string& page, const FitResult& result) {
             "<th>change</th></tr>\n";
     for (int phase = 0; phase < PHASES; phase++) {
         const Errors& errors = result.rounds[0].errors;
+        const int64_t positions =
+            errors.training[size_t(phase)].count + errors.heldOut[size_t(phase)].count;
         const double before = PhaseError(result.rounds.front(), phase);
         const double after = PhaseError(result.rounds[result.bestRound], phase);
         Print(page,
-              "<tr><td>%s</td><td>%lld</td><td>%.5f</td><td>%.5f</td><td>%+.1f %%</td></tr>\n",
-              PhaseName(phase),
-              static_cast<long long>(errors.training[size_t(phase)].count +
-                                     errors.heldOut[size_t(phase)].count),
-              before, after, before > 0 ? 100 * (after / before - 1) : 0);
+              "<tr><td>%s</td><td>%" PRId64
+              "</td><td>%.5f</td><td>%.5f</td><td>%+.1f %%</td></tr>\n",
+              PhaseName(phase), positions, before, after,
+              before > 0 ? 100 * (after / before - 1) : 0);
     }
     page += "</table>\n";
 }

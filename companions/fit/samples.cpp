@@ -104,7 +104,7 @@ static bool LooksLikePosition(std::string_view fen) {
     const std::string_view men = fen.substr(0, fen.find(' '));
     const auto count = [men](char c) { return std::ranges::count(men, c); };
     return count('K') == 1 && count('k') == 1 && count('/') == 7 &&
-           (fen.find(" w ") != fen.npos || fen.find(" b ") != fen.npos);
+           (fen.find(" w ") != std::string_view::npos || fen.find(" b ") != std::string_view::npos);
 }
 
 bool Samples::ReadLine(std::string_view line) {
@@ -130,7 +130,8 @@ bool Samples::ReadLines(const std::string& path) {
     uint64_t number = 0;
     uint64_t broken = 0;
     // A last line without its end was not written to its end.
-    for (size_t end; (end = rest.find('\n')) != rest.npos; rest.remove_prefix(end + 1)) {
+    for (size_t end; (end = rest.find('\n')) != std::string_view::npos;
+         rest.remove_prefix(end + 1)) {
         number++;
         if (end == 0 || rest[0] == '#' || ReadLine(rest.substr(0, end)))
             continue;
