@@ -10,16 +10,13 @@
 #include <optional>
 #include <string>
 
-#include "board/attacks.h"
 #include "board/fen.h"
-#include "board/keys.h"
 #include "board/moves/order_tables.h"
 #include "board/moves/perft.h"
 #include "book_bench.h"
 #include "companions/shared/command_line.h"
+#include "companions/shared/engine_start.h"
 #include "companions/shared/progress.h"
-#include "eval/derived_tables.h"
-#include "eval/endings/king_pawn_bitbase.h"
 #include "platform/clock.h"
 #include "search/hash_memory.h"
 #include "search/state.h"
@@ -98,11 +95,7 @@ constexpr PerftPosition PerftPositions[] = {
 } // namespace
 
 static void StartEngine() {
-    StartClock();
-    InitAttackTables();
-    InitKingPawnBitbase();
-    InitKeys();
-    InitDerivedTables();
+    StartTables();
     AllocateHashTables();
 }
 

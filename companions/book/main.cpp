@@ -3,12 +3,9 @@
 #include <optional>
 #include <string>
 
-#include "board/attacks.h"
-#include "board/keys.h"
 #include "commands.h"
 #include "companions/shared/command_line.h"
-#include "eval/derived_tables.h"
-#include "platform/clock.h"
+#include "companions/shared/engine_start.h"
 
 namespace {
 
@@ -186,13 +183,6 @@ static void AddRandom(CLI::App& program, RandomSettings& settings, Job& job) {
     AddNumber(command, "--seed", settings.seed, 0, MANY, "N", "of the random numbers");
 }
 
-static void StartBoard() {
-    StartClock();
-    InitAttackTables();
-    InitKeys();
-    InitDerivedTables();
-}
-
 int main(int argc, char** argv) {
     CLI::App program("Builds, merges, checks and shows opening books.", "tarquelin-book");
     AllSettings settings;
@@ -205,6 +195,6 @@ int main(int argc, char** argv) {
     program.require_subcommand(1);
     if (const std::optional<int> status = ReadCommandLine(program, argc, argv))
         return *status;
-    StartBoard();
+    StartTables();
     return job();
 }

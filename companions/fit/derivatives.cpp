@@ -6,17 +6,14 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "board/attacks.h"
-#include "board/keys.h"
 #include "board/position.h"
+#include "companions/shared/engine_start.h"
 #include "eval/derived_tables.h"
-#include "eval/endings/king_pawn_bitbase.h"
 #include "eval/evaluate.h"
 #include "eval/material/imbalance.h"
 #include "eval/material/material.h"
 #include "eval/parameters/attacker_weight.h"
 #include "eval/pawns/pawn_structure.h"
-#include "platform/clock.h"
 
 namespace {
 
@@ -39,13 +36,9 @@ constinit uint8_t PawnMemory[(PAWN_RECORDS + PAWN_SPARE_ENTRIES) * PAWN_ENTRY_BY
 } // namespace
 
 void StartEvaluation() {
-    StartClock();
-    InitAttackTables();
-    InitKingPawnBitbase();
-    InitKeys();
+    StartTables();
     SetPawnHashMemory(PawnMemory, PAWN_RECORDS);
     ClearPawnHash();
-    InitDerivedTables();
 }
 
 void SetParameters(const std::vector<int32_t>& members) {

@@ -34,8 +34,9 @@ private:
 
 } // namespace
 
-// Golden section: between the bounds the error has one minimum.
-double BestTenToOne(Crew& crew) {
+// The score of who gets ten points to one that fits the crew's evaluations best. Golden section:
+// between the bounds the error has one minimum.
+static double BestTenToOne(Crew& crew) {
     constexpr double section = 0.618034;
     constexpr double closeEnough = 0.5;
     double low = 80;

@@ -43,6 +43,3 @@ struct FitWatcher {
 // Fits the unknowns, from `start`. The parameters of this process stay as they are.
 FitResult Fit(Crew& crew, const Unknowns& unknowns, const std::vector<int32_t>& start,
               const FitSettings& settings, const FitWatcher& watcher);
-
-// The score of who gets ten points to one that fits the crew's evaluations best.
-double BestTenToOne(Crew& crew);

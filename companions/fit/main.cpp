@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "companions/shared/command_line.h"
+#include "companions/shared/engine_start.h"
 #include "derivatives.h"
 #include "eval/parameters/values_file.h"
 #include "fit.h"
@@ -184,8 +185,8 @@ static bool ReadSamples(const Settings& settings, Samples& samples) {
 }
 
 static int Run(const Settings& settings) {
-    if (!settings.start.empty())
-        LoadParameters(settings.start.c_str());
+    if (!settings.start.empty() && !ReadValues(settings.start))
+        return 1;
     StartEvaluation();
     Samples samples(settings.rules);
     if (!ReadSamples(settings, samples))

@@ -1,10 +1,10 @@
 #include "samples.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -14,6 +14,7 @@
 #include "board/position.h"
 #include "board/score.h"
 #include "companions/shared/files.h"
+#include "companions/shared/labelled_position.h"
 #include "companions/shared/progress.h"
 #include "eval/evaluate.h"
 #include "search/state.h"
@@ -28,6 +29,7 @@ constexpr int OPENING_PLIES = 8;
 constexpr int32_t QUIET_MARGIN = 60;
 // Beyond this the game is decided, and the size of a score says nothing.
 constexpr float LARGEST_LABEL = 3000;
+constexpr float NO_LABEL = std::numeric_limits<float>::quiet_NaN();
 
 } // namespace
 
@@ -77,26 +79,8 @@ void Samples::Add(std::string_view fen, float score, float result, uint64_t game
     texts += '\0';
 }
 
-static std::optional<float> ResultNamed(std::string_view name) {
-    if (name == "1-0")
-        return 1.0F;
-    if (name == "0-1")
-        return 0.0F;
-    return name == "1/2-1/2" ? std::optional(0.5F) : std::nullopt;
-}
-
-template <typename Number> static bool ReadNumber(std::string_view text, Number& number) {
-    const char* const end = text.data() + text.size();
-    const auto [stopped, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && stopped == end && !text.empty();
-}
-
-// The text up to the next tab, which is taken off the line.
-static std::string_view NextColumn(std::string_view& line) {
-    const size_t tab = std::min(line.find('\t'), line.size());
-    const std::string_view column = line.substr(0, tab);
-    line.remove_prefix(std::min(tab + 1, line.size()));
-    return column;
+static float ResultNamed(std::string_view name) {
+    return name == "1-0" ? 1.0F : name == "0-1" ? 0.0F : 0.5F;
 }
 
 // Enough to keep a damaged line from being a position: a king each, and 8 ranks.
@@ -108,15 +92,11 @@ static bool LooksLikePosition(std::string_view fen) {
 }
 
 bool Samples::ReadLine(std::string_view line) {
-    const std::string_view fen = NextColumn(line);
-    int score = 0;
-    uint64_t game = 0;
-    const std::string_view scoreText = NextColumn(line);
-    const std::optional<float> result = ResultNamed(NextColumn(line));
-    if (!LooksLikePosition(fen) || !ReadNumber(scoreText, score) || !result ||
-        !ReadNumber(line, game))
+    const std::optional<LabelledPosition> position = ReadLabelledPosition(line);
+    if (!position || !LooksLikePosition(position->fen))
         return false;
-    Add(fen, std::clamp(float(score), -LARGEST_LABEL, LARGEST_LABEL), *result, game);
+    Add(position->fen, std::clamp(float(position->score), -LARGEST_LABEL, LARGEST_LABEL),
+        ResultNamed(position->result), position->seed);
     return true;
 }
 

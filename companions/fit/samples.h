@@ -1,25 +1,21 @@
 // The positions that the evaluation is fitted to.
 //
-// A line of a sample file (*.tsv) has four columns, separated by tabs: the position as FEN, the
-// score of a search in centipawns from White's view, the result of the game ("1-0", "1/2-1/2",
-// "0-1") and the number of the game. From game records (*.pgn) come the quiet positions of all
-// games that have a result; they have no score.
+// Sample files have labelled positions (companions/shared/labelled_position.h) and comments that
+// begin with "#". From game records (*.pgn) come the quiet positions of all games that have a
+// result; they have no score.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
 
-constexpr float NO_LABEL = std::numeric_limits<float>::quiet_NaN();
-
 // All scores are White's.
 struct Sample {
     size_t fen;   // where its text begins
-    float score;  // centipawns, or NO_LABEL
+    float score;  // centipawns; no number where there is none
     float result; // 0, 0.5 or 1
     float target; // what the evaluation should promise, 0..1
     uint8_t phase;

@@ -13,7 +13,7 @@
 #include "board/moves/make_move.h"
 #include "board/moves/order_tables.h"
 #include "board/position.h"
-#include "labelled_position.h"
+#include "companions/shared/labelled_position.h"
 #include "search/hash_memory.h"
 #include "search/root.h"
 #include "search/state.h"

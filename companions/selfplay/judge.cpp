@@ -11,10 +11,10 @@
 #include <poll.h>
 
 #include "commands.h"
+#include "companions/shared/labelled_position.h"
 #include "companions/shared/progress.h"
 #include "companions/shared/text_lines.h"
 #include "label_file.h"
-#include "labelled_position.h"
 #include "stop.h"
 #include "uci_engine.h"
 

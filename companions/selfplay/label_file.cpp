@@ -10,7 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "labelled_position.h"
+#include "companions/shared/labelled_position.h"
 
 namespace {
 

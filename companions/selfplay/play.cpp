@@ -4,17 +4,13 @@
 #include <memory>
 #include <vector>
 
-#include "board/attacks.h"
-#include "board/keys.h"
 #include "commands.h"
+#include "companions/shared/engine_start.h"
+#include "companions/shared/labelled_position.h"
 #include "companions/shared/progress.h"
-#include "eval/derived_tables.h"
-#include "eval/endings/king_pawn_bitbase.h"
 #include "eval/parameters/values_file.h"
 #include "label_file.h"
-#include "labelled_position.h"
 #include "opening_lines.h"
-#include "platform/clock.h"
 #include "search/hash_memory.h"
 #include "stop.h"
 #include "workers.h"
@@ -31,20 +27,11 @@ constexpr int32_t EVALUATIONS = 16384;
 
 // False, with a message, when the values cannot be read.
 static bool StartEngine(const std::string& values) {
-    StartClock();
-    InitAttackTables();
-    InitKingPawnBitbase();
-    InitKeys();
     if (values.empty())
         LoadParameters();
-    else if (std::FILE* const file = std::fopen(values.c_str(), "rb")) {
-        std::fclose(file);
-        LoadParameters(values.c_str());
-    } else {
-        std::perror(values.c_str());
+    else if (!ReadValues(values))
         return false;
-    }
-    InitDerivedTables();
+    StartTables();
     TranspositionCount = HASH_ENTRIES;
     PawnHashCount = PAWN_ENTRIES;
     EvalCacheCount = EVALUATIONS;

@@ -11,5 +11,6 @@ struct PieceTerms {
     int32_t endingOnly[2] = {}; // by colour, each from its own side's view
 };
 
-// Evaluates all pieces. Fills `KingAttackers`, `Danger` and `attacks` of the figures.
+// Evaluates all pieces, with the threats between the sides and the squares that they hold. Fills
+// `KingAttackers`, `Danger` and `attacks` of the figures.
 PieceTerms EvaluatePieces();

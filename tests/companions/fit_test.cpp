@@ -122,6 +122,8 @@ TEST_F(FitCompanion, SaysWhatIsWrongWithItsInput) {
     EXPECT_TRUE(RunCompanion("tarquelin-fit", "empty.tsv").Says("no positions"));
     EXPECT_EQ(RunCompanion("tarquelin-fit", "empty.tsv").status, 1);
     EXPECT_EQ(RunCompanion("tarquelin-fit", "nowhere.tsv").status, 1);
+    EXPECT_TRUE(
+        RunCompanion("tarquelin-fit", "--start nowhere.txt torn.tsv").Says("nowhere.txt: "));
     EXPECT_EQ(RunCompanion("tarquelin-fit", "").status, 2);
     const Outcome torn = RunCompanion("tarquelin-fit", "--rounds 0 torn.tsv");
     EXPECT_TRUE(torn.status == 0 && torn.Says("torn.tsv:2: this is no sample") &&

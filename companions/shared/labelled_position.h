@@ -14,7 +14,7 @@
 
 struct LabelledPosition {
     std::string_view fen;
-    std::string_view score;
+    int score; // centipawns, as White sees it
     std::string_view result;
     uint64_t seed;
 };

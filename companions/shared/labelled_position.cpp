@@ -1,4 +1,4 @@
-#include "labelled_position.h"
+#include "companions/shared/labelled_position.h"
 
 #include <charconv>
 #include <vector>
@@ -24,7 +24,7 @@ std::optional<LabelledPosition> ReadLabelledPosition(std::string_view line) {
         return std::nullopt;
     if (columns[2] != "1-0" && columns[2] != "1/2-1/2" && columns[2] != "0-1")
         return std::nullopt;
-    return LabelledPosition{columns[0], columns[1], columns[2], seed};
+    return LabelledPosition{columns[0], score, columns[2], seed};
 }
 
 std::string LabelledLine(std::string_view fen, int score, std::string_view result, uint64_t seed) {
