@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <string>
 
+#include "eval/parameters/carried_values.h"
 #include "eval/parameters/parameters.h"
 #include "platform/files.h"
 
@@ -52,6 +53,9 @@ void LoadParameters(const char* path) {
                 break;
         }
         std::fclose(file);
+    } else if (!CarriedValues.empty()) {
+        std::ranges::copy(CarriedValues.first(std::min(CarriedValues.size(), list.size())),
+                          list.begin());
     } else {
         std::puts("Error loading values.txt");
         std::fflush(stdout);

@@ -9,8 +9,8 @@ constexpr char VALUES_FILE[] = "values.txt";
 // Sets the imbalance to zero and replaces the parameters by the numbers of the file. What stands
 // behind the first text that is no number, and behind the last parameter, is not read; parameters
 // without a number keep their values. Numbers that are too large are cut to the limit of
-// parameters. A file that cannot be opened is reported. The tables that depend on the parameters
-// are the caller's business.
+// parameters. Where the file cannot be opened, the values that the program carries take its place;
+// one without any reports it. The tables that depend on the parameters are the caller's business.
 void LoadParameters(const char* path = VALUES_FILE);
 
 // Writes the file anew. Where that fails, on a full disk say, the old one stays as it was: false.
