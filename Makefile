@@ -1,0 +1,82 @@
+# Makes one static program of engine and bench, which needs no file beside it, for test farms:
+#
+#     make -j EXE=name CXX=clang++
+#
+# Everything is compiled anew each time. All else is built by CMake: see README.md.
+
+# The program to make.
+EXE := tarquelin
+# g++ 12, clang++ 14, or newer.
+ifeq ($(origin CXX),default)
+CXX := g++
+endif
+# The processor to make it for, as -march takes it: the one at hand; x86-64 runs on every one that
+# has POPCNT.
+ARCH := native
+# Whether the compiler is told first what a bench runs through.
+PGO := yes
+TRAINING_DEPTH := 8
+
+# What arises on the way. Several may be made at once.
+BUILD := build/farm/$(notdir $(EXE))
+
+program := $(BUILD)/program
+generated := $(BUILD)/generated
+
+# The engine without its own entry and with values, the bench, and the entry that has both.
+sources := $(filter-out src/front/main.cpp src/eval/parameters/carried_values.cpp, \
+    $(wildcard src/*/*.cpp src/*/*/*.cpp)) $(generated)/carried_values.cpp \
+    companions/bench/search_bench.cpp companions/shared/engine_start.cpp \
+    companions/shared/progress.cpp companions/farm/main.cpp
+objects := $(sources:%.cpp=$(BUILD)/objects/%.o)
+
+is_clang := $(findstring clang,$(shell $(CXX) --version))
+# Not every compiler has a linker at hand that can optimise across files.
+links = $(shell echo 'int main() {}' | $(CXX) $(1) -x c++ - -o /dev/null 2>/dev/null && echo $(1))
+ifneq ($(is_clang),)
+lto := $(or $(call links,-flto -fuse-ld=lld),$(call links,-flto))
+train := -fprofile-instr-generate
+trained := -fprofile-instr-use=$(BUILD)/profile
+profdata := $(or $(shell $(CXX) -print-prog-name=llvm-profdata),llvm-profdata)
+else
+lto := $(call links,-flto=auto)
+train := -fprofile-generate
+trained := -fprofile-use -Wno-missing-profile
+endif
+
+flags := -std=c++20 -O3 -DNDEBUG -march=$(ARCH) -mpopcnt -fno-pie $(lto) $(CXXFLAGS) \
+    -Isrc -I. -I$(generated)
+
+$(EXE): FORCE
+	rm -rf $(BUILD)
+	mkdir -p $(generated)/platform
+	version=$$(sed -n 's/^project(.* VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt) && \
+	    sed "s/@PROJECT_VERSION@/$$version/" src/platform/version.h.in >$(generated)/platform/version.h
+	{ echo '#include "eval/parameters/carried_values.h"'; \
+	    echo 'static constexpr int32_t Values[] = {'; \
+	    sed 's/[[:space:]]*$$/,/' data/values.txt; \
+	    echo '};'; \
+	    echo 'constinit const std::span<const int32_t> CarriedValues = Values;'; \
+	} >$(generated)/carried_values.cpp
+ifeq ($(PGO),yes)
+	$(MAKE) STAGE='$(train)' $(program)
+	LLVM_PROFILE_FILE=$(BUILD)/profile.raw $(program) bench $(TRAINING_DEPTH)
+	rm -r $(program) $(objects)
+ifneq ($(is_clang),)
+	$(profdata) merge -o $(BUILD)/profile $(BUILD)/profile.raw
+endif
+	$(MAKE) STAGE='$(trained)' $(program)
+else
+	$(MAKE) $(program)
+endif
+	cp $(program) $@
+
+$(program): $(objects)
+	$(CXX) $(flags) $(STAGE) $^ -static -no-pie $(LDFLAGS) -o $@
+
+$(BUILD)/objects/%.o: %.cpp
+	@mkdir -p $(@D)
+	$(CXX) $(flags) $(STAGE) -c $< -o $@
+
+FORCE:
+.PHONY: FORCE
