@@ -34,7 +34,7 @@ is_clang := $(findstring clang,$(shell $(CXX) --version))
 # Not every compiler has a linker at hand that can optimise across files.
 links = $(shell echo 'int main() {}' | $(CXX) $(1) -x c++ - -o /dev/null 2>/dev/null && echo $(1))
 ifneq ($(is_clang),)
-lto := $(or $(call links,-flto -fuse-ld=lld),$(call links,-flto))
+lto := $(or $(call links,-flto=thin -fuse-ld=lld),$(call links,-flto=thin))
 train := -fprofile-instr-generate
 trained := -fprofile-instr-use=$(BUILD)/profile
 profdata := $(or $(shell $(CXX) -print-prog-name=llvm-profdata),llvm-profdata)

@@ -29,8 +29,9 @@ for words in depth 'bench 0' 'bench 8x' 'bench 8 8'; do
     status=0
     # shellcheck disable=SC2086 # these are the words
     "$program" $words </dev/null >"$scratch/out" 2>"$scratch/errors" || status=$?
-    [ "$status" = 2 ] && [ ! -s "$scratch/out" ] && grep -q '^usage: ' "$scratch/errors" ||
+    if [ "$status" != 2 ] || [ -s "$scratch/out" ] || ! grep -q '^usage: ' "$scratch/errors"; then
         fail "\"$words\" ended with status $status."
+    fi
 done
 
 cp "$source/data/Book.tqn" "$scratch/play"
