@@ -20,22 +20,17 @@
 #include "search/poll.h"
 #include "search/state.h"
 #include "search/transposition.h"
-#include "search/tree/capture_gain.h"
 #include "search/tree/capture_threat.h"
 #include "search/tree/draws.h"
 #include "search/tree/extensions.h"
+#include "search/tree/node.h"
 #include "search/tree/ordering.h"
-#include "search/tree/pruning_margins.h"
+#include "search/tree/pruning.h"
 #include "search/tree/quiesce.h"
 #include "tablebase/tablebases.h"
 
 namespace {
 
-// Where the moves of a node come from, in the order in which they are tried.
-enum Stage { HASH_STAGE, CAPTURE_STAGE, KILLER_STAGE, QUIET_STAGE, EVASION_STAGE };
-
-// Quiet moves remembered for the penalty when a later one cuts off.
-constexpr int MAX_PENALISED = 64;
 // From this quiet move on, quiet moves must first pass a shallower test.
 constexpr int FIRST_LATE_QUIET = 3;
 // From this many on the test may be shallower still.
@@ -44,8 +39,6 @@ constexpr int MANY_QUIETS = 9;
 constexpr int32_t ATTACK_GROWS = 25;
 // What a hopeless quiet move may still lack, in centipawns, to be tested at one ply less.
 constexpr int32_t REDUCTION_MARGIN = 120;
-// Quiet moves on the last ply must come this close to alpha with the gain of their own square.
-constexpr int32_t LAST_PLY_MARGIN = 60;
 // Least depth at which quiet moves are reduced, and at which a hash move is looked for.
 constexpr int32_t REDUCTION_DEPTH = 2 * ONE_PLY;
 constexpr int32_t DEEPENING_DEPTH = 4 * ONE_PLY;
@@ -69,35 +62,6 @@ constexpr int32_t NULL_MOVE_WINDOW = 2;
 constexpr int32_t SLICE_MARGIN = 100;
 // Above this depth positions that the engine has learned are remembered.
 constexpr int32_t LEARNED_DEPTH = 6 * ONE_PLY;
-
-// One node: what its steps share.
-struct Node {
-    int32_t alpha;
-    int32_t beta;
-    int32_t depth;
-    PlyState& ply;
-    bool nullAllowed;
-    bool openWindow;
-    int32_t best = -MATE;
-    Move bestMove = NO_MOVE;
-    Move hashMove = NO_MOVE;
-    uint16_t hintBits = 0;
-    bool mateThreat = false;
-    bool alphaRaised = false;
-    bool futile = false; // only checks are generated of the quiet moves
-    int32_t staticEval = 0;
-    int32_t attack = 0; // the evaluation's attack on the enemy king
-    int slice = 0;      // of the history table
-    int moves = 0;      // legal moves met, those left out included
-    int searched = 0;
-    int quiets = 0; // quiet moves searched
-    Move killersTried[2] = {NO_MOVE, NO_MOVE};
-    Move quietMoves[MAX_PENALISED]; // as many as `quiets` tells; clearing them all costs time
-
-    Node(int32_t low, int32_t high, int32_t remaining, bool mayPass)
-        : alpha(low), beta(high), depth(remaining), ply(PlyStates[Running.SearchPly]),
-          nullAllowed(mayPass), openWindow(low + 1 < high) {}
-};
 
 } // namespace
 
@@ -256,34 +220,6 @@ static void DeepenInternally(Node& node) {
     const HashHit hit = HashProbe();
     node.hashMove = hit.move;
     node.ply.bestMove = NO_MOVE;
-}
-
-// Whether quiet moves this near the horizon cannot lift the static evaluation to alpha any more.
-// Users set the margins to whatever they like, so the sum is taken in 64 bits.
-static bool QuietMovesAreFutile(const Node& node) {
-    if (node.ply.inCheck || node.openWindow || node.mateThreat ||
-        std::abs(node.alpha) >= MATE_BOUND || node.depth >= 4 * ONE_PLY)
-        return false;
-    const int band = node.depth < 2 * ONE_PLY ? 0 : node.depth < 5 * ONE_PLY / 2 ? 1 : 2;
-    const PruneBand& prune = PruneBands[band];
-    const int64_t units = PhaseUnits[WHITE] + PhaseUnits[BLACK];
-    return int64_t{node.staticEval} + prune.margin + prune.coefficient * units <= node.alpha;
-}
-
-// On the last ply a move that gives no check and earns no extension can be judged by what it
-// brings at once.
-static bool IsHopeless(const Node& node, Move move, Stage stage) {
-    if (stage == HASH_STAGE || stage == EVASION_STAGE || node.openWindow || node.searched == 0)
-        return false;
-    if (std::abs(node.alpha) >= MATE_BOUND || node.mateThreat)
-        return false;
-    if (!IsQuiet(move))
-        return node.depth < 2 * ONE_PLY &&
-               CaptureIsHopeless(move, node.alpha, node.staticEval, node.attack);
-    if (node.futile)
-        return true;
-    return node.depth < 2 * ONE_PLY &&
-           node.staticEval + LAST_PLY_MARGIN + SquareGain(move) <= node.alpha;
 }
 
 // How much shallower a late quiet move is tested, in 1/60 ply; 0 when it is searched as it is.
