@@ -409,7 +409,9 @@ static int32_t FinishNode(Node& node) {
         // The quiet moves that were never made cannot have reached alpha.
         if (node.futile)
             node.best = std::max(node.best, node.alpha);
-        HashStore(node.depth, NO_MOVE, std::max(node.best, -MATE_BOUND), BOUND_UPPER,
+        // No move was good enough, but the one that the table knew is still the likeliest to be so
+        // the next time.
+        HashStore(node.depth, node.hashMove, std::max(node.best, -MATE_BOUND), BOUND_UPPER,
                   node.mateThreat, node.hintBits);
         return node.best;
     }
