@@ -200,15 +200,19 @@ static void CountLosingCapture(const Node& node, const ScoredMove& tried, int32_
         UpdateCaptureStats(tried.move, SideToMove, score > node.alpha);
 }
 
-// Whether the move is left out before it is made. Evasions all count.
-static bool IsLeftOut(Node& node, Move move) {
+// Whether the move is left out before it is made. Evasions all count; in a null window a capture
+// that gives no check must lose nothing by exchange and be able to lift the score to alpha.
+static bool IsLeftOut(Node& node, const ScoredMove& tried) {
+    const Move move = tried.move;
     if (move == node.hashMove)
         return true;
     if (!node.ply.inCheck && !IsLegalMove(move))
         return true;
     FetchAhead(move);
     node.ply.givesCheck = GivesCheck(move);
-    return !node.ply.inCheck && !node.ply.givesCheck && node.alpha + 1 >= node.beta &&
+    if (node.ply.inCheck || node.ply.givesCheck || node.alpha + 1 < node.beta)
+        return false;
+    return tried.score < SAFE_SCORE ||
            CaptureIsHopeless(move, node.alpha, node.standPat, node.attack);
 }
 
@@ -217,7 +221,7 @@ static bool TryMoves(Node& node, int start, int end) {
     for (int i = start; i < end; i++) {
         PickMove(i, end);
         const ScoredMove tried = MoveStack[i];
-        if (IsLeftOut(node, tried.move))
+        if (IsLeftOut(node, tried))
             continue;
         const int32_t score = SearchMove(node, tried.move, node.qdepth - ONE_PLY);
         if (Running.StopSearch)
