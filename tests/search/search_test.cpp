@@ -53,7 +53,7 @@ TEST_F(SearchTest, FindsMatesAtAFixedDepth) {
 // With alpha at the bound of mates no gain on the board counts, and a quiet move left out for want
 // of one would make the bound look like a score.
 TEST_F(SearchTest, NeverTakesTheBoundOfMatesForAScore) {
-    for (int depth = 3; depth <= 6; depth++) {
+    for (int depth = 3; depth <= 8; depth++) {
         ForgetSearches();
         LoadFen("3qk3/8/8/8/8/4P3/3R4/3QK3 w - - 0 1");
         SearchFixedDepth(depth);

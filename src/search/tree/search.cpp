@@ -39,9 +39,10 @@ constexpr int MANY_QUIETS = 9;
 constexpr int32_t ATTACK_GROWS = 25;
 // What a hopeless quiet move may still lack, in centipawns, to be tested at one ply less.
 constexpr int32_t REDUCTION_MARGIN = 120;
-// Least depth at which quiet moves are reduced, and at which a hash move is looked for.
+// Least depth at which quiet moves are reduced, and at which a node without a hash move is searched
+// less deep.
 constexpr int32_t REDUCTION_DEPTH = 2 * ONE_PLY;
-constexpr int32_t DEEPENING_DEPTH = 4 * ONE_PLY;
+constexpr int32_t SHORTENING_DEPTH = 4 * ONE_PLY;
 // From this depth on tablebases are always probed.
 constexpr int32_t PROBE_DEPTH = 4 * ONE_PLY;
 // A null move asks for this many phase units (a rook and more) from this depth on: with less, a
@@ -207,19 +208,11 @@ static bool CutByNullMove(Node& node) {
     return true;
 }
 
-// A node deep enough to afford it finds its first move by a shallower search.
-static void DeepenInternally(Node& node) {
-    if (node.hashMove != NO_MOVE || node.depth < DEEPENING_DEPTH)
-        return;
-    const int32_t reduced = node.openWindow ? node.depth - 2 * ONE_PLY : node.depth - 4 * ONE_PLY;
-    if (reduced < ONE_PLY)
-        return;
-    Search(node.alpha, node.beta, reduced, false);
-    if (Running.StopSearch)
-        return;
-    const HashHit hit = HashProbe();
-    node.hashMove = hit.move;
-    node.ply.bestMove = NO_MOVE;
+// Where the table knows no move to begin with, the order of the moves is poor and the search costs
+// most. A ply less finds that move, and the next visit searches the whole depth.
+static void ShortenWithoutHashMove(Node& node) {
+    if (node.hashMove == NO_MOVE && node.depth >= SHORTENING_DEPTH)
+        node.depth -= ONE_PLY;
 }
 
 // How much shallower a late quiet move is tested, in 1/60 ply; 0 when it is searched as it is.
@@ -473,10 +466,8 @@ int32_t Search(int32_t alpha, int32_t beta, int32_t depth, bool nullAllowed) {
     if (CutByNullMove(node))
         return Running.StopSearch ? 0 : node.best;
 
-    // 8. A first move, where the table has none.
-    DeepenInternally(node);
-    if (Running.StopSearch)
-        return 0;
+    // 8. Less deep where the table has no first move.
+    ShortenWithoutHashMove(node);
 
     // 9. The moves, stage by stage.
     node.futile = QuietMovesAreFutile(node);
