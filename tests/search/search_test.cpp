@@ -19,7 +19,7 @@ class SearchTest : public SearchingTest {};
 
 struct Problem {
     const char* fen;
-    const char* move;
+    const char* move; // nullptr where several mate in as many moves
     int depth;
     int score;
 };
@@ -36,7 +36,7 @@ constexpr Problem Mates[] = {
     {"2r3k1/p4p2/3Rp2p/1p2P1pK/8/1P4P1/P3Q2P/1q6 b - - 0 1", "b1g6", 8, MateIn(3)},
     {"r1bqr3/ppp1B1kp/1b4p1/n2B4/3PQ1P1/2P5/P4P2/RN4K1 w - - 0 1", "e4e5", 10, MateIn(4)},
     {"1r2k1r1/pbppnp1p/1b3P2/8/Q7/B1PB1q2/P4PPP/3R2K1 w - - 0 1", "a4d7", 10, MateIn(4)},
-    {"8/8/3k4/1R6/8/8/R7/4K3 w - - 0 1", "a2a6", 12, MateIn(5)},
+    {"8/8/3k4/1R6/8/8/R7/4K3 w - - 0 1", nullptr, 12, MateIn(5)},
 };
 
 TEST_F(SearchTest, FindsMatesAtAFixedDepth) {
@@ -45,7 +45,7 @@ TEST_F(SearchTest, FindsMatesAtAFixedDepth) {
         ForgetSearches();
         LoadFen(p.fen);
         const Move best = SearchFixedDepth(p.depth);
-        EXPECT_EQ(MoveText(best), p.move);
+        EXPECT_TRUE(p.move == nullptr || MoveText(best) == p.move) << MoveText(best);
         EXPECT_EQ(Root.moves[0].score, p.score);
     }
 }

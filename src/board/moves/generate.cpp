@@ -13,7 +13,6 @@ constinit int32_t MoveStackTop = 0;
 namespace {
 
 constexpr int32_t EN_PASSANT_SCORE = 100901;
-constexpr int32_t SAFE_CAPTURE = 100000;
 constexpr int32_t SAFE_PROMOTION = 108000;
 
 // Bonus of a losing capture by its success ratio in sixteenths. Captures that always succeeded

@@ -9,6 +9,10 @@
 // last.
 constexpr int OrderingValue[PIECE_CODES] = {0, 950, 300, 100, 0, 500, 300, 900};
 
+// Captures and promotions that lose nothing by exchange have this order score and more, others
+// less.
+constexpr int32_t SAFE_CAPTURE = 100000;
+
 // Quiet moves: two slices of four planes of (to * 64 + from) * 2 + side, values 0..32700.
 constexpr int HISTORY_PLANE_ENTRIES = 64 * 64 * 2;
 constexpr int HISTORY_SLICE = 4 * HISTORY_PLANE_ENTRIES;

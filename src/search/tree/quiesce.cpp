@@ -43,8 +43,6 @@ constexpr int32_t CheckMargin[4] = {50, 150, 250, 700};
 constexpr int32_t SLICE_MARGIN = 100;
 // A king with fewer flight squares than this is boxed in.
 constexpr int BOXED_IN = 3;
-// Captures scored from here on lose nothing by exchange.
-constexpr int32_t SAFE_SCORE = 100000;
 
 // Input is polled in the main search, which comes round often enough: a few thousand nodes late at
 // worst, but for boards full of queens, where captures alone could go on for hours. So many nodes
@@ -196,7 +194,7 @@ static bool CheckLooksHarmless(int start, int end) {
 
 static void CountLosingCapture(const Node& node, const ScoredMove& tried, int32_t score) {
     const bool capture = CapturedPiece(tried.move) != EMPTY;
-    if (capture && !node.ply.inCheck && !node.ply.givesCheck && tried.score < SAFE_SCORE)
+    if (capture && !node.ply.inCheck && !node.ply.givesCheck && tried.score < SAFE_CAPTURE)
         UpdateCaptureStats(tried.move, SideToMove, score > node.alpha);
 }
 
@@ -212,7 +210,7 @@ static bool IsLeftOut(Node& node, const ScoredMove& tried) {
     node.ply.givesCheck = GivesCheck(move);
     if (node.ply.inCheck || node.ply.givesCheck || node.alpha + 1 < node.beta)
         return false;
-    return tried.score < SAFE_SCORE ||
+    return tried.score < SAFE_CAPTURE ||
            CaptureIsHopeless(move, node.alpha, node.standPat, node.attack);
 }
 

@@ -287,15 +287,16 @@ static bool TakeScore(Node& node, Move move, int32_t score, Stage stage) {
     return true;
 }
 
-// Tries one legal move. True when it decides the node or the search was stopped.
-static bool TryMove(Node& node, Move move, Stage stage) {
+// Tries one legal move, with its order score where it was generated. True when it decides the node
+// or the search was stopped.
+static bool TryMove(Node& node, Move move, Stage stage, int32_t order = 0) {
     FetchAhead(move);
     node.moves++;
     const bool quiet = IsQuiet(move);
     const bool check = GivesCheck(move);
     node.ply.givesCheck = check;
     const int32_t extension = ExtensionOf(move, check, node.openWindow);
-    if (extension == 0 && IsHopeless(node, move, stage)) {
+    if (extension == 0 && IsHopeless(node, move, stage, order)) {
         node.best = std::max(node.best, node.alpha);
         return false;
     }
@@ -338,7 +339,7 @@ static bool TryGenerated(Node& node, int start, Stage stage) {
             continue;
         if (stage != EVASION_STAGE && !IsLegalMove(move))
             continue;
-        decided = TryMove(node, move, stage);
+        decided = TryMove(node, move, stage, MoveStack[i].score);
     }
     MoveStackTop = start;
     return decided;
