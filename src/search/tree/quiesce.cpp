@@ -199,18 +199,17 @@ static void CountLosingCapture(const Node& node, const ScoredMove& tried, int32_
 }
 
 // Whether the move is left out before it is made. Evasions all count; in a null window a capture
-// that gives no check must lose nothing by exchange and be able to lift the score to alpha.
+// must lose nothing by exchange and, where it gives no check, be able to lift the score to alpha.
 static bool IsLeftOut(Node& node, const ScoredMove& tried) {
     const Move move = tried.move;
     if (move == node.hashMove)
         return true;
-    if (!node.ply.inCheck && !IsLegalMove(move))
+    const bool closed = node.alpha + 1 >= node.beta;
+    if (!node.ply.inCheck && ((closed && tried.score < SAFE_CAPTURE) || !IsLegalMove(move)))
         return true;
     FetchAhead(move);
     node.ply.givesCheck = GivesCheck(move);
-    if (node.ply.inCheck || node.ply.givesCheck || node.alpha + 1 < node.beta)
-        return false;
-    return tried.score < SAFE_CAPTURE ||
+    return !node.ply.inCheck && !node.ply.givesCheck && closed &&
            CaptureIsHopeless(move, node.alpha, node.standPat, node.attack);
 }
 
