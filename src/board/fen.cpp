@@ -1,5 +1,6 @@
 #include "board/fen.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstring>
 
@@ -11,6 +12,10 @@ namespace {
 
 // Piece letters by code; the letter of the unused code never matches.
 constexpr char PieceLetters[] = ".KNP?RBQ";
+
+constexpr int NO_SQUARE = -1;
+// What a half-move clock can show; more is cut.
+constexpr int MOST_HALF_MOVES = 1000;
 
 } // namespace
 
@@ -80,14 +85,24 @@ static const char* ReadCastleRights(const char* text) {
     return text;
 }
 
+// The square of the pawn that the en-passant field means; NO_SQUARE when it means none.
+static int DoubleStepSquare(const char* text, FenFields fields) {
+    const char rank = SideToMove == WHITE ? '5' : '4';
+    const char rankBehind = SideToMove == WHITE ? '6' : '3';
+    if (text[0] < 'a' || text[0] > 'h' ||
+        (text[1] != rank && (fields == FenFields::OWN || text[1] != rankBehind)))
+        return NO_SQUARE;
+    return (rank - '1') * 8 + text[0] - 'a';
+}
+
 // Records the double step of the pawn that the field names as the last move. The two squares
 // behind it must be empty: otherwise taking it en passant would run into another man.
-static void ReadEnPassant(const char* text) {
-    if (text[0] < 'a' || text[0] > 'h' || text[1] != (SideToMove == WHITE ? '5' : '4'))
+static void ReadEnPassant(const char* text, FenFields fields) {
+    const int to = DoubleStepSquare(text, fields);
+    if (to == NO_SQUARE)
         return;
     const Colour stepper = ChangeSide(SideToMove);
     const int behind = stepper == WHITE ? -8 : 8;
-    const int to = (text[1] - '1') * 8 + text[0] - 'a';
     const int from = to + 2 * behind;
     if (!(PieceBB[PAWN][stepper] & SquareBit(to)))
         return;
@@ -107,7 +122,16 @@ static void ReadEnPassant(const char* text) {
     Ply = SetupPly = 1;
 }
 
-void LoadFen(const char* text) {
+// After a double step the count begins anew, whatever the field says.
+static void ReadHalfMoves(const char* text) {
+    int halfMoves = 0;
+    for (; *text >= '0' && *text <= '9'; text++)
+        halfMoves = std::min(halfMoves * 10 + *text - '0', MOST_HALF_MOVES);
+    if (Ply == 0)
+        FiftyCount = halfMoves;
+}
+
+void LoadFen(const char* text, FenFields fields) {
     Ply = SetupPly = 0;
     ClearBoard();
     text = SkipBlanks(ReadPlacement(SkipBlanks(text)));
@@ -117,7 +141,9 @@ void LoadFen(const char* text) {
     text = SkipBlanks(text);
     text = SkipBlanks(ReadCastleRights(text));
     DropImpossibleCastleRights();
-    ReadEnPassant(text);
+    ReadEnPassant(text, fields);
+    if (fields == FenFields::STANDARD)
+        ReadHalfMoves(SkipBlanks(SkipField(text)));
 }
 
 static std::string PlacementText() {
@@ -144,7 +170,7 @@ static std::string PlacementText() {
     return text;
 }
 
-std::string WriteFen() {
+std::string WriteFen(FenFields fields) {
     std::string text = PlacementText();
     text += SideToMove == WHITE ? " w " : " b ";
     if (CastleRights == 0)
@@ -156,7 +182,8 @@ std::string WriteFen() {
     text += ' ';
     if (const Move last = LastMove(); IsDoubleStep(last)) {
         text += char('a' + FileOf(To(last)));
-        text += char('1' + RankOf(To(last)));
+        const int to = RankOf(To(last));
+        text += char('1' + (fields == FenFields::OWN ? to : (to + RankOf(From(last))) / 2));
     } else {
         text += '-';
     }

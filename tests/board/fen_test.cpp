@@ -41,6 +41,26 @@ TEST_F(Fen, TellsWhatWasPlayedSinceItWasSetUp) {
     }
 }
 
+TEST_F(Fen, StandardFieldsAreReadAndWrittenWhereTheyAreWanted) {
+    struct Case {
+        const char* fen;
+        const char* written;
+    };
+    constexpr Case cases[] = {
+        {"4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 2", "4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1"},
+        {"4k3/8/8/3pP3/8/8/8/4K3 w - d5 0 2", "4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1"},
+        {"4k3/8/8/8/3pP3/8/8/4K3 b - e3 9 2", "4k3/8/8/8/3pP3/8/8/4K3 b - e3 0 1"},
+        {"4k3/8/8/8/3pP3/8/8/4K3 b - e6 9 2", "4k3/8/8/8/3pP3/8/8/4K3 b - - 9 1"},
+        {"4k3/8/8/8/8/8/8/4K3 w - - 99", "4k3/8/8/8/8/8/8/4K3 w - - 99 1"},
+        {"4k3/8/8/8/8/8/8/4K3 w - - moves", "4k3/8/8/8/8/8/8/4K3 w - - 0 1"},
+    };
+    for (const Case& c : cases) {
+        LoadFen(c.fen, FenFields::STANDARD);
+        EXPECT_EQ(FirstDifferenceFromRecomputation(), "");
+        EXPECT_EQ(WriteFen(FenFields::STANDARD), c.written);
+    }
+}
+
 TEST_F(Fen, SideIsBlackUnlessItSaysWhite) {
     struct Case {
         const char* fen;
