@@ -72,14 +72,15 @@ static bool ReadHeader() {
     return true;
 }
 
-void OpenBook(const char* path) {
+void OpenBook(const char* path, bool silent) {
     CloseBook();
     // Learning writes into the book; one that may only be read is still played from.
     Opened.file = OpenFile(path, "rb+");
     if (Opened.file == nullptr)
         Opened.file = OpenFile(path, "rb");
     if (Opened.file == nullptr) {
-        std::printf("Error opening \"%s\"!\n", path);
+        if (!silent)
+            std::printf("Error opening \"%s\"!\n", path);
     } else {
         // Without a buffer every read takes just the bytes it asks for, as they are now: another
         // engine may be learning into the same book.

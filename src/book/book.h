@@ -23,8 +23,9 @@ struct BookNode {
 };
 
 // Opens the book and closes the one before; prints how many nodes it has, or why it cannot be
-// used. A version-0 book switches book learning and book weights off for good.
-void OpenBook(const char* path);
+// used; of one that is not there only unless `silent`. A version-0 book switches book learning and
+// book weights off for good.
+void OpenBook(const char* path, bool silent = false);
 
 // Whether there is a book that can be used.
 bool BookIsOpen();

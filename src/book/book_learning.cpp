@@ -63,7 +63,8 @@ static void CreditMove(Move move, BookResult result) {
 }
 
 bool MayLearnBook() {
-    return Book.UseBookLearning && BookHasStatistics() && !BookLearned;
+    return Book.UseBookLearning && (Book.OwnBook || Book.LearnWithoutOwnBook) &&
+           BookHasStatistics() && !BookLearned;
 }
 
 static void CreditMovesOfGame(BookResult result) {

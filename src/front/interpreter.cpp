@@ -14,7 +14,10 @@
 #include "front/commands/search_commands.h"
 #include "front/commands/show_commands.h"
 #include "front/commands/uci_commands.h"
+#include "front/commands/xboard_commands.h"
 #include "front/game/activity.h"
+#include "front/game/engine_turn.h"
+#include "front/game/manners.h"
 #include "front/input/command_line.h"
 #include "front/input/input_lines.h"
 #include "platform/input.h"
@@ -46,6 +49,7 @@ struct Command {
     void (*run)(const CommandLine& line);
     Then then = DONE;
     Match match = KEYWORD;
+    const Manners* only = nullptr; // null: it is known in all manners
 };
 
 // Tried from top to bottom, and the first that matches and is heard acts. A keyword also matches
@@ -54,6 +58,7 @@ struct Command {
 // by `uci`. In a search, "p" is a ponder hit. There most commands end the search, even those that
 // look harmless: interfaces rely on being answered by a move at once.
 constexpr Command Commands[] = {
+    {"?", IDLE | SEARCHING | WAITING, MoveNowIfThinking, NEXT_LINE, FIRST, &Modern},
     {"?", SEARCHING, MoveNow, END_SEARCH, FIRST},
     {"stop", SEARCHING, MoveNow, END_SEARCH},
     {".", SEARCHING, ShowProgress, DONE, FIRST},
@@ -62,6 +67,13 @@ constexpr Command Commands[] = {
     {"exit", SEARCHING, RequestExit, END_SEARCH},
     {"exit", WAITING, LeaveLineToSearch, LEAVE_LINE, WHOLE},
     {"result", SEARCHING, ReceiveResult, END_SEARCH},
+    {"ping", IDLE | SEARCHING | WAITING, AnswerPing, NEXT_LINE, WHOLE, &Modern},
+    {"usermove", IDLE | SEARCHING | WAITING, EnterUserMove, DONE, WHOLE, &Modern},
+    {"protover", IDLE, NameFeatures, DONE, WHOLE, &Modern},
+    {"setboard", IDLE, SetBoard, DONE, WHOLE, &Modern},
+    {"memory", IDLE, SetMemory, DONE, WHOLE, &Modern},
+    {"egtpath", IDLE, SetTablebasePath, DONE, WHOLE, &Modern},
+    {"hint", IDLE, ShowHint, DONE, WHOLE, &Modern},
     {"pgneval", IDLE, EvaluatePgnFile, FALL_THROUGH},
     {"writevalues", IDLE, WriteValues, FALL_THROUGH},
     {"q", IDLE, QuitProgram},
@@ -74,6 +86,7 @@ constexpr Command Commands[] = {
     {"new", SEARCHING, RequestNewGame, END_SEARCH},
     {"new", WAITING, LeaveLineToSearch, LEAVE_LINE, WHOLE},
     {"post", IDLE, PostOn},
+    {"post", SEARCHING, PostOn, NEXT_LINE, KEYWORD, &Modern},
     {"post", SEARCHING, PostOn, END_SEARCH},
     {"reset", IDLE, ResetGame},
     {"level", IDLE, SetLevel},
@@ -82,6 +95,7 @@ constexpr Command Commands[] = {
     {"loadfen", IDLE, LoadPosition},
     {"epdevl", IDLE, EvaluateEpdFile},
     {"nopost", IDLE, PostOff},
+    {"nopost", SEARCHING, PostOff, NEXT_LINE, KEYWORD, &Modern},
     {"nopost", SEARCHING, PostOff, END_SEARCH},
     {"perft", IDLE, RunPerft},
     {"sd", IDLE, SetDepth},
@@ -102,17 +116,22 @@ constexpr Command Commands[] = {
     {"force", SEARCHING, ForceOn, END_SEARCH},
     {"brd", IDLE, ShowBoard},
     {"time", IDLE, SetOwnTime},
+    {"time", THINKING, SetOwnClock, NEXT_LINE, KEYWORD, &Modern},
     {"time", THINKING, SetOwnClock, END_SEARCH},
     {"time", PONDERING, SetOwnClock, NEXT_LINE},
     {"otime", IDLE, SetOpponentTime},
+    {"otim", IDLE, SetOpponentTime, DONE, WHOLE, &Modern},
     // Idle, the engine does not know the shorter word. Meant so.
     {"otim", SEARCHING, SetOpponentClock, NEXT_LINE},
     {"easy", IDLE, PonderOff},
+    {"easy", THINKING, PonderOff, NEXT_LINE, KEYWORD, &Modern},
     {"easy", SEARCHING, PonderOff, END_SEARCH},
     {"hard", IDLE, PonderOn},
+    {"hard", SEARCHING, PonderOn, NEXT_LINE, KEYWORD, &Modern},
     {"hard", SEARCHING, PonderOn, END_SEARCH},
     {"evl", IDLE, ShowEvaluation},
     {"undo", IDLE, UndoMove},
+    {"undo", PONDERING, PausePondering, LEAVE_LINE, KEYWORD, &Modern},
     {"undo", SEARCHING, RequestUndo, END_SEARCH},
     {"undo", WAITING, LeaveLineToSearch, LEAVE_LINE, WHOLE},
     {"fritz", IDLE, EnterPartnerMode, FALL_THROUGH},
@@ -120,6 +139,7 @@ constexpr Command Commands[] = {
     {"mvd", IDLE, ShowFlags},
     {"demo", IDLE, PlayDemo},
     {"bkm", IDLE, ShowBookMoves},
+    {"ucinewgame", IDLE, StartUciGame, DONE, WHOLE, &Modern},
     {"uci", IDLE, EnterUci},
     {"setoption", IDLE, SetOption},
     {"isready", IDLE, AnswerReady},
@@ -145,9 +165,11 @@ static bool Matches(const Command& command, const std::string& line) {
 }
 
 // The first command that the line is one for, from `command` on; null when there is none.
-static const Command* Find(const std::string& line, const Command* command = Commands) {
+static const Command* Find(const std::string& line, Activity activity,
+                           const Command* command = Commands) {
     for (; command != std::end(Commands); command++) {
-        if ((command->heardIn & CurrentActivity) != 0 && Matches(*command, line))
+        if ((command->heardIn & activity) != 0 &&
+            (command->only == nullptr || command->only == Manner) && Matches(*command, line))
             return command;
     }
     return nullptr;
@@ -162,25 +184,34 @@ static CommandLine Split(const std::string& text) {
 }
 
 void Dispatch(const std::string& text) {
-    const Command* command = Find(text);
+    const Command* command = Find(text, IDLE);
     if (command == nullptr)
         return;
     const CommandLine line = Split(text);
     while (command != nullptr) {
         command->run(line);
-        command = command->then == FALL_THROUGH ? Find(text, command + 1) : nullptr;
+        command = command->then == FALL_THROUGH ? Find(text, IDLE, command + 1) : nullptr;
     }
+}
+
+// Whether the line is none that pondering takes, but one for the engine when it is idle.
+static bool EndsPondering(const std::string& text) {
+    return Manner->pausesPondering && CurrentActivity == PONDERING && Find(text, IDLE) != nullptr;
 }
 
 // Acts on a line that arrives while the engine is not idle.
 static Then ActOnLine(const std::string& text) {
-    const Command* const command = Find(text);
+    const Command* const command = Find(text, CurrentActivity);
+    if (command == nullptr && EndsPondering(text)) {
+        PausePondering({});
+        return LEAVE_LINE;
+    }
     if (command == nullptr || command->then != LEAVE_LINE)
         DropLine();
     if (command == nullptr)
         return NEXT_LINE;
     const Then then = command->then;
-    command->run({text, {}});
+    command->run(Split(text));
     if (then == END_SEARCH)
         Running.StopSearch = true;
     return then;
@@ -205,9 +236,11 @@ void ActOnInput() {
 void RunCommandLoop() {
     std::string line;
     for (;;) {
-        if (NextLine(line))
+        if (NextLine(line)) {
             Dispatch(line);
-        else
+            ResumePondering();
+        } else {
             SleepAtEndOfInput();
+        }
     }
 }

@@ -15,6 +15,7 @@
 #include "front/dialects/console.h"
 #include "front/game/game.h"
 #include "front/game/interface.h"
+#include "front/game/manners.h"
 #include "front/interpreter.h"
 #include "front/search_host.h"
 #include "front/settings/options.h"
@@ -32,7 +33,8 @@ static void InitTablebases() {
     if (!Tablebases.UseEgtb)
         return;
     OpenTablebases();
-    PrintTablebaseCount();
+    if (!Manner->silentStart || LargestTablebase() != 0)
+        PrintTablebaseCount();
     if (LargestTablebase() != 0)
         AllocateTablebaseCache();
 }
@@ -48,11 +50,12 @@ static void PrintBanner() {
     InitSignals();
     InstallSearchHost();
     Speaking = &ConsoleDialect;
+    ReadInterface();
     PrintBanner();
     InitAttackTables();
     InitKingPawnBitbase();
     InitKeys(); // before the random sequence is seeded, so that every run has the same keys
-    LoadParameters();
+    LoadParameters(VALUES_FILE, Manner->silentStart);
     InitDerivedTables();
     ClearHistory();
     ClearCaptureStats();
@@ -62,7 +65,7 @@ static void PrintBanner() {
     AllocateHashTables();
     SeedRand(uint32_t(CalendarSeconds()));
     if (options.defaultBook && !BookIsOpen())
-        OpenBook("Book.tqn");
+        OpenBook("Book.tqn", Manner->silentStart);
     PrintSettings();
     Interface.PostThinking = true;
     if (Book.PositionLearning || Book.UseLearningData)

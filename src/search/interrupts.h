@@ -17,6 +17,8 @@ struct SearchInterrupts {
     // Still set after the search, the prediction has failed or was given up.
     bool PonderingOnPrediction = false;
     Move PredictedMove = NO_MOVE;
+    // The search was told to ponder, and was ended by who had told it: its position never arose.
+    bool PredictionMissed = false;
 };
 extern SearchInterrupts Interrupts;
 

@@ -32,6 +32,7 @@ struct SearchLimits {
     int32_t FixedTime = 0; // for every move, in hundredths; 0 for none
     int32_t DepthLimit = UNLIMITED_DEPTH;
     int32_t NodeLimit = 0; // 0 for none
+    int32_t MateLimit = 0; // a mate in so many moves, for either side, is enough; 0 for none
     // Only these root moves are searched when there are any.
     int32_t SearchMoveCount = 0;
     Move SearchMoves[MAX_SEARCH_MOVES] = {};
@@ -50,6 +51,10 @@ struct SearchSettings {
     // Short searches start from an empty history: what the last one learned is not worth keeping to
     // those who search anew for each move.
     bool ForgetInShortSearches = false;
+    // A search with a limit of nodes looks at it every thousand of them.
+    bool FinePolls = false;
+    // A search whose move is not going to be played leaves no traces in learning and clock.
+    bool OnlyPlayedMovesTeach = false;
 };
 extern SearchSettings SearchOptions;
 

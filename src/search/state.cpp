@@ -20,6 +20,10 @@ int ElapsedTime() {
     return ClockCentiseconds() - Budget.SearchStart;
 }
 
+int64_t ElapsedMilliseconds() {
+    return ClockMilliseconds() - int64_t{Budget.SearchStart} * 10;
+}
+
 int32_t StatisticsInterval() {
     return STATISTICS_NODES / Budget.PollReload;
 }

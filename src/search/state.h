@@ -53,6 +53,9 @@ int32_t DrawValue();
 // Hundredths of a second since the search started.
 int ElapsedTime();
 
+// The same in thousandths.
+int64_t ElapsedMilliseconds();
+
 // Polls between two lines of statistics.
 int32_t StatisticsInterval();
 

@@ -37,6 +37,7 @@ constexpr int32_t MEDIUM_SEARCH = 100;
 constexpr int32_t POLL_LONG = 50000;
 constexpr int32_t POLL_MEDIUM = 20000;
 constexpr int32_t POLL_SHORT = 5000;
+constexpr int32_t POLL_FINE = 1000;
 
 } // namespace
 
@@ -98,6 +99,8 @@ static int64_t UsableTime() {
 }
 
 static int32_t NodesBetweenPolls(int32_t allotted) {
+    if (SearchOptions.FinePolls && Limits.NodeLimit > 0)
+        return POLL_FINE;
     if (allotted > LONG_SEARCH)
         return POLL_LONG;
     return allotted > MEDIUM_SEARCH ? POLL_MEDIUM : POLL_SHORT;

@@ -1,6 +1,7 @@
 // What the commands of the clock leave for the search.
 
 #include "front/game/game.h"
+#include "front/game/manners.h"
 #include "front/interpreter.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
@@ -48,6 +49,28 @@ TEST_F(ClockCommands, LevelSetsMovesBaseTimeAndBothIncrements) {
         EXPECT_FALSE(Clock.MovesToGo);
         EXPECT_EQ(Clock.OwnTime, 77) << "the clock itself is set by `time`";
     }
+}
+
+TEST_F(ClockCommands, ModernLevelsAreReadByWords) {
+    struct Case {
+        const char* line;
+        int32_t moves;
+        int32_t base;
+        int32_t increment;
+    };
+    UseManners(Modern);
+    for (const Case& c : {Case{"level 0 0:10 0.5", 0, 1000, 50}, Case{"level 40 0:10", 40, 1000, 0},
+                          Case{"level 40 5 0", 40, 30000, 0}, Case{"level 0 1 2.05", 0, 6000, 205},
+                          Case{"level 0 2:30 .1", 0, 15000, 10}}) {
+        SCOPED_TRACE(c.line);
+        Clock.OwnIncrement = 1000;
+        Dispatch(c.line);
+        EXPECT_EQ(Clock.MovesPerPeriod, c.moves);
+        EXPECT_EQ(Clock.BaseTime, c.base);
+        EXPECT_EQ(Clock.OwnIncrement, c.increment);
+        EXPECT_EQ(Clock.OpponentIncrement, c.increment);
+    }
+    UseManners(Classic);
 }
 
 TEST_F(ClockCommands, TimesAreHundredthsAndNeverReadAsNoClock) {

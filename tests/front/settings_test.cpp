@@ -45,10 +45,16 @@ TEST(StartUp, PrintsBannerSummaryAndTablebases) {
               std::string(Banner) + NoBook + DefaultSummary + "EGTB files not found\n");
 }
 
-TEST(StartUp, TheShippedSettingsFileHoldsTheDefaults) {
+// Modern, it says nothing of what is missing; and it has no tables until some are named.
+TEST(StartUp, TheShippedSettingsFileHoldsTheDefaultsButForInterfaceAndTables) {
     const std::string shipped = FileText(TARQUELIN_SOURCE_DIR "/data/Tarquelin.ini");
     ASSERT_FALSE(shipped.empty());
-    EXPECT_EQ(StartUpText(shipped), StartUpText(""));
+    std::string expected = std::string("Tarquelin v1.40 [r2040/09.11.2013]\n") + DefaultSummary;
+    const std::string tables = "UseEGTB = on";
+    expected.replace(expected.find(tables), tables.size(), "UseEGTB = off");
+    EXPECT_EQ(StartUpText(shipped), expected);
+    EXPECT_NE(StartUpText("Interface = modern\nUseEGTB = off\nEGTBPath = .\n").find(tables + "\n"),
+              std::string::npos);
 }
 
 struct WarningCase {

@@ -175,6 +175,10 @@ std::string EngineProcess::Ask(const std::string& lines) {
     return Settle();
 }
 
+void EngineProcess::Interrupt() {
+    kill(process, SIGINT);
+}
+
 int EngineProcess::WaitForExit() {
     for (int waited = 0; waited < DEADLINE_MILLISECONDS; waited += 10) {
         int status = 0;

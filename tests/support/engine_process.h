@@ -40,6 +40,8 @@ public:
     // Everything after start-up up to the answer to the lines, each sent in turn.
     std::string Ask(const std::string& lines);
 
+    // Sends the signal of Ctrl+C.
+    void Interrupt();
     // Waits for the process to end by itself and returns its exit code; -1 when it was killed or
     // does not end.
     int WaitForExit();

@@ -44,7 +44,7 @@ static bool ReadValue(FILE* file, int32_t& value) {
     return true;
 }
 
-void LoadParameters(const char* path) {
+void LoadParameters(const char* path, bool silent) {
     ParameterList list = std::bit_cast<ParameterList>(Params);
     std::fill_n(list.begin(), IMBALANCE_PARAMETER_COUNT, 0);
     if (FILE* const file = OpenFile(path, "r")) {
@@ -56,7 +56,7 @@ void LoadParameters(const char* path) {
     } else if (!CarriedValues.empty()) {
         std::ranges::copy(CarriedValues.first(std::min(CarriedValues.size(), list.size())),
                           list.begin());
-    } else {
+    } else if (!silent) {
         std::puts("Error loading values.txt");
         std::fflush(stdout);
     }

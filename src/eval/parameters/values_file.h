@@ -10,8 +10,9 @@ constexpr char VALUES_FILE[] = "values.txt";
 // behind the first text that is no number, and behind the last parameter, is not read; parameters
 // without a number keep their values. Numbers that are too large are cut to the limit of
 // parameters. Where the file cannot be opened, the values that the program carries take its place;
-// one without any reports it. The tables that depend on the parameters are the caller's business.
-void LoadParameters(const char* path = VALUES_FILE);
+// one without any reports it, unless `silent`. The tables that depend on the parameters are the
+// caller's business.
+void LoadParameters(const char* path = VALUES_FILE, bool silent = false);
 
 // Writes the file anew. Where that fails, on a full disk say, the old one stays as it was: false.
 bool WriteParameters(const char* path = VALUES_FILE);

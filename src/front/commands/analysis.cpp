@@ -50,7 +50,7 @@ static void ActOnInterrupts() {
     if (Interrupts.TypedMove != NO_MOVE)
         PlayMove(Interrupts.TypedMove);
     if (Interrupts.NewRequested)
-        NewGame();
+        BeginNewGame();
     if (Interrupts.UndoRequested)
         TakeBack(1);
 }

@@ -2,7 +2,9 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "front/game/manners.h"
 #include "front/input/clocks.h"
 #include "front/input/keyword.h"
 #include "search/limits.h"
@@ -14,8 +16,34 @@ constexpr size_t NUMBER_OFFSET = 5;
 
 } // namespace
 
+// A number of seconds with a fraction, as hundredths.
+static int32_t FractionalSeconds(const std::string& text) {
+    int64_t hundredths = int64_t{ReadNumber(text)} * SECOND;
+    if (const size_t point = text.find('.'); point != std::string::npos) {
+        const std::string digits = text.substr(point + 1, 2) + "00";
+        hundredths += ReadNumber(digits.substr(0, 2));
+    }
+    return Hundredths(hundredths, 1);
+}
+
+// Moves, minutes with or without seconds, and the increment.
+static void SetLevelByWords(const std::string& text) {
+    const CommandLine line = {text, Tokenize(text, " ")};
+    Clock.MovesPerPeriod = line.Number(1, Clock.MovesPerPeriod);
+    if (line.Arguments() < 2)
+        return;
+    const std::vector<Token> base = Tokenize(line.tokens[2].text, ":");
+    Clock.BaseTime = Hundredths(ReadNumber(base.empty() ? "" : base[0].text), MINUTE);
+    if (base.size() > 1)
+        Clock.BaseTime = Hundredths(Clock.BaseTime + FractionalSeconds(base[1].text), 1);
+    Clock.OwnIncrement = Clock.OpponentIncrement =
+        line.Arguments() < 3 ? 0 : FractionalSeconds(line.tokens[3].text);
+}
+
 void SetLevel(const CommandLine& line) {
     Clock.MovesToGo = false;
+    if (Manner->levelByWords)
+        return SetLevelByWords(line.text);
     Clock.MovesPerPeriod = line.Number(1, Clock.MovesPerPeriod);
     if (line.Arguments() >= 4) {
         Clock.BaseTime = Hundredths(line.Number(2) * MINUTE / SECOND + line.Number(3), SECOND);

@@ -7,6 +7,7 @@
 #include "board/position.h"
 #include "front/game/engine_turn.h"
 #include "front/game/game.h"
+#include "front/game/manners.h"
 #include "front/input/clocks.h"
 #include "front/input/keyword.h"
 #include "search/limits.h"
@@ -29,7 +30,10 @@ namespace {
 struct GoParameter {
     const char* keyword;
     void (*set)(int32_t number);
+    const Manners* only = nullptr; // null: it is known in all manners
 };
+
+constexpr int32_t MOST_MATE_MOVES = 100;
 
 constexpr GoParameter GoParameters[] = {
     {"wtime", [](int32_t n) { SetClock(WHITE, n); }},
@@ -42,6 +46,7 @@ constexpr GoParameter GoParameters[] = {
          Clock.MovesToGo = true;
      }},
     {"depth", [](int32_t n) { Limits.DepthLimit = n; }},
+    {"mate", [](int32_t n) { Limits.MateLimit = std::clamp(n, 0, MOST_MATE_MOVES); }, &Modern},
     {"nodes", [](int32_t n) { Limits.NodeLimit = n; }},
     // A move time that was given, however short, is not "no fixed time".
     {"movetime", [](int32_t n) { Limits.FixedTime = std::max(n / 10, 1); }},
@@ -63,7 +68,8 @@ static void ReadSearchMoves(const CommandLine& line, int first) {
 static int ReadGoParameter(const CommandLine& line, int i) {
     const std::string& word = line.tokens[size_t(i)].text;
     for (const GoParameter& parameter : GoParameters) {
-        if (!KeywordMatches(parameter.keyword, word))
+        if (!KeywordMatches(parameter.keyword, word) ||
+            (parameter.only != nullptr && parameter.only != Manner))
             continue;
         if (i < line.Arguments())
             parameter.set(line.Number(i + 1));

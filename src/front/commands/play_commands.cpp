@@ -67,22 +67,31 @@ static void ChangeAnalysis(const std::string& line) {
     AnalyseChangedPosition();
 }
 
-void EnterMove(const CommandLine& line) {
+static void EnterMoveText(const std::string& text) {
     switch (CurrentActivity) {
     case PONDERING:
-        return AnswerPrediction(line.text);
+        return AnswerPrediction(text);
     case THINKING:
-        return EndSearchForMove(line.text);
+        return EndSearchForMove(text);
     case WAITING:
-        return ChangeAnalysis(line.text);
+        return ChangeAnalysis(text);
     default:
-        if (PlayTypedMove(line.text) && !Game.ForceMode)
+        if (PlayTypedMove(text) && !Game.ForceMode)
             AnswerMove();
     }
 }
 
+void EnterMove(const CommandLine& line) {
+    EnterMoveText(line.text);
+}
+
+void EnterUserMove(const CommandLine& line) {
+    if (line.Arguments() >= 1)
+        EnterMoveText(line.Rest(1));
+}
+
 void StartNewGame(const CommandLine&) {
-    NewGame();
+    BeginNewGame();
 }
 
 // A game that nothing was learned from counts as a draw for the engine's moves.
@@ -107,6 +116,7 @@ void LoadPosition(const CommandLine& line) {
 }
 
 static void SetTurn(Colour side) {
+    Game.Pause = {};
     GiveTurn(side);
     Game.EngineSide = ChangeSide(side);
 }
@@ -147,6 +157,6 @@ void PlayDemo(const CommandLine&) {
         Interrupts = {};
     }
     if (Interrupts.NewRequested)
-        NewGame();
+        BeginNewGame();
     Interface.PonderNow = ponderNow;
 }

@@ -9,6 +9,9 @@
 // in analysis the position changes.
 void EnterMove(const CommandLine& line);
 
+// The same for a move behind a keyword.
+void EnterUserMove(const CommandLine& line);
+
 // The starting position, the engine playing Black.
 void StartNewGame(const CommandLine& line);
 

@@ -5,7 +5,11 @@
 
 #include "board/notation.h"
 #include "front/dialects/variation.h"
+#include "front/game/activity.h"
 #include "front/game/adjudication.h"
+#include "front/game/engine_turn.h"
+#include "front/game/game.h"
+#include "front/game/interface.h"
 #include "front/input/reply.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
@@ -13,7 +17,25 @@
 #include "search/state.h"
 
 void MoveNow(const CommandLine&) {
+    Interrupts.PredictionMissed |= Limits.GoPonder;
     Limits.GoPonder = false;
+}
+
+void MoveNowIfThinking(const CommandLine&) {
+    if (CurrentActivity == THINKING && !Limits.Analysing)
+        Running.StopSearch = true;
+}
+
+void PausePondering(const CommandLine&) {
+    Game.Pause.wanted = true;
+    Running.StopSearch = true;
+}
+
+void AnswerPing(const CommandLine& line) {
+    Interface.OwedPongs.push_back(line.Number(1));
+    // While the engine owes a move, the answer has to wait for it.
+    if (CurrentActivity != THINKING || Limits.Analysing)
+        PayPongs();
 }
 
 void PonderHit(const CommandLine&) {

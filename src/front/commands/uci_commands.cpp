@@ -9,9 +9,11 @@
 #include "front/dialects/uci.h"
 #include "front/game/game.h"
 #include "front/game/interface.h"
+#include "front/game/manners.h"
 #include "front/input/keyword.h"
 #include "front/input/reply.h"
 #include "front/settings/options.h"
+#include "platform/signals.h"
 #include "platform/version.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
@@ -23,6 +25,7 @@ static void AnnounceOption(const Option& option) {
         std::printf(" Hash type button\n");
         return;
     case OptionKind::PATH:
+    case OptionKind::TEXT:
         std::printf(" type string");
         break;
     case OptionKind::WORD:
@@ -42,11 +45,20 @@ static void AnnounceOptions() {
         const auto option = std::ranges::find(Options(), place, &Option::announced);
         if (option == Options().end())
             return;
-        AnnounceOption(*option);
+        if (!option->modern || Manner == &Modern)
+            AnnounceOption(*option);
     }
 }
 
+void StartUciGame(const CommandLine&) {
+    BeginLearningAnew();
+    ForgetEarlierSearches();
+    NewGame();
+}
+
 void EnterUci(const CommandLine& line) {
+    if (Manner->uciIgnoresInterrupts)
+        IgnoreInterrupts();
     // The line "ucinewgame" is answered in the same way, as its beginning is this keyword.
     if (BeginsWithKeyword("ucinewgame", line.text))
         BeginLearningAnew();
@@ -70,11 +82,36 @@ static void ChangeOption(const Option& option, const std::string& word, const st
     }
 }
 
+static std::string FullName(const Option& option) {
+    return std::string(option.uciName) + (option.kind == OptionKind::BUTTON ? " Hash" : "");
+}
+
+// The whole name up to the word "value" counts, however many words it has.
+static void SetNamedOption(const CommandLine& line) {
+    std::string name;
+    int i = 2;
+    for (; i <= line.Arguments() && !SameWords(line.tokens[size_t(i)].text, "value"); i++)
+        name += (name.empty() ? "" : " ") + line.tokens[size_t(i)].text;
+    const auto option = std::ranges::find_if(Options(), [&](const Option& candidate) {
+        return candidate.uciName != nullptr && SameWords(FullName(candidate), name);
+    });
+    if (option == Options().end())
+        return;
+    if (option->kind == OptionKind::BUTTON)
+        ChangeOption(*option, "", "");
+    else if (i < line.Arguments()) {
+        const Token& value = line.tokens[size_t(i) + 1];
+        ChangeOption(*option, value.text, line.text.substr(value.offset));
+    }
+}
+
 void SetOption(const CommandLine& line) {
     if (line.Arguments() < 3 || !KeywordMatches("name", line.tokens[1].text))
         return;
+    if (Manner->longOptionNames)
+        return SetNamedOption(line);
     const auto option = std::ranges::find_if(Options(), [&](const Option& candidate) {
-        return candidate.uciName != nullptr &&
+        return candidate.uciName != nullptr && !candidate.modern &&
                KeywordMatches(candidate.uciName, line.tokens[2].text);
     });
     if (option == Options().end())

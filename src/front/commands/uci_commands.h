@@ -6,6 +6,9 @@
 // Names the engine and its options and enters the dialect.
 void EnterUci(const CommandLine& line);
 
+// Begins a new game, for which nothing of the last one counts.
+void StartUciGame(const CommandLine& line);
+
 // Sets an option. A line that is malformed or names no option is ignored.
 void SetOption(const CommandLine& line);
 

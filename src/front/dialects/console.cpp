@@ -9,6 +9,7 @@
 #include "front/game/game.h"
 #include "front/game/interface.h"
 #include "front/game/resign.h"
+#include "front/input/reply.h"
 #include "search/root.h"
 #include "search/state.h"
 
@@ -20,11 +21,6 @@ constexpr int64_t SILENT_NODES = 100000;
 constexpr int32_t PRINTED_MATE_OFFSET = 67;
 
 } // namespace
-
-static void PrintResult(const char* line) {
-    std::printf("%s\n", line);
-    std::fflush(stdout);
-}
 
 static int32_t PrintedScore(int32_t score) {
     if (std::abs(score) <= MATE_BOUND)
@@ -56,11 +52,13 @@ static void AnnounceMove(Move move, bool fromBook) {
 }
 
 constinit const Dialect ConsoleDialect = {
-    .printResult = PrintResult,
+    .printResult = PrintLine,
+    .printNote = PrintLine,
     .printVariations = [](BoundType, int) { PrintThinking(false); },
     .printCurrentMove = [] {},
     .printStatistics = [] {},
     .announceMove = AnnounceMove,
+    .answerFinishedGame = [] {},
     .keepMove =
         [](bool analysisEnded) {
             if (analysisEnded)

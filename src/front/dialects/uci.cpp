@@ -1,14 +1,20 @@
 #include "front/dialects/uci.h"
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
 
+#include "board/attackers.h"
 #include "board/moves/legal_moves.h"
 #include "board/moves/make_move.h"
 #include "board/notation.h"
+#include "board/position.h"
 #include "front/dialects/variation.h"
 #include "front/game/game.h"
+#include "front/game/manners.h"
+#include "front/input/reply.h"
 #include "search/limits.h"
+#include "search/poll.h"
 #include "search/root.h"
 #include "search/state.h"
 #include "search/transposition.h"
@@ -26,8 +32,7 @@ constinit int64_t LastLineNodes = 0;
 
 } // namespace
 
-// Prints a score, as a mate or in centipawns as `leader` is one. Every line of several takes after
-// the first, so that an interface does not compare moves with centipawns.
+// Prints a score, as a mate or in centipawns as `leader` is one.
 static void PrintScore(int32_t score, int32_t leader) {
     if (leader > MATE_BOUND)
         std::printf("mate %d ", (MATE + 1 - score) >> 1);
@@ -38,24 +43,31 @@ static void PrintScore(int32_t score, int32_t leader) {
 }
 
 static int64_t NodesPerSecond() {
+    if (Manner->fullUciLines)
+        return Running.NodeCount * 1000 / std::max<int64_t>(ElapsedMilliseconds(), 1);
     const int elapsed = ElapsedTime();
     return elapsed < 1 ? 0 : Running.NodeCount * 100 / elapsed;
 }
 
-// Depth, score and figures of root move `index`, up to the end of "tbhits". The time is in
-// hundredths, not in the thousandths of the protocol: interfaces have long been used to it.
+// In the classic manner the time is in hundredths, not in the thousandths of the protocol, and
+// every line's score is told in the terms of the first: interfaces have long been used to it.
+static int64_t PrintedTime() {
+    return Manner->fullUciLines ? ElapsedMilliseconds() : ElapsedTime();
+}
+
+// Depth, score and figures of root move `index`, up to the end of "tbhits".
 static void PrintInfo(int index, BoundType bound) {
     LastLineNodes = Running.NodeCount;
     // The figures stand in this line; the next line of their own can wait.
     Running.InfoCountdown = StatisticsInterval();
     std::printf("depth %d seldepth %d score ", Running.IterationDepth + 1, Running.SelDepth);
-    PrintScore(Root.moves[index].score, Root.moves[0].score);
+    PrintScore(Root.moves[index].score, Root.moves[Manner->fullUciLines ? index : 0].score);
     if (bound == BOUND_UPPER)
         std::printf("upperbound ");
     else if (bound == BOUND_LOWER)
         std::printf("lowerbound ");
-    std::printf("nodes %" PRId64 " time %d hashfull %d nps %" PRId64 " tbhits %d",
-                Running.NodeCount, ElapsedTime(), HashFull(), NodesPerSecond(),
+    std::printf("nodes %" PRId64 " time %" PRId64 " hashfull %d nps %" PRId64 " tbhits %d",
+                Running.NodeCount, PrintedTime(), HashFull(), NodesPerSecond(),
                 Running.TablebaseHits);
 }
 
@@ -97,6 +109,34 @@ static void PrintUciVariations(BoundType bound, int line) {
     std::fflush(stdout);
 }
 
+// The line of the best move, or of each of the best, from the first node on: what has ended a short
+// search is worth knowing too.
+static void PrintFullLines(BoundType bound, int line) {
+    for (int i = 0; i < LineCount(); i++) {
+        std::printf("info multipv %d ", i + 1);
+        PrintInfo(i, i == line ? bound : BOUND_EXACT);
+        std::printf(" pv");
+        PrintVariationMoves(i);
+        std::printf("\n");
+    }
+    std::fflush(stdout);
+}
+
+static void PrintFinalLines() {
+    if (Manner->fullUciLines)
+        PrintFullLines(BOUND_EXACT, 0);
+    else
+        PrintUciVariation(true, BOUND_EXACT);
+}
+
+// An endless search keeps its answer to itself until it is told to end, even where there is none.
+static void AnswerFinishedGame() {
+    std::printf("info depth 0 score %s 0\n", InCheck(SideToMove) ? "mate" : "cp");
+    std::fflush(stdout);
+    HoldUntilStopped();
+    PrintLine("bestmove 0000");
+}
+
 static void PrintUciCurrentMove() {
     if (TooSoon())
         return;
@@ -132,15 +172,22 @@ void PrintBestMove(Move move) {
 }
 
 static void AnnounceUciMove(Move move, bool) {
-    PrintUciVariation(true, BOUND_EXACT);
+    PrintFinalLines();
     PrintBestMove(move);
 }
 
 constinit const Dialect UciDialect = {
     .printResult = [](const char*) {},
+    .printNote =
+        [](const char* line) {
+            std::printf("info string %s\n", line);
+            std::fflush(stdout);
+        },
     .printVariations =
         [](BoundType bound, int line) {
-            if (SearchOptions.MultiPV > 1)
+            if (Manner->fullUciLines)
+                PrintFullLines(bound, line);
+            else if (SearchOptions.MultiPV > 1)
                 PrintUciVariations(bound, line);
             else
                 PrintUciVariation(false, bound);
@@ -148,10 +195,11 @@ constinit const Dialect UciDialect = {
     .printCurrentMove = PrintUciCurrentMove,
     .printStatistics = PrintUciStatistics,
     .announceMove = AnnounceUciMove,
+    .answerFinishedGame = AnswerFinishedGame,
     .keepMove =
         [](bool analysisEnded) {
             if (Limits.GoPonder || analysisEnded)
-                PrintUciVariation(true, BOUND_EXACT);
+                PrintFinalLines();
         },
     .keepsLastScore = true,
     .pondersByItself = false,

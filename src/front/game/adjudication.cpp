@@ -1,15 +1,25 @@
 #include "front/game/adjudication.h"
 
+#include <bit>
+
 #include "board/attackers.h"
 #include "board/draw_rules.h"
+#include "board/moves/generate.h"
+#include "board/moves/legal_moves.h"
+#include "board/moves/make_move.h"
 #include "board/position.h"
 #include "book/book_learning.h"
 #include "front/game/dialect.h"
+#include "front/game/manners.h"
+#include "search/interrupts.h"
+#include "search/limits.h"
 
 namespace {
 
 // A bare king against a side with more pieces than this can still be mated, in centipawns.
 constexpr int LONE_PIECE = 300;
+
+constexpr const char* INSUFFICIENT_MATERIAL = "1/2-1/2 {Draw by insufficient material}";
 
 // What the board was found to show: the lines to print, in their order.
 constexpr int MAX_DRAWS = 4;
@@ -35,25 +45,58 @@ static bool HasPawns(Colour side) {
 // twice; a lone pawn against a bare king passes the one that asks for the other side's pawns. Meant
 // so: what a GUI reads from us stays as it is, byte for byte.
 static void FindInsufficientMaterial() {
-    constexpr const char* line = "1/2-1/2 {Draw by insufficient material}";
     if (PieceMaterial(BLACK) == 0) {
         if (PieceMaterial(WHITE) > LONE_PIECE)
             return;
         if (!HasPawns(WHITE))
-            NoteDraw(line);
+            NoteDraw(INSUFFICIENT_MATERIAL);
     }
     if (PieceMaterial(WHITE) == 0 && PieceMaterial(BLACK) <= LONE_PIECE && !HasPawns(BLACK))
-        NoteDraw(line);
+        NoteDraw(INSUFFICIENT_MATERIAL);
+}
+
+// No sequence of moves leads to a mate: bare kings, one minor piece, or bishops of one colour of
+// squares.
+static bool NoMateIsPossible() {
+    const Bitboard knights = PieceBB[KNIGHT][WHITE] | PieceBB[KNIGHT][BLACK];
+    const Bitboard bishops = PieceBB[BISHOP][WHITE] | PieceBB[BISHOP][BLACK];
+    const Bitboard kings = PieceBB[KING][WHITE] | PieceBB[KING][BLACK];
+    if ((knights | bishops | kings) != (ColourBB[WHITE] | ColourBB[BLACK]))
+        return false;
+    constexpr Bitboard darkSquares = 0xaa55aa55aa55aa55;
+    return std::popcount(knights | bishops) <= 1 ||
+           (knights == 0 && ((bishops & darkSquares) == 0 || (bishops & ~darkSquares) == 0));
+}
+
+static bool HasLegalMove() {
+    const auto top = MoveStackTop;
+    const bool has = GenerateLegalMoves() > 0;
+    MoveStackTop = top;
+    return has;
+}
+
+static bool IsMate() {
+    return InCheck(SideToMove) && !HasLegalMove();
 }
 
 void FindDraws() {
     FoundDrawCount = 0;
     DrawToLearn = false;
-    FindInsufficientMaterial();
+    if (!Manner->exactMaterialDraws)
+        FindInsufficientMaterial();
+    else if (NoMateIsPossible())
+        NoteDraw(INSUFFICIENT_MATERIAL);
     if (HasRepeatedTwice())
         NoteDraw("1/2-1/2 {Draw by repetition}");
-    if (FiftyMovesPassed())
+    // A mate comes before the count.
+    if (FiftyMovesPassed() && !(Manner->claimsOwnResults && IsMate()))
         NoteDraw("1/2-1/2 {Draw by the 50-moves rule}");
+}
+
+// A board that is only looked at is no game.
+static bool GameTeaches() {
+    return !Manner->onlyPlayedMovesTeach ||
+           !(Limits.Analysing || Limits.GoPonder || Clock.OwnTime == INFINITE_TIME);
 }
 
 void AnnounceDraws() {
@@ -64,20 +107,45 @@ void AnnounceDraws() {
 }
 
 void LearnAnnouncedDraw() {
-    if (DrawToLearn)
+    if (DrawToLearn && GameTeaches())
         LearnBook(BOOK_DRAWN);
     DrawToLearn = false;
     FoundDrawCount = 0;
 }
 
-// What the book has brought the engine into is told by its scores long before a mate. Meant so:
-// counting mates as losses would change what existing books have learned to mean.
-void AnnounceGameOver() {
-    LearnBook(BOOK_DRAWN);
+static void PrintGameOver() {
     if (!InCheck(SideToMove))
         Speaking->printResult("1/2-1/2 {Stalemate}");
     else if (SideToMove == BLACK)
         Speaking->printResult("1-0 {White mates}");
     else
         Speaking->printResult("0-1 {Black mates}");
+}
+
+// What the book has brought the engine into is told by its scores long before a mate. Meant so:
+// counting mates as losses would change what existing books have learned to mean.
+void AnnounceGameOver() {
+    if (GameTeaches())
+        LearnBook(BOOK_DRAWN);
+    PrintGameOver();
+}
+
+bool AnnounceOwnResult() {
+    if (!HasLegalMove()) {
+        PrintGameOver();
+    } else {
+        FindDraws();
+        if (FoundDrawCount == 0)
+            return false;
+        AnnounceDraws();
+    }
+    DrawToLearn = false;
+    if (!GameTeaches() || Interrupts.PredictionMissed)
+        return true;
+    // The book learns for the side to move: that of the engine, which has just moved.
+    const Move move = LastMove();
+    UnmakeMove();
+    LearnBook(BOOK_DRAWN);
+    MakeMove(move, true);
+    return true;
 }

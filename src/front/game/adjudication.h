@@ -17,3 +17,7 @@ void LearnAnnouncedDraw();
 // Announces that the side to move has no legal move, mate or stalemate, and lets the opening book
 // learn a draw from it, from a mate as well.
 void AnnounceGameOver();
+
+// After the engine's own move: announces that it has ended the game or drawn it, and lets the book
+// learn from that. False when the game goes on.
+bool AnnounceOwnResult();

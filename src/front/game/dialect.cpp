@@ -4,10 +4,12 @@ namespace {
 
 constexpr Dialect Silence = {
     .printResult = [](const char*) {},
+    .printNote = [](const char*) {},
     .printVariations = [](BoundType, int) {},
     .printCurrentMove = [] {},
     .printStatistics = [] {},
     .announceMove = [](Move, bool) {},
+    .answerFinishedGame = [] {},
     .keepMove = [](bool) {},
     .keepsLastScore = false,
     .pondersByItself = false,

@@ -6,10 +6,12 @@
 
 struct Dialect {
     void (*printResult)(const char* line); // of the game: mate, draw
+    void (*printNote)(const char* line);   // for whoever reads along
     void (*printVariations)(BoundType bound, int line);
     void (*printCurrentMove)();
     void (*printStatistics)();
     void (*announceMove)(Move move, bool fromBook); // which has not been made yet
+    void (*answerFinishedGame)();                   // there is no legal move
     // The search has ended and its move is not played, or not yet.
     void (*keepMove)(bool analysisEnded);
     bool keepsLastScore;  // over a new game or position: the opponent gives games move by move

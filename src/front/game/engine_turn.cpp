@@ -6,20 +6,27 @@
 #include "board/notation.h"
 #include "board/position.h"
 #include "front/game/activity.h"
+#include "front/game/adjudication.h"
 #include "front/game/dialect.h"
 #include "front/game/game.h"
 #include "front/game/interface.h"
+#include "front/game/manners.h"
 #include "front/game/typed_move.h"
+#include "front/input/input_lines.h"
 #include "search/host.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
+#include "search/root.h"
 #include "search/tree/driver.h"
 
 bool ThinkAndMove() {
     ForgetOldHistory();
     CurrentActivity = Interrupts.PonderingOnPrediction ? PONDERING : THINKING;
     const bool moved = Think();
+    if (Root.count == 0 && !Limits.Analysing && Manner->answersFinishedPositions)
+        Speaking->answerFinishedGame();
     CurrentActivity = IDLE;
+    PayPongs();
     return moved;
 }
 
@@ -27,6 +34,11 @@ void ActOnWaitingLines() {
     CurrentActivity = THINKING;
     Host.handleInput();
     CurrentActivity = IDLE;
+}
+
+// The engine's own move has mated, or drawn.
+static bool GameHasEnded() {
+    return Manner->claimsOwnResults && AnnounceOwnResult();
 }
 
 static bool MayPonder() {
@@ -48,19 +60,26 @@ static bool Ponder() {
     Limits.GoPonder = false;
     if (Interrupts.PonderingOnPrediction) {
         TakeBack(Interrupts.UndoRequested ? 2 : 1);
+        if (Game.Pause.wanted)
+            Game.Pause = {true, Ply, PosKey, Interrupts.PredictedMove};
         Interrupts.PonderingOnPrediction = false;
     }
     return answered;
 }
 
+// Ponders and plays for as long as the opponent plays what was predicted.
+static void PonderAndPlay(bool moved) {
+    while (moved && !GameHasEnded() && MayPonder())
+        moved = Ponder();
+    if (Interrupts.NewRequested)
+        BeginNewGame();
+}
+
 static void PlayAndPonder() {
     Game.EngineSide = SideToMove;
     Interrupts = {};
-    bool moved = ThinkAndMove();
-    while (moved && MayPonder())
-        moved = Ponder();
-    if (Interrupts.NewRequested)
-        NewGame();
+    const bool moved = ThinkAndMove();
+    PonderAndPlay(moved);
 }
 
 // Plays the move that has come instead of the predicted one. False when there is none, or it is not
@@ -76,12 +95,29 @@ static void ForgetOrders() {
     AnswerByClock();
 }
 
-void TakeTurn() {
-    PlayAndPonder();
+static void AnswerReplies() {
     while (PlayReply() && !Game.ForceMode) {
         ForgetOrders();
         PlayAndPonder();
     }
+}
+
+void TakeTurn() {
+    Game.Pause = {};
+    PlayAndPonder();
+    AnswerReplies();
+}
+
+void ResumePondering() {
+    const auto pause = Game.Pause;
+    if (!pause.wanted || LineWaiting())
+        return;
+    Game.Pause = {};
+    if (Ply != pause.ply || PosKey != pause.posKey || SideToMove == Game.EngineSide)
+        return;
+    Game.PonderMove = pause.ponderMove;
+    PonderAndPlay(true);
+    AnswerReplies();
 }
 
 void AnswerMove() {

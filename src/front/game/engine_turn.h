@@ -13,5 +13,9 @@ void ActOnWaitingLines();
 // moves. A new game that was asked for meanwhile is set up.
 void TakeTurn();
 
+// Ponders on where a line had ended it, unless more lines wait or what they brought has changed the
+// game.
+void ResumePondering();
+
 // Takes the turn to answer a move of the opponent: by the clock, whatever the last search was told.
 void AnswerMove();

@@ -9,6 +9,7 @@
 #include "book/position_learning.h"
 #include "front/game/dialect.h"
 #include "front/game/interface.h"
+#include "front/game/manners.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
 #include "search/state.h"
@@ -27,15 +28,24 @@ struct {
 
 } // namespace
 
+void ForgetEarlierSearches() {
+    ForgetLastScore();
+    ClearHistory();
+    ClearKillers();
+}
+
 void NewGame() {
-    if (!Interface.PartnerMode && !Speaking->keepsLastScore) {
-        ForgetLastScore();
-        ClearHistory();
-        ClearKillers();
-    }
+    if (!Interface.PartnerMode && !Speaking->keepsLastScore)
+        ForgetEarlierSearches();
     SetStartPosition();
     Game = {};
     Limits = {.NodeLimit = Limits.NodeLimit};
+}
+
+void BeginNewGame() {
+    if (Manner->newGameTeachesAnew)
+        BeginLearningAnew();
+    NewGame();
 }
 
 void BeginLearningAnew() {
@@ -62,7 +72,7 @@ void SetUpFen(const char* fen) {
     if (!Speaking->keepsLastScore)
         ForgetLastScore();
     Limits.GoPonder = false;
-    LoadFen(fen);
+    LoadFen(fen, Manner->standardFen ? FenFields::STANDARD : FenFields::OWN);
 }
 
 void PlayMove(Move move) {

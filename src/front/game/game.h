@@ -15,12 +15,25 @@ struct GameState {
     // The line of a move that the opponent has played instead of the one pondered on; it is read
     // once the prediction has been taken back. Null for none.
     std::unique_ptr<const std::string> Reply;
+    // Pondering that a line has interrupted, and where it stood.
+    struct {
+        bool wanted = false; // it is to go on when nothing has changed
+        int32_t ply = 0;
+        uint64_t posKey = 0;
+        Move ponderMove = NO_MOVE;
+    } Pause;
 };
 extern GameState Game;
 
 // The starting position with the engine playing Black. Unless a partner program or UCI is at the
 // other end, what earlier searches learned for move ordering is forgotten.
 void NewGame();
+
+// The same for a person or a GUI that says `new`; in modern manners the book may be taught again.
+void BeginNewGame();
+
+// Forgets what earlier searches learned for the next ones.
+void ForgetEarlierSearches();
 
 // What one game taught is done with: the next may teach again.
 void BeginLearningAnew();

@@ -33,6 +33,10 @@ bool BeginsWithKeyword(std::string_view keyword, std::string_view text) {
     return CommonLength(keyword, SkipBlanks(text)) == keyword.size();
 }
 
+bool SameWords(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && CommonLength(a, b) == a.size();
+}
+
 std::vector<Token> Tokenize(std::string_view text, std::string_view separators) {
     std::vector<Token> tokens;
     size_t begin = text.find_first_not_of(separators);

@@ -17,6 +17,9 @@ bool KeywordMatches(std::string_view keyword, std::string_view text);
 // regard to case.
 bool BeginsWithKeyword(std::string_view keyword, std::string_view text);
 
+// Whether the two are the same, without regard to case.
+bool SameWords(std::string_view a, std::string_view b);
+
 struct Token {
     std::string text;
     size_t offset; // in the line at which it begins

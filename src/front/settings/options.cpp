@@ -6,8 +6,11 @@
 #include "book/book_settings.h"
 #include "eval/eval_cache.h"
 #include "eval/parameters/personality.h"
+#include "front/game/dialect.h"
 #include "front/game/interface.h"
+#include "front/game/manners.h"
 #include "front/game/play_settings.h"
+#include "platform/version.h"
 #include "search/hash_memory.h"
 #include "search/limits.h"
 #include "search/transposition.h"
@@ -43,15 +46,21 @@ static void SetCacheBytes(const Value& value) {
     Tablebases.EgtbCacheBytes = value.number;
 }
 
+static void NameTables(const Value& value) {
+    SetEgtbPath(value.text.c_str());
+    if (Manner->namedTablesAreUsed)
+        Tablebases.UseEgtb = true;
+}
+
 static void ResizeCache(const Value& value) {
     if (Tablebases.UseEgtb)
         ResizeEgtbCache(value.number);
 }
 
 static void ChangeEgtbPath(const Value& value) {
-    if (!Tablebases.UseEgtb)
+    if (!Tablebases.UseEgtb && !Manner->namedTablesAreUsed)
         return;
-    SetEgtbPath(value.text.c_str());
+    NameTables(value);
     OpenTablebases();
     AllocateTablebaseCache();
 }
@@ -75,7 +84,9 @@ static void SetPondering(const Value& value) {
 }
 
 static void OpenOpeningsBook(const Value& value) {
-    OpenBook(value.text.c_str());
+    OpenBook(value.text.c_str(), Manner->silentStart);
+    if (Manner->silentStart && !BookIsOpen())
+        Speaking->printNote(("No opening book " + value.text).c_str());
 }
 
 static void PrintHashSize() {
@@ -218,7 +229,7 @@ constexpr Option Table[] = {
      .announced = 3,
      .offered = "c:\\tablebases\\",
      .kind = PATH,
-     .set = [](const Value& value) { SetEgtbPath(value.text.c_str()); },
+     .set = NameTables,
      .setRunning = ChangeEgtbPath,
      .print = [] { std::printf("EGTB path = \"%s\"\n", Tablebases.EgtbPath); }},
     {.key = "UseBookWeights",
@@ -287,9 +298,13 @@ constexpr Option Table[] = {
      .set = SetPondering,
      .label = "Pondering"},
     {.key = "MoveOverhead",
+     .uciName = "Move Overhead",
+     .modern = true,
+     .announced = 13,
      .warned = "MoveOverhead",
      .least = 0,
      .most = MAX_MOVE_OVERHEAD,
+     .get = [] { return SearchOptions.MoveOverhead; },
      .set = [](const Value& value) { SearchOptions.MoveOverhead = value.number; }},
     {.uciName = "OwnBook",
      .announced = 5,
@@ -311,6 +326,22 @@ constexpr Option Table[] = {
      .least = 1,
      .most = 1024,
      .set = [](const Value& value) { SearchOptions.MultiPV = value.number; }},
+    // Whether the engine ponders is up to the interface: it says "go ponder".
+    {.uciName = "Ponder",
+     .modern = true,
+     .announced = 12,
+     .offered = "false",
+     .kind = WORD,
+     .words = TrueFalse,
+     .set = [](const Value&) {}},
+    {.uciName = "UCI_EngineAbout",
+     .modern = true,
+     .announced = 14,
+     .offered = ABOUT,
+     .kind = TEXT,
+     .set = [](const Value&) {}},
+    // Chosen before any other setting is read.
+    {.key = "Interface", .kind = WORD, .words = InterfaceWords, .set = [](const Value&) {}},
     {.uciName = "Clear", .announced = 11, .kind = BUTTON, .set = [](const Value&) { ClearHash(); }},
 };
 
@@ -318,6 +349,10 @@ constexpr Option Table[] = {
 
 std::span<const Option> Options() {
     return Table;
+}
+
+void NameTablebases(const std::string& path) {
+    ChangeEgtbPath({0, path});
 }
 
 void SetDefaultSettings() {

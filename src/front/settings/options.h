@@ -24,12 +24,14 @@ enum class OptionKind {
     WORD,      // one of a few words
     PATH,      // the rest of the line
     BUTTON,    // no value; "Hash" is the second word of its name
+    TEXT,      // only to be read
 };
 
 struct Option {
     const char* key = nullptr;      // in the settings file; null: it cannot be set there
     const char* otherKey = nullptr; // another spelling of it
     const char* uciName = nullptr;  // null: it is no UCI option
+    bool modern = false;            // only the modern interface has it as a UCI option
     int announced = 0;              // its place in the list that UCI asks for, from 1 on
     const char* offered = nullptr;  // what that list calls the default; null: the value in force
     OptionKind kind = OptionKind::NUMBER;
@@ -52,10 +54,16 @@ struct Option {
     void (*print)() = nullptr;   // lines of its own in the summary
 };
 
+// What the interface may be called: 0 is the classic one, 1 the modern one.
+inline constexpr OptionWord InterfaceWords[] = {{"classic", 0}, {"modern", 1}};
+
 // All options. Their order is that of the summary, and the one in which keys and names are tried:
 // keys in megabytes begin with the names of the plain keys, so they come before them; a beginning
 // of an option's name will do, and means the first that has it.
 std::span<const Option> Options();
+
+// Searches tablebases in those directories from now on.
+void NameTablebases(const std::string& path);
 
 // Gives every option its value at start.
 void SetDefaultSettings();

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "front/game/manners.h"
 #include "front/input/keyword.h"
 #include "front/settings/options.h"
 #include "platform/files.h"
@@ -96,7 +98,8 @@ static bool HasKey(const Option& option, const std::string& line) {
            (option.otherKey != nullptr && BeginsWithKeyword(option.otherKey, line));
 }
 
-static void ApplyLine(const char* text, int number) {
+// Hands the option whose key the line has, and its value, to `apply`.
+template <typename Apply> static void ReadLine(const char* text, int number, Apply apply) {
     if (text[0] == '\0' || text[0] == ';')
         return;
     // A control character, or any byte beyond ASCII, ends the line.
@@ -106,14 +109,13 @@ static void ApplyLine(const char* text, int number) {
     const std::vector<Token> tokens = Tokenize(line, Separators);
     if (tokens.size() < 2)
         return;
-    const Line applied = {number, tokens[1].text, line.substr(tokens[1].offset)};
     const auto option = std::ranges::find_if(
         Options(), [&](const Option& candidate) { return HasKey(candidate, line); });
     if (option != Options().end())
-        ApplyOption(*option, applied);
+        apply(*option, Line{number, tokens[1].text, line.substr(tokens[1].offset)});
 }
 
-void ReadSettingsFile() {
+template <typename Apply> static void ReadLines(Apply apply) {
     FILE* const file = OpenFile(FileName, "r");
     if (file == nullptr)
         return;
@@ -125,7 +127,27 @@ void ReadSettingsFile() {
         number++;
         if (std::fgets(line, sizeof line, file) == nullptr && number == 1)
             break;
-        ApplyLine(line, number);
+        ReadLine(line, number, apply);
     }
     std::fclose(file);
+}
+
+void ReadSettingsFile() {
+    ReadLines(ApplyOption);
+}
+
+static void ChooseInterface(const std::string& word) {
+    for (const OptionWord& known : InterfaceWords) {
+        if (KeywordMatches(known.word, word))
+            return UseManners(known.number != 0 ? Modern : Classic);
+    }
+}
+
+void ReadInterface() {
+    ReadLines([](const Option& option, const Line& line) {
+        if (option.words.data() == InterfaceWords)
+            ChooseInterface(line.value);
+    });
+    if (const char* const chosen = std::getenv("TARQUELIN_INTERFACE"))
+        ChooseInterface(chosen);
 }

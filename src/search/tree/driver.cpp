@@ -38,6 +38,8 @@ constexpr int32_t ASPIRATION_STEP = 120;
 constexpr int32_t ROOT_EXTRA = 30;
 constexpr int32_t ROOT_CHECK_EXTRA = 90;
 constexpr int LAST_ITERATION = 99;
+// Reductions hide a mate from iterations that are just deep enough for it.
+constexpr int MATE_EXTRA_DEPTH = 8;
 // Nodes between looks at the limit in a search that is told its nodes and nothing else.
 constexpr int32_t FINE_POLL = 50;
 // After this iteration and each later one comes a look at the clock.
@@ -215,11 +217,20 @@ static bool MateInsideHorizon() {
     return std::abs(Root.moves[0].score) > MATE - (Running.IterationDepth - 1);
 }
 
+// The mate that was asked for has been found, or looked for well beyond its depth in vain.
+static bool MateLimitReached() {
+    if (Limits.MateLimit == 0)
+        return false;
+    return std::abs(Root.moves[0].score) >= MATE - 2 * Limits.MateLimit ||
+           Running.IterationDepth >= 2 * Limits.MateLimit + MATE_EXTRA_DEPTH;
+}
+
 static void Deepen(int limitDepth) {
     Running.SearchPly = 1;
     for (Running.IterationDepth = 1; Running.IterationDepth <= LAST_ITERATION;
          Running.IterationDepth++) {
-        if (!SearchIteration() || MateInsideHorizon() || Running.IterationDepth + 1 >= limitDepth)
+        if (!SearchIteration() || MateInsideHorizon() || MateLimitReached() ||
+            Running.IterationDepth + 1 >= limitDepth)
             break;
         if (Running.IterationDepth >= POLLED_ITERATION)
             Running.PollCountdown = -1;
@@ -306,6 +317,11 @@ static void RecordSearch() {
                                                        Past.BestMoveFromBook};
 }
 
+// Whether the game goes on with the move that the search has chosen.
+static bool MoveIsPlayed() {
+    return MoveWanted() && !(Interrupts.PredictionMissed || Clock.OwnTime == INFINITE_TIME);
+}
+
 bool Think() {
     Budget.SearchStart = ClockCentiseconds();
     AllotTime();
@@ -314,18 +330,22 @@ bool Think() {
     if (!SearchRoot(Limits.DepthLimit, keepHistory, true))
         return false;
     HoldUntilStopped();
-    RememberScore();
+    const bool teaches = !SearchOptions.OnlyPlayedMovesTeach || MoveIsPlayed();
+    if (teaches)
+        RememberScore();
     if (!MoveWanted()) {
         Host.withholdMove();
         return false;
     }
-    RecordSearch();
+    if (teaches)
+        RecordSearch();
     Host.announceMove(Past.BestMove, Past.BestMoveFromBook);
-    if (!Past.BestMoveFromBook)
+    if (teaches && !Past.BestMoveFromBook)
         LearnBookFromScore(Root.moves[0].score);
     MakeMove(Past.BestMove, true);
-    LearnFromSearches({Past.RecentSearches, size_t(Past.RecentSearchCount)},
-                      Running.IterationDepth);
+    if (teaches)
+        LearnFromSearches({Past.RecentSearches, size_t(Past.RecentSearchCount)},
+                          Running.IterationDepth);
     return true;
 }
 

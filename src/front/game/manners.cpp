@@ -1,0 +1,34 @@
+#include "front/game/manners.h"
+
+#include "book/book_settings.h"
+#include "search/limits.h"
+
+constinit const Manners Classic = {.name = "classic"};
+
+constinit const Manners Modern = {
+    .name = "modern",
+    .silentStart = true,
+    .namedTablesAreUsed = true,
+    .standardFen = true,
+    .fullUciLines = true,
+    .answersFinishedPositions = true,
+    .uciIgnoresInterrupts = true,
+    .longOptionNames = true,
+    .finePolls = true,
+    .pausesPondering = true,
+    .levelByWords = true,
+    .newGameTeachesAnew = true,
+    .exactMaterialDraws = true,
+    .claimsOwnResults = true,
+    .onlyPlayedMovesTeach = true,
+    .ownBookTeaches = true,
+};
+
+constinit const Manners* Manner = &Classic;
+
+void UseManners(const Manners& manners) {
+    Manner = &manners;
+    SearchOptions.FinePolls = manners.finePolls;
+    SearchOptions.OnlyPlayedMovesTeach = manners.onlyPlayedMovesTeach;
+    Book.LearnWithoutOwnBook = !manners.ownBookTeaches;
+}
