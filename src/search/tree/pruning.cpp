@@ -15,13 +15,13 @@ constexpr int32_t LAST_PLY_MARGIN = 60;
 // Below these depths quiet moves are left out when the static evaluation is too far below alpha,
 // when so many have been tried before (and the square of the plies more), or when they lose
 // material by exchange; and captures when they do.
-constexpr int32_t FAR_BELOW_DEPTH = 6 * ONE_PLY;
-constexpr int32_t FAR_BELOW_MARGIN = 60;
-constexpr int32_t FAR_BELOW_PER_PLY = 100;
-constexpr int32_t LATE_DEPTH = 6 * ONE_PLY;
+constexpr int32_t FAR_BELOW_DEPTH = 8 * ONE_PLY;
+constexpr int32_t FAR_BELOW_MARGIN = 30;
+constexpr int32_t FAR_BELOW_PER_PLY = 70;
+constexpr int32_t LATE_DEPTH = 9 * ONE_PLY;
 constexpr int LATE_QUIETS = 3;
-constexpr int32_t LOSING_QUIET_DEPTH = 5 * ONE_PLY;
-constexpr int32_t LOSING_CAPTURE_DEPTH = 4 * ONE_PLY;
+constexpr int32_t LOSING_QUIET_DEPTH = 8 * ONE_PLY;
+constexpr int32_t LOSING_CAPTURE_DEPTH = 6 * ONE_PLY;
 
 } // namespace
 
