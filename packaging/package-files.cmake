@@ -12,7 +12,7 @@ if(CPACK_GENERATOR STREQUAL "DEB")
     set(documents ${root}/usr/share/doc/tarquelin)
     file(WRITE ${documents}/copyright "Tarquelin, a chess engine
 
-Copyright: its authors
+Copyright 2026 its authors
 
 No licence has been chosen for it yet.
 ")
