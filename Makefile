@@ -13,10 +13,6 @@ endif
 # The processor to make it for, as -march takes it: the one at hand; x86-64 runs on every one that
 # has POPCNT.
 ARCH := native
-# Whether the compiler is told first what a bench runs through.
-PGO := yes
-TRAINING_DEPTH := 8
-
 # What arises on the way. Several may be made at once.
 BUILD := build/farm/$(notdir $(EXE))
 
@@ -35,13 +31,8 @@ is_clang := $(findstring clang,$(shell $(CXX) --version))
 links = $(shell echo 'int main() {}' | $(CXX) $(1) -x c++ - -o /dev/null 2>/dev/null && echo $(1))
 ifneq ($(is_clang),)
 lto := $(or $(call links,-flto=thin -fuse-ld=lld),$(call links,-flto=thin))
-train := -fprofile-instr-generate
-trained := -fprofile-instr-use=$(BUILD)/profile
-profdata := $(or $(shell $(CXX) -print-prog-name=llvm-profdata),llvm-profdata)
 else
 lto := $(call links,-flto=auto)
-train := -fprofile-generate
-trained := -fprofile-use -Wno-missing-profile
 endif
 
 flags := -std=c++20 -O3 -DNDEBUG -march=$(ARCH) -mpopcnt -fno-pie $(lto) $(CXXFLAGS) \
@@ -58,25 +49,15 @@ $(EXE): FORCE
 	    echo '};'; \
 	    echo 'constinit const std::span<const int32_t> CarriedValues = Values;'; \
 	} >$(generated)/carried_values.cpp
-ifeq ($(PGO),yes)
-	$(MAKE) STAGE='$(train)' $(program)
-	LLVM_PROFILE_FILE=$(BUILD)/profile.raw $(program) bench $(TRAINING_DEPTH)
-	rm -r $(program) $(objects)
-ifneq ($(is_clang),)
-	$(profdata) merge -o $(BUILD)/profile $(BUILD)/profile.raw
-endif
-	$(MAKE) STAGE='$(trained)' $(program)
-else
 	$(MAKE) $(program)
-endif
 	cp $(program) $@
 
 $(program): $(objects)
-	$(CXX) $(flags) $(STAGE) $^ -static -no-pie $(LDFLAGS) -o $@
+	$(CXX) $(flags) $^ -static -no-pie $(LDFLAGS) -o $@
 
 $(BUILD)/objects/%.o: %.cpp
 	@mkdir -p $(@D)
-	$(CXX) $(flags) $(STAGE) -c $< -o $@
+	$(CXX) $(flags) -c $< -o $@
 
 FORCE:
 .PHONY: FORCE

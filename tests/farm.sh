@@ -17,7 +17,7 @@ fail() {
 unset MAKEFLAGS MAKELEVEL
 rm -rf "$scratch"
 mkdir -p "$scratch/play"
-make -s -j2 -C "$source" EXE="$program" BUILD="$scratch/build" PGO=no CXXFLAGS='-O1 -fno-lto'
+make -s -j2 -C "$source" EXE="$program" BUILD="$scratch/build" CXXFLAGS='-O1 -fno-lto'
 
 # The last line, alone, is what a farm reads.
 nodes=$(grep -v '^#' "$source/tests/signature.txt")
