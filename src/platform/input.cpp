@@ -6,7 +6,11 @@
 #include <thread>
 
 #ifdef _WIN32
+#include <condition_variable>
+#include <functional>
 #include <io.h>
+#include <mutex>
+#include <string>
 #include <windows.h>
 #else
 #include <poll.h>
@@ -17,21 +21,57 @@
 
 namespace {
 
-constinit HANDLE InputHandle = nullptr;
+constexpr DWORD CHUNK_SIZE = 4096;
+
+// What a thread of its own has read from an input that cannot tell whether bytes wait. A read of
+// it could last as long as its writer likes, and no clock is looked at meanwhile.
+struct ReadAhead {
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::string bytes; // read and not yet taken, at most one chunk
+    bool ended = false;
+};
+
+constinit HANDLE InputHandle = nullptr; // set by the first read or test
+constinit bool ConsoleTold = false;     // the first test has been made
 constinit bool InputIsPipe = false;
+// None where it is not needed. It is never freed, because its thread lives as long as the process.
+constinit ReadAhead* Ahead = nullptr;
 
 } // namespace
 
-static int RawRead(char* buffer, int size) {
-    return _read(0, buffer, static_cast<unsigned>(size));
+static void KeepReading(ReadAhead& ahead) {
+    char chunk[CHUNK_SIZE];
+    for (bool ended = false; !ended;) {
+        DWORD count = 0;
+        ended = !ReadFile(InputHandle, chunk, CHUNK_SIZE, &count, nullptr) || count == 0;
+        std::unique_lock lock(ahead.mutex);
+        ahead.changed.wait(lock, [&] { return ahead.bytes.empty(); });
+        ahead.bytes.assign(chunk, count);
+        ahead.ended = ended;
+        ahead.changed.notify_all();
+    }
 }
 
-static bool MayTryAgain() {
-    return errno == EINTR;
+// Whether the handle is a pipe that says it cannot be asked. One whose writer has gone can.
+static bool HidesWhatWaits() {
+    return GetFileType(InputHandle) == FILE_TYPE_PIPE &&
+           !PeekNamedPipe(InputHandle, nullptr, 0, nullptr, nullptr, nullptr) &&
+           GetLastError() != ERROR_BROKEN_PIPE;
 }
 
 static void FetchInputHandle() {
+    if (InputHandle != nullptr)
+        return;
     InputHandle = GetStdHandle(STD_INPUT_HANDLE);
+    if (HidesWhatWaits()) {
+        Ahead = new ReadAhead;
+        std::thread(KeepReading, std::ref(*Ahead)).detach();
+    }
+}
+
+static void TellConsole() {
+    ConsoleTold = true;
     DWORD mode = 0;
     InputIsPipe = !GetConsoleMode(InputHandle, &mode);
     if (InputIsPipe)
@@ -40,9 +80,36 @@ static void FetchInputHandle() {
     FlushConsoleInputBuffer(InputHandle);
 }
 
+static int TakeReadAhead(char* buffer, int size) {
+    std::unique_lock lock(Ahead->mutex);
+    Ahead->changed.wait(lock, [] { return !Ahead->bytes.empty() || Ahead->ended; });
+    const size_t count = Ahead->bytes.copy(buffer, size_t(size));
+    Ahead->bytes.erase(0, count);
+    Ahead->changed.notify_all();
+    return int(count);
+}
+
+static int ReadAheadWaiting() {
+    const std::scoped_lock lock(Ahead->mutex);
+    return Ahead->ended ? 1 : int(Ahead->bytes.size());
+}
+
+static int RawRead(char* buffer, int size) {
+    FetchInputHandle();
+    return Ahead != nullptr ? TakeReadAhead(buffer, size)
+                            : _read(0, buffer, static_cast<unsigned>(size));
+}
+
+static bool MayTryAgain() {
+    return errno == EINTR;
+}
+
 int StandardInputWaiting() {
-    if (InputHandle == nullptr)
-        FetchInputHandle();
+    FetchInputHandle();
+    if (Ahead != nullptr)
+        return ReadAheadWaiting();
+    if (!ConsoleTold)
+        TellConsole();
     DWORD count = 0;
     if (InputIsPipe)
         return PeekNamedPipe(InputHandle, nullptr, 0, nullptr, &count, nullptr) ? int(count) : 1;

@@ -23,6 +23,9 @@ namespace {
 
 // Roomy: it only has to end a test that hangs.
 constexpr int DEADLINE_MILLISECONDS = 60000;
+// A command in the environment that starts another build of the engine, which may end its lines in
+// the manner of its own system.
+constexpr char OTHER_ENGINE[] = "TARQUELIN_TEST_ENGINE";
 
 } // namespace
 
@@ -58,7 +61,13 @@ void EngineProcess::Start() {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         dup2(input[0], STDIN_FILENO);
         dup2(output[1], STDOUT_FILENO);
-        if (chdir(directory.c_str()) == 0)
+        const char* const other = std::getenv(OTHER_ENGINE);
+        const std::string command = std::string("exec ") + (other != nullptr ? other : "");
+        if (chdir(directory.c_str()) != 0)
+            _exit(127);
+        if (other != nullptr)
+            execl("/bin/sh", "sh", "-c", command.c_str(), static_cast<char*>(nullptr));
+        else
             execl(TARQUELIN_BINARY, TARQUELIN_BINARY, static_cast<char*>(nullptr));
         _exit(127);
     }
@@ -102,8 +111,11 @@ bool EngineProcess::ReadMore() {
     const ssize_t count = read(fromEngine, chunk, sizeof chunk);
     if (count <= 0)
         return false;
-    pending.append(chunk, size_t(count));
-    transcript.append(chunk, size_t(count));
+    std::string text(chunk, size_t(count));
+    if (std::getenv(OTHER_ENGINE) != nullptr)
+        std::erase(text, '\r');
+    pending += text;
+    transcript += text;
     return true;
 }
 
