@@ -47,9 +47,9 @@ TEST_F(Pruning, LeavesOutQuietMovesByNumberMarginAndExchange) {
 
     node.depth = 3 * ONE_PLY;
     node.quiets = 0;
-    node.staticEval = -239;
+    node.staticEval = -149;
     EXPECT_FALSE(LeavesOut(node, "d1c2"));
-    node.staticEval = -240;
+    node.staticEval = -150;
     EXPECT_TRUE(LeavesOut(node, "d1c2"));
     EXPECT_FALSE(LeavesOut(node, "d1c2", KILLER_STAGE));
 }

@@ -16,8 +16,7 @@ constexpr int32_t LAST_PLY_MARGIN = 60;
 // when so many have been tried before (and the square of the plies more), or when they lose
 // material by exchange; and captures when they do.
 constexpr int32_t FAR_BELOW_DEPTH = 8 * ONE_PLY;
-constexpr int32_t FAR_BELOW_MARGIN = 30;
-constexpr int32_t FAR_BELOW_PER_PLY = 70;
+constexpr int32_t FAR_BELOW_PER_PLY = 50;
 constexpr int32_t LATE_DEPTH = 9 * ONE_PLY;
 constexpr int LATE_QUIETS = 3;
 constexpr int32_t LOSING_QUIET_DEPTH = 8 * ONE_PLY;
@@ -39,8 +38,7 @@ bool QuietMovesAreFutile(const Node& node) {
 // Killers are moves that did well beside this node: their own gain does not tell what they do.
 static bool IsFarBelow(const Node& node, Stage stage) {
     return stage == QUIET_STAGE && node.depth < FAR_BELOW_DEPTH &&
-           node.staticEval + FAR_BELOW_MARGIN + FAR_BELOW_PER_PLY * node.depth / ONE_PLY <=
-               node.alpha;
+           node.staticEval + FAR_BELOW_PER_PLY * node.depth / ONE_PLY <= node.alpha;
 }
 
 // So many quiet moves have failed already that one more is unlikely to do better.
