@@ -26,14 +26,15 @@ sources := $(filter-out src/front/main.cpp src/eval/parameters/carried_values.cp
     companions/shared/progress.cpp companions/farm/main.cpp
 objects := $(sources:%.cpp=$(BUILD)/objects/%.o)
 
-is_clang := $(findstring clang,$(shell $(CXX) --version))
 # Not every compiler has a linker at hand that can optimise across files.
-links = $(shell echo 'int main() {}' | $(CXX) $(1) -x c++ - -o /dev/null 2>/dev/null && echo $(1))
-ifneq ($(is_clang),)
-lto := $(or $(call links,-flto=thin -fuse-ld=lld),$(call links,-flto=thin))
+links = $(shell echo 'int main() {}' | $(CXX) $(1) -x c++ - -o /dev/null 2>/dev/null && echo yes)
+ifneq ($(findstring clang,$(shell $(CXX) --version)),)
+linker := $(if $(call links,-fuse-ld=lld),-fuse-ld=lld)
+lto := -flto=thin
 else
-lto := $(call links,-flto=auto)
+lto := -flto=auto
 endif
+lto := $(if $(call links,$(lto) $(linker)),$(lto))
 
 flags := -std=c++20 -O3 -DNDEBUG -march=$(ARCH) -mpopcnt -fno-pie $(lto) $(CXXFLAGS) \
     -Isrc -I. -I$(generated)
@@ -53,7 +54,7 @@ $(EXE): FORCE
 	cp $(program) $@
 
 $(program): $(objects)
-	$(CXX) $(flags) $^ -static -no-pie $(LDFLAGS) -o $@
+	$(CXX) $(flags) $^ -static $(linker) $(LDFLAGS) -o $@
 
 $(BUILD)/objects/%.o: %.cpp
 	@mkdir -p $(@D)
