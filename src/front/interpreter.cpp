@@ -10,12 +10,15 @@
 #include "front/commands/help.h"
 #include "front/commands/mode_commands.h"
 #include "front/commands/parameter_commands.h"
+#include "front/commands/person_commands.h"
 #include "front/commands/play_commands.h"
 #include "front/commands/search_commands.h"
 #include "front/commands/show_commands.h"
 #include "front/commands/uci_commands.h"
 #include "front/commands/xboard_commands.h"
+#include "front/console/san.h"
 #include "front/game/activity.h"
+#include "front/game/dialect.h"
 #include "front/game/engine_turn.h"
 #include "front/game/manners.h"
 #include "front/input/command_line.h"
@@ -41,6 +44,7 @@ enum Match {
     WHOLE,   // it begins with the whole keyword
     FIRST,   // it begins with that character exactly
     MOVE,    // it has the shape of a move
+    SAN,     // it has that of a move in algebraic notation, and a person has typed it
 };
 
 struct Command {
@@ -74,6 +78,10 @@ constexpr Command Commands[] = {
     {"memory", IDLE, SetMemory, DONE, WHOLE, &Modern},
     {"egtpath", IDLE, SetTablebasePath, DONE, WHOLE, &Modern},
     {"hint", IDLE, ShowHint, DONE, WHOLE, &Modern},
+    {"", IDLE, EnterSan, DONE, SAN, &Modern},
+    {"eval", IDLE, ShowEvalTable, DONE, WHOLE, &Modern},
+    {"save", IDLE, SaveGameFile, DONE, WHOLE, &Modern},
+    {"load ", IDLE, LoadGameFile, DONE, WHOLE, &Modern},
     {"pgneval", IDLE, EvaluatePgnFile, FALL_THROUGH},
     {"writevalues", IDLE, WriteValues, FALL_THROUGH},
     {"q", IDLE, QuitProgram},
@@ -159,6 +167,8 @@ static bool Matches(const Command& command, const std::string& line) {
         return line.starts_with(command.keyword[0]);
     case MOVE:
         return HasMoveShape(line);
+    case SAN:
+        return Speaking->person && HasSanShape(line);
     default:
         return KeywordMatches(command.keyword, line);
     }
@@ -185,6 +195,8 @@ static CommandLine Split(const std::string& text) {
 
 void Dispatch(const std::string& text) {
     const Command* command = Find(text, IDLE);
+    if (command == nullptr && Speaking->refuseLine != nullptr)
+        Speaking->refuseLine(text);
     if (command == nullptr)
         return;
     const CommandLine line = Split(text);
@@ -196,7 +208,8 @@ void Dispatch(const std::string& text) {
 
 // Whether the line is none that pondering takes, but one for the engine when it is idle.
 static bool EndsPondering(const std::string& text) {
-    return Manner->pausesPondering && CurrentActivity == PONDERING && Find(text, IDLE) != nullptr;
+    return Manner->pausesPondering && CurrentActivity == PONDERING &&
+           (Speaking->person || Find(text, IDLE) != nullptr);
 }
 
 // Acts on a line that arrives while the engine is not idle.
@@ -236,6 +249,8 @@ void ActOnInput() {
 void RunCommandLoop() {
     std::string line;
     for (;;) {
+        if (Speaking->awaitLine != nullptr && !LineWaiting())
+            Speaking->awaitLine();
         if (NextLine(line)) {
             Dispatch(line);
             ResumePondering();

@@ -12,6 +12,7 @@
 #include "eval/derived_tables.h"
 #include "eval/endings/king_pawn_bitbase.h"
 #include "eval/parameters/values_file.h"
+#include "front/console/person.h"
 #include "front/dialects/console.h"
 #include "front/game/game.h"
 #include "front/game/interface.h"
@@ -51,6 +52,8 @@ static void PrintBanner() {
     InstallSearchHost();
     Speaking = &ConsoleDialect;
     ReadInterface();
+    if (Manner->knowsPersons && OutputIsTerminal())
+        Speaking = &PersonDialect;
     PrintBanner();
     InitAttackTables();
     InitKingPawnBitbase();
@@ -66,12 +69,15 @@ static void PrintBanner() {
     SeedRand(uint32_t(CalendarSeconds()));
     if (options.defaultBook && !BookIsOpen())
         OpenBook("Book.tqn", Manner->silentStart);
-    PrintSettings();
+    if (!Speaking->person)
+        PrintSettings();
     Interface.PostThinking = true;
     if (Book.PositionLearning || Book.UseLearningData)
         OpenLearningFile("Learn.tq1");
     InitTablebases();
     NewGame();
+    if (Speaking->person)
+        WelcomePerson();
     RunCommandLoop();
 }
 

@@ -1,6 +1,8 @@
 #include "platform/standard_streams.h"
 
 #include <cstdio>
+#include <cstdlib>
+#include <string_view>
 
 #ifdef _WIN32
 #include <fcntl.h>
@@ -20,6 +22,14 @@ void OpenStandardStreams() {
     _setmode(0, _O_BINARY);
 }
 
+bool OutputIsTerminal() {
+    return _isatty(1) != 0;
+}
+
+bool TerminalShowsUnicode() {
+    return false;
+}
+
 static bool ReaderGone() {
     const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
     DWORD written = 0;
@@ -34,6 +44,25 @@ void OpenStandardStreams() {
         if (fcntl(stream, F_GETFD) == -1 && open("/dev/null", O_RDWR) != stream)
             return;
     }
+}
+
+bool OutputIsTerminal() {
+    return isatty(STDOUT_FILENO) == 1;
+}
+
+// The first variable of the locale that is set counts.
+bool TerminalShowsUnicode() {
+    const char* const terminal = std::getenv("TERM");
+    if (!OutputIsTerminal() || terminal == nullptr || std::string_view(terminal) == "dumb")
+        return false;
+    for (const char* const name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char* const value = std::getenv(name);
+        if (value == nullptr || *value == '\0')
+            continue;
+        const std::string_view locale = value;
+        return locale.find("UTF-8") != locale.npos || locale.find("utf8") != locale.npos;
+    }
+    return false;
 }
 
 static bool ReaderGone() {

@@ -6,6 +6,12 @@
 // Called first thing in `main`.
 void OpenStandardStreams();
 
+// Whether standard output is a terminal, where a person reads along.
+bool OutputIsTerminal();
+
+// Whether that terminal shows colours and characters beyond ASCII, as its environment tells.
+bool TerminalShowsUnicode();
+
 // Whether what is written to standard output can reach nobody any more: the reader has closed his
 // end of the pipe, or the terminal is gone.
 bool OutputAbandoned();

@@ -11,9 +11,11 @@
 #include <fstream>
 #include <iterator>
 #include <poll.h>
+#include <pty.h>
 #include <sstream>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <thread>
 #include <unistd.h>
 
@@ -30,11 +32,20 @@ constexpr char OTHER_ENGINE[] = "TARQUELIN_TEST_ENGINE";
 } // namespace
 
 EngineProcess::EngineProcess(const std::string& settings) {
+    MakeDirectory(settings);
+    Start();
+}
+
+EngineProcess::EngineProcess(const std::string& settings, AtTerminal) {
+    MakeDirectory(settings);
+    StartAtTerminal();
+}
+
+void EngineProcess::MakeDirectory(const std::string& settings) {
     char name[] = "/tmp/tarquelin-test-XXXXXX";
     directory = mkdtemp(name);
     if (!settings.empty())
         std::ofstream(directory + "/Tarquelin.ini", std::ios::binary) << settings;
-    Start();
 }
 
 EngineProcess::~EngineProcess() {
@@ -56,25 +67,47 @@ void EngineProcess::Start() {
     ASSERT_EQ(pipe2(input, O_CLOEXEC), 0);
     ASSERT_EQ(pipe2(output, O_CLOEXEC), 0);
     process = fork();
-    if (process == 0) {
-        // A test run that is killed must not leave an engine thinking.
-        prctl(PR_SET_PDEATHSIG, SIGKILL);
-        dup2(input[0], STDIN_FILENO);
-        dup2(output[1], STDOUT_FILENO);
-        const char* const other = std::getenv(OTHER_ENGINE);
-        const std::string command = std::string("exec ") + (other != nullptr ? other : "");
-        if (chdir(directory.c_str()) != 0)
-            _exit(127);
-        if (other != nullptr)
-            execl("/bin/sh", "sh", "-c", command.c_str(), static_cast<char*>(nullptr));
-        else
-            execl(TARQUELIN_BINARY, TARQUELIN_BINARY, static_cast<char*>(nullptr));
-        _exit(127);
-    }
+    if (process == 0)
+        BecomeEngine(input[0], output[1]);
     close(input[0]);
     close(output[1]);
     toEngine = input[1];
     fromEngine = output[0];
+}
+
+void EngineProcess::StartAtTerminal() {
+    int person = -1;
+    int terminal = -1;
+    // As it comes: no echo, and line ends as they are printed.
+    termios raw = {};
+    cfmakeraw(&raw);
+    cfsetspeed(&raw, B38400);
+    ASSERT_EQ(openpty(&person, &terminal, nullptr, &raw, nullptr), 0);
+    process = fork();
+    if (process == 0) {
+        setenv("TERM", "dumb", 1);
+        close(person);
+        BecomeEngine(terminal, terminal);
+    }
+    close(terminal);
+    toEngine = person;
+    fromEngine = dup(person);
+}
+
+void EngineProcess::BecomeEngine(int input, int output) {
+    // A test run that is killed must not leave an engine thinking.
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    dup2(input, STDIN_FILENO);
+    dup2(output, STDOUT_FILENO);
+    const char* const other = std::getenv(OTHER_ENGINE);
+    const std::string command = std::string("exec ") + (other != nullptr ? other : "");
+    if (chdir(directory.c_str()) != 0)
+        _exit(127);
+    if (other != nullptr)
+        execl("/bin/sh", "sh", "-c", command.c_str(), static_cast<char*>(nullptr));
+    else
+        execl(TARQUELIN_BINARY, TARQUELIN_BINARY, static_cast<char*>(nullptr));
+    _exit(127);
 }
 
 void EngineProcess::SendBytes(const std::string& bytes) {

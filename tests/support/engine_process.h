@@ -13,6 +13,9 @@ class EngineProcess {
 public:
     // Starts the engine in a fresh directory; with `settings` as its settings file, unless empty.
     explicit EngineProcess(const std::string& settings = "");
+    // The same at a terminal that shows letters only.
+    struct AtTerminal {};
+    EngineProcess(const std::string& settings, AtTerminal);
     // Ends the process, if it still runs, and removes the directory.
     ~EngineProcess();
     EngineProcess(const EngineProcess&) = delete;
@@ -59,7 +62,10 @@ public:
     }
 
 private:
+    void MakeDirectory(const std::string& settings);
     void Start();
+    void StartAtTerminal();
+    [[noreturn]] void BecomeEngine(int input, int output);
     bool ReadMore();
 
     pid_t process = -1;

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string>
 
+#include "front/game/dialect.h"
 #include "front/input/input_lines.h"
 
 namespace {
@@ -45,9 +46,35 @@ constexpr const char* SecondPage[] = {
     "white ..................... Sets white to move and engine side to black\n",
 };
 
+constexpr const char* PersonPage[] = {
+    "  e4, Nf3, O-O, e7e8q   a move, in either notation",
+    "  go                    Tarquelin plays for the side to move",
+    "  undo                  takes back its move and yours",
+    "  new, force            a new game; a board on which it does not answer",
+    "  hint, eval, moves     a move to consider; what the position is worth; all moves",
+    "  analyze, exit         thinks about the position until told otherwise",
+    "  level 40 5 0          40 moves in 5 minutes; level 0 5 3: 5 minutes and 3 seconds a move",
+    "  st 10, sd 12          ten seconds a move; twelve plies",
+    "  easy, hard            does not think on your time, or does",
+    "  post, nopost          shows its thinking, or does not",
+    "  brd, setboard FEN     shows the board; sets a position up",
+    "  save F, load F        the game as a PGN file",
+    "  bkm, perft N          moves of the book; counts positions",
+    "  quit                  ends",
+};
+
 } // namespace
 
+// One page, of what a person needs.
+static void HelpPerson() {
+    for (const char* const line : PersonPage)
+        std::puts(line);
+    std::fflush(stdout);
+}
+
 void ShowHelp(const CommandLine&) {
+    if (Speaking->person)
+        return HelpPerson();
     for (const char* const line : FirstPage)
         std::puts(line);
     std::printf("\nPress <enter> to continue....");

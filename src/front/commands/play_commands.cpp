@@ -9,6 +9,7 @@
 #include "front/commands/analysis.h"
 #include "front/game/activity.h"
 #include "front/game/adjudication.h"
+#include "front/game/dialect.h"
 #include "front/game/engine_turn.h"
 #include "front/game/game.h"
 #include "front/game/interface.h"
@@ -76,7 +77,11 @@ static void EnterMoveText(const std::string& text) {
     case WAITING:
         return ChangeAnalysis(text);
     default:
-        if (PlayTypedMove(text) && !Game.ForceMode)
+        if (!PlayTypedMove(text))
+            return;
+        if (Game.ForceMode)
+            ShowBoardToPerson();
+        else
             AnswerMove();
     }
 }
@@ -92,6 +97,7 @@ void EnterUserMove(const CommandLine& line) {
 
 void StartNewGame(const CommandLine&) {
     BeginNewGame();
+    ShowBoardToPerson();
 }
 
 // A game that nothing was learned from counts as a draw for the engine's moves.
@@ -113,6 +119,7 @@ void ResetGame(const CommandLine&) {
 void LoadPosition(const CommandLine& line) {
     constexpr size_t fenOffset = 8; // the keyword and one blank
     SetUpFen(line.text.size() > fenOffset ? line.text.c_str() + fenOffset : "");
+    ShowBoardToPerson();
 }
 
 static void SetTurn(Colour side) {
@@ -131,10 +138,14 @@ void SetBlack(const CommandLine&) {
 
 void RemoveMoves(const CommandLine&) {
     TakeBack(2);
+    ShowBoardToPerson();
 }
 
+// A person means his own move, too, when the engine has answered it.
 void UndoMove(const CommandLine&) {
-    TakeBack(1);
+    const bool answered = !Game.ForceMode && SideToMove != Game.EngineSide;
+    TakeBack(Speaking->person && answered ? 2 : 1);
+    ShowBoardToPerson();
 }
 
 void ForceOn(const CommandLine&) {

@@ -11,6 +11,8 @@
 #include "book/book.h"
 #include "book/book_choice.h"
 #include "book/book_keys.h"
+#include "front/console/divided_perft.h"
+#include "front/game/dialect.h"
 #include "front/input/reply.h"
 #include "platform/clock.h"
 #include "platform/standard_streams.h"
@@ -19,7 +21,10 @@
 #include "tablebase/tablebases.h"
 
 void ShowBoard(const CommandLine&) {
-    PrintBoard();
+    if (Speaking->showBoard != nullptr)
+        Speaking->showBoard();
+    else
+        PrintBoard();
 }
 
 void ShowFlags(const CommandLine&) {
@@ -55,6 +60,8 @@ void ShowTablebaseStatus(const CommandLine&) {
 void RunPerft(const CommandLine& line) {
     if (line.Arguments() < 1 || line.Number(1) < 1)
         return;
+    if (Speaking->person)
+        return PrintDividedPerft(std::min(line.Number(1), MAX_PERFT_DEPTH));
     // Timing begins on the edge of a tick.
     const int64_t tick = ClockMilliseconds();
     int64_t start = tick;

@@ -2,19 +2,27 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 #include "board/moves/legal_moves.h"
 #include "board/notation.h"
 #include "board/position.h"
 #include "eval/eval_cache.h"
+#include "front/console/san.h"
+#include "front/game/activity.h"
+#include "front/game/dialect.h"
 #include "front/game/game.h"
+#include "front/game/interface.h"
 #include "front/input/reply.h"
 #include "front/settings/options.h"
 #include "platform/version.h"
 #include "search/hash_memory.h"
+#include "search/interrupts.h"
+#include "search/tree/driver.h"
 
 namespace {
 
+constexpr int32_t HINT_NODES = 200000;
 constexpr int64_t MEGABYTE = 1048576;
 constexpr int64_t MOST_MEGABYTES = 1024; // of the transposition table, as for its option
 
@@ -29,6 +37,7 @@ void NameFeatures(const CommandLine&) {
 
 void SetBoard(const CommandLine& line) {
     SetUpFen(line.Rest(1).c_str());
+    ShowBoardToPerson();
     if (PieceCount[KING][WHITE] != 1 || PieceCount[KING][BLACK] != 1)
         PrintLine("tellusererror Illegal position");
 }
@@ -46,8 +55,24 @@ void SetTablebasePath(const CommandLine& line) {
         NameTablebases(line.Rest(2));
 }
 
+// Without a reply that it expects, the engine thinks for a moment.
+static void HintToPerson(Move expected) {
+    const bool post = std::exchange(Interface.PostThinking, false);
+    // What is typed meanwhile must not reach the board that is searched.
+    CurrentActivity = THINKING;
+    Interrupts = {};
+    const Move move = IsLegal(expected) ? expected : SearchFixedNodes(HINT_NODES);
+    CurrentActivity = IDLE;
+    Interface.PostThinking = post;
+    if (move != NO_MOVE)
+        PrintLine(("You could play " + SanText(move) + ".").c_str());
+}
+
 void ShowHint(const CommandLine&) {
-    if (IsLegal(Game.PonderMove))
-        std::printf("Hint: %s\n", MoveText(Game.PonderMove).c_str());
+    const Move expected = Game.Pause.wanted ? Game.Pause.ponderMove : Game.PonderMove;
+    if (Speaking->person)
+        return HintToPerson(expected);
+    if (IsLegal(expected))
+        std::printf("Hint: %s\n", MoveText(expected).c_str());
     std::fflush(stdout);
 }

@@ -11,12 +11,6 @@
 #include "search/state.h"
 #include "search/transposition.h"
 
-namespace {
-
-constexpr int MAX_VARIATION = 20;
-
-} // namespace
-
 Move MoveBeingSearched() {
     return Ply > Root.gamePly ? UndoStack[Root.gamePly].move : RootMove(Root.index);
 }
@@ -35,22 +29,31 @@ static Move FollowTable() {
     return NO_MOVE;
 }
 
-void PrintVariationMoves(int index) {
+int CollectVariation(int index, Move (&moves)[MAX_VARIATION]) {
     Game.PonderMove = NO_MOVE;
-    std::printf(" %s", MoveText(RootMove(index)).c_str());
+    int count = 0;
+    moves[count++] = RootMove(index);
     const int startPly = Ply;
     if (Ply == Root.gamePly)
         MakeMove(RootMove(index), true);
-    for (int printed = 1; printed < MAX_VARIATION; printed++) {
+    while (count < MAX_VARIATION) {
         const Move move = FollowTable();
         if (move == NO_MOVE)
             break;
-        if (printed == 1)
+        if (count == 1)
             Game.PonderMove = move;
-        std::printf(" %s", MoveText(move).c_str());
+        moves[count++] = move;
     }
     while (Ply > startPly)
         UnmakeMove();
+    return count;
+}
+
+void PrintVariationMoves(int index) {
+    Move moves[MAX_VARIATION];
+    const int count = CollectVariation(index, moves);
+    for (int i = 0; i < count; i++)
+        std::printf(" %s", MoveText(moves[i]).c_str());
 }
 
 Move ExpectedReply(Move move) {

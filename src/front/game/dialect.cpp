@@ -18,3 +18,8 @@ constexpr Dialect Silence = {
 } // namespace
 
 constinit const Dialect* Speaking = &Silence;
+
+void ShowBoardToPerson() {
+    if (Speaking->showBoard != nullptr)
+        Speaking->showBoard();
+}

@@ -46,16 +46,23 @@ static bool MayPonder() {
            Game.PonderMove != NO_MOVE;
 }
 
+static void TellPrediction(Move move) {
+    std::printf("Hint: %s\n", ShortMoveText(move).c_str());
+    std::fflush(stdout);
+}
+
 // Thinks about the position after the predicted reply. True when the opponent has played it and the
 // engine has answered; otherwise the board is as it was.
 static bool Ponder() {
     Interrupts = {};
     Limits.SearchMoveCount = 0;
     Interrupts.PredictedMove = Game.PonderMove;
+    if (Speaking->beginPondering != nullptr)
+        Speaking->beginPondering(Interrupts.PredictedMove);
     PlayMove(Interrupts.PredictedMove);
     Interrupts.PonderingOnPrediction = Limits.GoPonder = true;
-    std::printf("Hint: %s\n", ShortMoveText(Interrupts.PredictedMove).c_str());
-    std::fflush(stdout);
+    if (Speaking->beginPondering == nullptr)
+        TellPrediction(Interrupts.PredictedMove);
     const bool answered = ThinkAndMove();
     Limits.GoPonder = false;
     if (Interrupts.PonderingOnPrediction) {

@@ -1,6 +1,8 @@
 #include "front/game/game.h"
 
+#include <algorithm>
 #include <cstring>
+#include <vector>
 
 #include "board/fen.h"
 #include "board/moves/make_move.h"
@@ -10,6 +12,7 @@
 #include "front/game/dialect.h"
 #include "front/game/interface.h"
 #include "front/game/manners.h"
+#include "front/input/keyword.h"
 #include "search/driver_state.h"
 #include "search/limits.h"
 #include "search/state.h"
@@ -17,6 +20,8 @@
 constinit GameState Game;
 
 namespace {
+
+constexpr int32_t MOST_MOVES = 9999; // that a position may claim to have behind it
 
 // The position whose turn was last changed by hand, and how far the game could be taken back
 // before.
@@ -66,13 +71,26 @@ void GiveTurn(Colour side) {
     }
 }
 
+// The last field of a FEN, the sixth; 1 where it is missing.
+static int32_t ReadMoveNumber(const char* fen) {
+    const std::vector<Token> fields = Tokenize(fen, " ");
+    return fields.size() < 6 ? 1 : std::clamp(ReadNumber(fields[5].text), 1, MOST_MOVES);
+}
+
 void SetUpFen(const char* fen) {
     if (fen[std::strspn(fen, " ")] == '\0')
         return;
     if (!Speaking->keepsLastScore)
         ForgetLastScore();
     Limits.GoPonder = false;
+    Game.FirstMoveNumber = ReadMoveNumber(fen);
     LoadFen(fen, Manner->standardFen ? FenFields::STANDARD : FenFields::OWN);
+}
+
+int MoveNumber() {
+    const int plies = Ply - SetupPly;
+    const bool blackBegan = (plies % 2 != 0) == (SideToMove == WHITE);
+    return Game.FirstMoveNumber + (plies + (blackBegan ? 1 : 0)) / 2;
 }
 
 void PlayMove(Move move) {

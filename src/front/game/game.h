@@ -15,6 +15,7 @@ struct GameState {
     // The line of a move that the opponent has played instead of the one pondered on; it is read
     // once the prediction has been taken back. Null for none.
     std::unique_ptr<const std::string> Reply;
+    int32_t FirstMoveNumber = 1; // of the position that was set up
     // Pondering that a line has interrupted, and where it stood.
     struct {
         bool wanted = false; // it is to go on when nothing has changed
@@ -46,6 +47,9 @@ void GiveTurn(Colour side);
 // begin from one position by position, so there the last search's score still counts. Text without
 // a position does nothing.
 void SetUpFen(const char* fen);
+
+// The number of the move that is to be made.
+int MoveNumber();
 
 // Plays a legal move of the game.
 void PlayMove(Move move);

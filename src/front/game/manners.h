@@ -40,6 +40,9 @@ struct Manners {
     // The end of the game is announced when the engine's own move has brought it about.
     bool claimsOwnResults = false;
 
+    // A person at a terminal is spoken to as one.
+    bool knowsPersons = false;
+
     // A search whose move is not played teaches nothing.
     bool onlyPlayedMovesTeach = false;
     // Without moves from the book there is no learning into it.

@@ -4,9 +4,12 @@
 
 #include "board/moves/legal_moves.h"
 #include "board/notation.h"
+#include "front/game/dialect.h"
 #include "front/game/game.h"
 
 void RefuseMove(const std::string& line) {
+    if (Speaking->refuseMove != nullptr)
+        return Speaking->refuseMove(line);
     std::printf("Illegal move: %s\n", line.c_str());
     std::fflush(stdout);
 }

@@ -1,0 +1,10 @@
+// The dialect of a person at a terminal: the board after each of the engine's moves, thinking in
+// algebraic notation under a head line, results in words.
+#pragma once
+
+#include "front/game/dialect.h"
+
+extern const Dialect PersonDialect;
+
+// Says how to begin.
+void WelcomePerson();
