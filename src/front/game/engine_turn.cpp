@@ -78,8 +78,10 @@ static bool Ponder() {
 static void PonderAndPlay(bool moved) {
     while (moved && !GameHasEnded() && MayPonder())
         moved = Ponder();
-    if (Interrupts.NewRequested)
+    if (Interrupts.NewRequested) {
         BeginNewGame();
+        ShowBoardToPerson();
+    }
 }
 
 static void PlayAndPonder() {
