@@ -96,7 +96,7 @@ static void RefuseMove(const std::string& text) {
 }
 
 static void RefuseLine(const std::string& text) {
-    if (text.find_first_not_of(' ') != text.npos)
+    if (text.find_first_not_of(' ') != std::string::npos)
         PrintLine("That is no command and no move. Moves are e4 or e2e4; help shows commands.");
 }
 

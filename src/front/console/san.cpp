@@ -75,14 +75,15 @@ std::string SanText(Move move) {
 
 bool HasSanShape(std::string_view text) {
     constexpr std::string_view marks = "+#!?";
-    while (!text.empty() && (marks.find(text.back()) != marks.npos || text.back() == ' '))
+    while (!text.empty() &&
+           (marks.find(text.back()) != std::string_view::npos || text.back() == ' '))
         text.remove_suffix(1);
     if (text == "O-O" || text == "O-O-O" || text == "0-0" || text == "0-0-0")
         return true;
     constexpr std::string_view pieces = "KQRBN";
-    if (!text.empty() && pieces.find(text.front()) != pieces.npos)
+    if (!text.empty() && pieces.find(text.front()) != std::string_view::npos)
         text.remove_prefix(1);
-    if (text.size() >= 2 && pieces.find(text.back()) != pieces.npos)
+    if (text.size() >= 2 && pieces.find(text.back()) != std::string_view::npos)
         text.remove_suffix(text[text.size() - 2] == '=' ? 2 : 1);
     const auto isFile = [](char c) { return c >= 'a' && c <= 'h'; };
     const auto isRank = [](char c) { return c >= '1' && c <= '8'; };
