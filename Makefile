@@ -14,7 +14,7 @@ endif
 # has POPCNT.
 ARCH := native
 # What arises on the way. Several may be made at once.
-BUILD := build/farm/$(notdir $(EXE))
+BUILD := build/standalone/$(notdir $(EXE))
 
 program := $(BUILD)/program
 generated := $(BUILD)/generated
@@ -23,7 +23,7 @@ generated := $(BUILD)/generated
 sources := $(filter-out src/front/main.cpp src/eval/parameters/carried_values.cpp, \
     $(wildcard src/*/*.cpp src/*/*/*.cpp)) $(generated)/carried_values.cpp \
     companions/bench/search_bench.cpp companions/shared/engine_start.cpp \
-    companions/shared/progress.cpp companions/farm/main.cpp
+    companions/shared/progress.cpp companions/standalone/main.cpp
 objects := $(sources:%.cpp=$(BUILD)/objects/%.o)
 
 # Not every compiler has a linker at hand that can optimise across files.

@@ -2,7 +2,7 @@
 # Makes the program for test farms, quickly rather than well, and runs it as a farm does: beside a
 # book, without a values file.
 #
-# usage: farm.sh SOURCE_DIRECTORY SCRATCH_DIRECTORY
+# usage: standalone.sh SOURCE_DIRECTORY SCRATCH_DIRECTORY
 set -eu
 source=$1
 scratch=$2
