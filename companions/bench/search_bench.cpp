@@ -3,7 +3,6 @@
 #include <iterator>
 
 #include "board/fen.h"
-#include "board/moves/order_tables.h"
 #include "companions/shared/engine_start.h"
 #include "companions/shared/progress.h"
 #include "platform/clock.h"
@@ -69,15 +68,6 @@ void StartBench() {
     AllocateHashTables();
 }
 
-// What an earlier search learned must not change this one.
-static void Forget() {
-    ClearAllHashTables();
-    ClearHistory();
-    ClearEvasionReplies();
-    ClearCaptureStats();
-    ClearPlyStates();
-}
-
 double PerSecond(uint64_t count, int64_t milliseconds) {
     return double(count) * 1000.0 / double(milliseconds > 0 ? milliseconds : 1);
 }
@@ -89,7 +79,7 @@ BenchResult BenchSearch(int depth) {
     const int64_t start = ClockMilliseconds();
     for (const char* const fen : Positions) {
         LoadFen(fen);
-        Forget();
+        ClearSearchMemory();
         SearchFixedDepth(depth);
         nodes += uint64_t(Running.NodeCount);
         progress.Tell(++done, nodes);

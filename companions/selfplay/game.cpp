@@ -11,12 +11,11 @@
 #include "board/moves/generate.h"
 #include "board/moves/legal_moves.h"
 #include "board/moves/make_move.h"
-#include "board/moves/order_tables.h"
 #include "board/position.h"
 #include "companions/shared/labelled_position.h"
-#include "search/hash_memory.h"
 #include "search/root.h"
 #include "search/state.h"
+#include "search/transposition.h"
 #include "search/tree/draws.h"
 #include "search/tree/driver.h"
 
@@ -70,15 +69,6 @@ struct QuietPosition {
 };
 
 } // namespace
-
-// A game must not know of the ones before it.
-static void Forget() {
-    ClearAllHashTables();
-    ClearHistory();
-    ClearEvasionReplies();
-    ClearCaptureStats();
-    ClearPlyStates();
-}
 
 static int Below(Numbers& numbers, size_t bound) {
     return int(numbers() % uint64_t(bound));
@@ -167,7 +157,7 @@ static const char* PlayOn(const GameSettings& settings, std::vector<QuietPositio
 }
 
 std::string PlayGame(uint64_t seed, const GameSettings& settings, const OpeningLines& openings) {
-    Forget();
+    ClearSearchMemory(); // a game must not know of the ones before it
     Numbers numbers{seed};
     if (!FindLevelStart(numbers, settings, openings))
         return {};

@@ -52,17 +52,12 @@ static bool CanTakeEnPassant() {
 }
 
 std::string UsualFen() {
-    std::string fen = WriteFen();
-    const Move last = LastMove();
-    if (!IsDoubleStep(last))
+    std::string fen = WriteFen(FenFields::STANDARD);
+    if (!IsDoubleStep(LastMove()) || CanTakeEnPassant())
         return fen;
-    // The engine's own names the pawn: its fourth field has two characters here.
+    // The fourth field has two characters here.
     size_t field = 0;
     for (int i = 0; i < 3; i++)
         field = fen.find(' ', field) + 1;
-    const int behind = (From(last) + To(last)) / 2;
-    const bool open = CanTakeEnPassant();
-    fen.replace(field, 2,
-                open ? std::string{char('a' + FileOf(behind)), char('1' + RankOf(behind))} : "-");
-    return fen;
+    return fen.replace(field, 2, "-");
 }

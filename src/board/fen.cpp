@@ -5,13 +5,11 @@
 #include <cstring>
 
 #include "board/keys.h"
+#include "board/notation.h"
 #include "board/piece_square.h"
 #include "board/position.h"
 
 namespace {
-
-// Piece letters by code; the letter of the unused code never matches.
-constexpr char PieceLetters[] = ".KNP?RBQ";
 
 constexpr int NO_SQUARE = -1;
 // What a half-move clock can show; more is cut.

@@ -1,10 +1,13 @@
-// Moves as text in coordinate notation.
+// Men and moves as text, moves in coordinate notation.
 #pragma once
 
 #include <string>
 #include <string_view>
 
 #include "board/types.h"
+
+// The men by code, as letters of White; that of the unused code never matches.
+constexpr char PieceLetters[] = ".KNP?RBQ";
 
 // From-square, to-square and the promotion letter, if any; "0000" for no move.
 std::string MoveText(Move move);

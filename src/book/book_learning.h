@@ -9,9 +9,8 @@ enum BookResult { BOOK_LOST, BOOK_WON, BOOK_DRAWN };
 // Set when this game has taught the book; cleared for a new one by whoever begins it.
 extern bool BookLearned;
 
-// Whether this game may still teach: book learning is on (and book moves too, if
-// need be), a book with room for results (not of
-// version 0) is open, and it has not been taught yet.
+// Whether this game may still teach: book learning is on (and book moves too, if need be), a book
+// with room for results (not of version 0) is open, and it has not been taught yet.
 bool MayLearnBook();
 
 // Credits the result to the book moves that the side to move has played in this game, the latest

@@ -31,11 +31,8 @@ struct Sums {
     int32_t kingSafety[2] = {}; // of each side's king, still from Black's view
     int32_t endingOnly[2] = {}; // of each side, from its own view
 
-    // A middlegame and an ending value mixed by the phase, truncated toward zero.
     int32_t Blended() const {
-        return ((FULL_SCALE - Figures.current_phase) * middlegame +
-                Figures.current_phase * ending) /
-               FULL_SCALE;
+        return BlendByPhase(middlegame, ending);
     }
 };
 

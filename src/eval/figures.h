@@ -23,3 +23,11 @@ struct EvalFigures {
     Bitboard attacks[2] = {}; // squares that a man of the side attacks, its king left out
 };
 extern EvalFigures Figures;
+
+// A middlegame and an ending value, centipawns, mixed by the phase of the figures; truncated toward
+// zero.
+inline int32_t BlendByPhase(int32_t middlegame, int32_t ending) {
+    constexpr int32_t fullPhase = 256;
+    return ((fullPhase - Figures.current_phase) * middlegame + Figures.current_phase * ending) /
+           fullPhase;
+}

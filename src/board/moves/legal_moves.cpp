@@ -13,6 +13,13 @@ static bool LeavesKingSafe(Move move) {
     return safe;
 }
 
+bool HasLegalMove() {
+    const int32_t top = MoveStackTop;
+    const bool has = GenerateLegalMoves() > 0;
+    MoveStackTop = top;
+    return has;
+}
+
 bool AnswersCheck(Move move) {
     return !IsCastling(move) && LeavesKingSafe(move);
 }

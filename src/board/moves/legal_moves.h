@@ -8,6 +8,9 @@
 // left out. Returns how many were appended.
 int GenerateLegalMoves();
 
+// Whether the side to move has a legal move; the move stack stays as it is.
+bool HasLegalMove();
+
 // Whether a pseudo-legal move of a side in check gets it out of check; castling never does.
 bool AnswersCheck(Move move);
 

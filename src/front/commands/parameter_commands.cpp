@@ -2,13 +2,12 @@
 
 #include <cstdio>
 
-#include "board/moves/order_tables.h"
 #include "eval/derived_tables.h"
 #include "eval/parameters/piece_square_tables.h"
 #include "eval/parameters/values_file.h"
 #include "search/driver_state.h"
 #include "search/hash_memory.h"
-#include "search/state.h"
+#include "search/tree/driver.h"
 #include "search/tree/pruning_margins.h"
 
 void ReloadValues(const CommandLine&) {
@@ -27,11 +26,7 @@ void WriteValues(const CommandLine&) {
 }
 
 void CleanTables(const CommandLine&) {
-    ClearAllHashTables();
-    ClearPlyStates();
-    ClearHistory();
-    ClearEvasionReplies();
-    ClearCaptureStats();
+    ClearSearchMemory();
     ForgetLastScore();
 }
 

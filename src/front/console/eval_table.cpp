@@ -31,11 +31,6 @@ static void PrintBalance(const char* name, int32_t balance) {
     PrintRow(name, std::max(-balance, 0), std::max(balance, 0));
 }
 
-static int32_t Blended(int32_t middlegame, int32_t ending) {
-    return ((FULL_SCALE - Figures.current_phase) * middlegame + Figures.current_phase * ending) /
-           FULL_SCALE;
-}
-
 // What counts the more, the more men a side still has.
 static int32_t WithMenOf(Colour side, int32_t value) {
     const int32_t phase = side == WHITE ? Figures.white_phase : Figures.black_phase;
@@ -50,17 +45,17 @@ static void PrintPieces() {
     const PieceTerms terms = EvaluatePieces();
     const int32_t endingOnly = Figures.black_phase * terms.endingOnly[BLACK] / FULL_SCALE -
                                Figures.white_phase * terms.endingOnly[WHITE] / FULL_SCALE;
-    PrintBalance("Pieces", Blended(terms.middlegame, terms.ending) + endingOnly);
+    PrintBalance("Pieces", BlendByPhase(terms.middlegame, terms.ending) + endingOnly);
 }
 
 static void PrintTerms() {
     PrintRow("Material", Material[WHITE], Material[BLACK]);
     PrintBalance("Imbalance", Figures.MaterialScore - (Material[BLACK] - Material[WHITE]));
-    PrintBalance("Where the men stand", Blended(PstSumA, PstSumB));
+    PrintBalance("Where the men stand", BlendByPhase(PstSumA, PstSumB));
     PawnProbe();
-    PrintBalance("Pawn structure", Blended(Pawns.middlegame, Pawns.ending));
+    PrintBalance("Pawn structure", BlendByPhase(Pawns.middlegame, Pawns.ending));
     const PasserTerms passers = EvaluatePassedPawns();
-    PrintBalance("Passed pawns", Blended(passers.middlegame, passers.ending));
+    PrintBalance("Passed pawns", BlendByPhase(passers.middlegame, passers.ending));
     PrintBalance("Trades and pawn ending", PawnTradeCorrection() + PawnEndingCorrection());
     PrintRow("Shelter of the king", Shelter(WHITE), Shelter(BLACK));
     PrintRow("Attack on the king", WithMenOf(WHITE, Figures.KingAttackScore[WHITE]),

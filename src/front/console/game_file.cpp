@@ -7,7 +7,6 @@
 #include "board/attackers.h"
 #include "board/draw_rules.h"
 #include "board/fen.h"
-#include "board/moves/generate.h"
 #include "board/moves/legal_moves.h"
 #include "board/moves/make_move.h"
 #include "board/position.h"
@@ -24,10 +23,7 @@ constexpr const char* StartFen = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w 
 } // namespace
 
 static const char* ResultText() {
-    const int32_t top = MoveStackTop;
-    const bool canMove = GenerateLegalMoves() > 0;
-    MoveStackTop = top;
-    if (canMove)
+    if (HasLegalMove())
         return HasRepeatedTwice() || FiftyMovesPassed() ? "1/2-1/2" : "*";
     if (!InCheck(SideToMove))
         return "1/2-1/2";

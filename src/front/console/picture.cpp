@@ -3,13 +3,13 @@
 #include <cctype>
 #include <cstdio>
 
+#include "board/notation.h"
 #include "board/position.h"
 #include "front/game/game.h"
 #include "platform/standard_streams.h"
 
 namespace {
 
-constexpr char Letters[] = ".KNP?RBQ"; // by code
 constexpr const char* Pictures[] = {" ", "♚", "♞", "♟", "?", "♜", "♝", "♛"};
 // Colours of a terminal: white and black men, light and dark squares.
 constexpr const char* MenColours[] = {"\033[1;97m", "\033[30m"};
@@ -26,7 +26,7 @@ static void PrintColouredSquare(int sq) {
 }
 
 static void PrintLetter(int sq) {
-    const char letter = Letters[Board[sq]];
+    const char letter = PieceLetters[Board[sq]];
     const bool black = (ColourBB[BLACK] & SquareBit(sq)) != 0;
     std::printf(" %c", black ? std::tolower(static_cast<unsigned char>(letter)) : letter);
 }

@@ -6,13 +6,8 @@
 #include "board/moves/generate.h"
 #include "board/moves/legal_moves.h"
 #include "board/moves/make_move.h"
+#include "board/notation.h"
 #include "board/position.h"
-
-namespace {
-
-constexpr char PieceLetters[] = ".KNP?RBQ"; // by code
-
-} // namespace
 
 static std::string SquareName(int sq) {
     return {char('a' + FileOf(sq)), char('1' + RankOf(sq))};
@@ -64,11 +59,8 @@ static std::string PlainText(Move move) {
 std::string SanText(Move move) {
     std::string text = PlainText(move);
     MakeMove(move, true);
-    if (InCheck(SideToMove)) {
-        const int32_t top = MoveStackTop;
-        text += GenerateLegalMoves() == 0 ? '#' : '+';
-        MoveStackTop = top;
-    }
+    if (InCheck(SideToMove))
+        text += HasLegalMove() ? '+' : '#';
     UnmakeMove();
     return text;
 }

@@ -1,10 +1,7 @@
 #include "front/game/adjudication.h"
 
-#include <bit>
-
 #include "board/attackers.h"
 #include "board/draw_rules.h"
-#include "board/moves/generate.h"
 #include "board/moves/legal_moves.h"
 #include "board/moves/make_move.h"
 #include "board/position.h"
@@ -63,16 +60,8 @@ static bool NoMateIsPossible() {
     const Bitboard kings = PieceBB[KING][WHITE] | PieceBB[KING][BLACK];
     if ((knights | bishops | kings) != (ColourBB[WHITE] | ColourBB[BLACK]))
         return false;
-    constexpr Bitboard darkSquares = 0xaa55aa55aa55aa55;
-    return std::popcount(knights | bishops) <= 1 ||
-           (knights == 0 && ((bishops & darkSquares) == 0 || (bishops & ~darkSquares) == 0));
-}
-
-static bool HasLegalMove() {
-    const auto top = MoveStackTop;
-    const bool has = GenerateLegalMoves() > 0;
-    MoveStackTop = top;
-    return has;
+    return CountBits(knights | bishops) <= 1 ||
+           (knights == 0 && ((bishops & LIGHT_SQUARES) == 0 || (bishops & ~LIGHT_SQUARES) == 0));
 }
 
 static bool IsMate() {

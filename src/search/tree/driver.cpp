@@ -16,6 +16,7 @@
 #include "eval/eval_cache.h"
 #include "eval/parameters/personality.h"
 #include "platform/clock.h"
+#include "search/hash_memory.h"
 #include "search/host.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
@@ -363,4 +364,12 @@ Move SearchFixedNodes(int32_t nodes) {
     const bool found = SearchRoot(UNLIMITED_DEPTH, true, false);
     Limits.NodeLimit = usersLimit;
     return found ? Past.BestMove : NO_MOVE;
+}
+
+void ClearSearchMemory() {
+    ClearAllHashTables();
+    ClearHistory();
+    ClearEvasionReplies();
+    ClearCaptureStats();
+    ClearPlyStates();
 }

@@ -17,3 +17,7 @@ Move SearchFixedDepth(int maxDepth);
 // thousandth of a second. It is passed by some dozens; by thousands where a quiescence search full
 // of checks is under way, since without it there would be no score at all.
 Move SearchFixedNodes(int32_t nodes);
+
+// Forgets what searches leave for later ones: the tables, what move ordering has learned, and what
+// plies know. The next search is the same as in a new process.
+void ClearSearchMemory();
