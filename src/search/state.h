@@ -40,7 +40,8 @@ struct SearchState {
     int64_t NodeCount = 0;
     bool StopSearch = false;    // every node returns at once
     bool LimitReached = false;  // the search has stopped by itself, at its node limit
-    bool RootUnsettled = false; // the best root move has just failed high or low
+    bool RootUnsettled = false; // the best root move has just failed high or low, or is a new one
+    Move LeadingMove = NO_MOVE; // the best root move when the iteration began
     Move EasyMove = NO_MOVE; // a root move so natural that a third of the time will do; or NO_MOVE
     int32_t InfoCountdown = 2; // polls to the next statistics line
     int32_t TablebaseHits = 0;

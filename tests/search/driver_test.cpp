@@ -30,6 +30,23 @@ TEST_F(DriverTest, LooksForAnEasyRecaptureAfterTheThirdIteration) {
     EXPECT_EQ(Running.EasyMove, NO_MOVE) << "it takes, but does not take back";
 }
 
+TEST_F(DriverTest, DoubtsABestMoveThatTheIterationBeforeDidNotHave) {
+    Move previous = NO_MOVE;
+    int doubts = 0;
+    for (int depth = 2; depth <= 9; depth++) {
+        ForgetSearches();
+        LoadFen("r1bq1rk1/pp3ppp/2n1pn2/2pp4/3P4/2PBPN2/PP1N1PPP/R1BQ1RK1 w - -");
+        const Move best = SearchFixedDepth(depth);
+        if (previous != NO_MOVE) {
+            EXPECT_EQ(Running.RootUnsettled, best != previous) << depth;
+            doubts += best != previous;
+        }
+        previous = best;
+    }
+    EXPECT_GT(doubts, 0);
+    EXPECT_LT(doubts, 7);
+}
+
 TEST_F(DriverTest, SearchesAsManyNodesAsItIsTold) {
     Limits.NodeLimit = 7; // the user's, who asks for something else
     for (const int32_t nodes : {1000, 2000, 20000}) {

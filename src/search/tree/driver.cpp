@@ -166,7 +166,8 @@ static bool SearchRootMove(int i) {
     else
         place = SearchChallenger(i);
     UnmakeMove();
-    Running.RootUnsettled = false;
+    // A new best move is in doubt until an iteration has begun with it and scored it again.
+    Running.RootUnsettled = RootMove(0) != Running.LeadingMove;
     // The other entries keep their counts of the last iteration: what once cost much is looked at
     // early.
     if (place < lines || i == Root.count - 1)
@@ -192,6 +193,7 @@ static void StoreRootResult() {
 // One iteration over all root moves. False when the search was stopped in it.
 static bool SearchIteration() {
     Running.SelDepth = Running.IterationDepth + 1;
+    Running.LeadingMove = RootMove(0);
     SetLazyWindow();
     const int lines = LineCount();
     for (int i = 0; i < Root.count; i++) {
