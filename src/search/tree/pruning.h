@@ -8,7 +8,7 @@
 // be known.
 bool QuietMovesAreFutile(const Node& node);
 
-// Whether a legal move that has not been made yet is left out. It gives no check and earns no
-// extension; `order` is its order score, which of captures alone is looked at. Never the first move
-// of a node, nor any in an open window, in check, near mate or when the opponent threatens it.
+// Whether a legal move that has not been made yet is left out. It gives no check; `order` is its
+// order score, which of captures alone is looked at. Never the first move of a node, nor any in an
+// open window, in check, near mate or when the opponent threatens it.
 bool IsHopeless(const Node& node, Move move, Stage stage, int32_t order);

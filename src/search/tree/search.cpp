@@ -39,10 +39,11 @@ constexpr int MANY_QUIETS = 9;
 constexpr int32_t ATTACK_GROWS = 25;
 // What a hopeless quiet move may still lack, in centipawns, to be tested at one ply less.
 constexpr int32_t REDUCTION_MARGIN = 120;
-// Least depth at which quiet moves are reduced, and at which a node without a hash move is searched
-// less deep.
+// Least depth at which quiet moves are reduced.
 constexpr int32_t REDUCTION_DEPTH = 2 * ONE_PLY;
+// Least depths at which a node without a hash move is searched one ply less deep, and two.
 constexpr int32_t SHORTENING_DEPTH = 4 * ONE_PLY;
+constexpr int32_t TWICE_SHORTENING_DEPTH = 8 * ONE_PLY;
 // From this depth on tablebases are always probed.
 constexpr int32_t PROBE_DEPTH = 4 * ONE_PLY;
 // A null move asks for this many phase units (a rook and more) from this depth on: with less, a
@@ -209,10 +210,13 @@ static bool CutByNullMove(Node& node) {
 }
 
 // Where the table knows no move to begin with, the order of the moves is poor and the search costs
-// most. A ply less finds that move, and the next visit searches the whole depth.
+// most. A ply less finds that move, and the next visit searches the whole depth; far from the
+// horizon and off the principal variation two do.
 static void ShortenWithoutHashMove(Node& node) {
-    if (node.hashMove == NO_MOVE && node.depth >= SHORTENING_DEPTH)
-        node.depth -= ONE_PLY;
+    if (node.hashMove != NO_MOVE || node.depth < SHORTENING_DEPTH)
+        return;
+    const bool twice = node.depth >= TWICE_SHORTENING_DEPTH && !node.openWindow;
+    node.depth -= twice ? 2 * ONE_PLY : ONE_PLY;
 }
 
 // How much shallower a late quiet move is tested, in 1/60 ply; 0 when it is searched as it is.
@@ -295,11 +299,12 @@ static bool TryMove(Node& node, Move move, Stage stage, int32_t order = 0) {
     const bool quiet = IsQuiet(move);
     const bool check = GivesCheck(move);
     node.ply.givesCheck = check;
-    const int32_t extension = ExtensionOf(move, check, node.openWindow);
-    if (extension == 0 && IsHopeless(node, move, stage, order)) {
+    // Whether a move is worth an extension takes longer to tell than that it is not worth a search.
+    if (!check && IsHopeless(node, move, stage, order)) {
         node.best = std::max(node.best, node.alpha);
         return false;
     }
+    const int32_t extension = ExtensionOf(move, check, node.openWindow);
     if (quiet) {
         if (node.quiets < MAX_PENALISED)
             node.quietMoves[node.quiets] = move;
