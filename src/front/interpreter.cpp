@@ -1,5 +1,6 @@
 #include "front/interpreter.h"
 
+#include "board/moves/san.h"
 #include "board/notation.h"
 #include "front/commands/analysis.h"
 #include "front/commands/batch_commands.h"
@@ -16,7 +17,6 @@
 #include "front/commands/show_commands.h"
 #include "front/commands/uci_commands.h"
 #include "front/commands/xboard_commands.h"
-#include "front/console/san.h"
 #include "front/game/activity.h"
 #include "front/game/dialect.h"
 #include "front/game/engine_turn.h"

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "board/moves/legal_moves.h"
+#include "board/moves/san.h"
 #include "board/notation.h"
 #include "board/position.h"
 #include "eval/eval_cache.h"
-#include "front/console/san.h"
 #include "front/game/activity.h"
 #include "front/game/dialect.h"
 #include "front/game/game.h"

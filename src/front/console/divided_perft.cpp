@@ -9,7 +9,7 @@
 #include "board/moves/legal_moves.h"
 #include "board/moves/make_move.h"
 #include "board/moves/perft.h"
-#include "front/console/san.h"
+#include "board/moves/san.h"
 #include "platform/clock.h"
 #include "platform/standard_streams.h"
 

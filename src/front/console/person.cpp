@@ -6,10 +6,10 @@
 #include <string>
 
 #include "board/moves/make_move.h"
+#include "board/moves/san.h"
 #include "board/position.h"
 #include "front/console/picture.h"
 #include "front/console/refusal.h"
-#include "front/console/san.h"
 #include "front/dialects/variation.h"
 #include "front/game/game.h"
 #include "front/game/interface.h"

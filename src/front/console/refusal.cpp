@@ -2,9 +2,9 @@
 
 #include "board/attackers.h"
 #include "board/moves/pseudo_legal.h"
+#include "board/moves/san.h"
 #include "board/notation.h"
 #include "board/position.h"
-#include "front/console/san.h"
 #include "tools/pgn_moves.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "front/console/san.h"
+#include "board/moves/san.h"
 
 #include <cstdlib>
 
