@@ -47,7 +47,7 @@ static void PrintHead() {
 
 static std::string VariationText() {
     Move moves[MAX_VARIATION];
-    const int count = CollectVariation(0, moves);
+    const int count = TakeVariation(0, moves);
     std::string text;
     for (int i = 0; i < count; i++) {
         text += " " + SanText(moves[i]);

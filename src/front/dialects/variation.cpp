@@ -2,65 +2,24 @@
 
 #include <cstdio>
 
-#include "board/attackers.h"
-#include "board/moves/make_move.h"
-#include "board/moves/pseudo_legal.h"
 #include "board/notation.h"
+#include "board/position.h"
 #include "front/game/game.h"
 #include "search/root.h"
-#include "search/state.h"
-#include "search/transposition.h"
 
 Move MoveBeingSearched() {
     return Ply > Root.gamePly ? UndoStack[Root.gamePly].move : RootMove(Root.index);
 }
 
-// Makes the move that the table remembers here and returns it; NO_MOVE at the end of what it knows.
-static Move FollowTable() {
-    const HashHit hit = HashProbe();
-    // A damaged or colliding entry must not reach the board.
-    if (!hit.found || hit.move == NO_MOVE || !IsPseudoLegal(hit.move))
-        return NO_MOVE;
-    const Colour us = SideToMove;
-    MakeMove(hit.move, true);
-    if (!InCheck(us))
-        return hit.move;
-    UnmakeMove();
-    return NO_MOVE;
-}
-
-int CollectVariation(int index, Move (&moves)[MAX_VARIATION]) {
-    Game.PonderMove = NO_MOVE;
-    int count = 0;
-    moves[count++] = RootMove(index);
-    const int startPly = Ply;
-    if (Ply == Root.gamePly)
-        MakeMove(RootMove(index), true);
-    while (count < MAX_VARIATION) {
-        const Move move = FollowTable();
-        if (move == NO_MOVE)
-            break;
-        if (count == 1)
-            Game.PonderMove = move;
-        moves[count++] = move;
-    }
-    while (Ply > startPly)
-        UnmakeMove();
+int TakeVariation(int index, Move (&moves)[MAX_VARIATION]) {
+    const int count = CollectVariation(index, moves);
+    Game.PonderMove = count > 1 ? moves[1] : NO_MOVE;
     return count;
 }
 
 void PrintVariationMoves(int index) {
     Move moves[MAX_VARIATION];
-    const int count = CollectVariation(index, moves);
+    const int count = TakeVariation(index, moves);
     for (int i = 0; i < count; i++)
         std::printf(" %s", MoveText(moves[i]).c_str());
-}
-
-Move ExpectedReply(Move move) {
-    MakeMove(move, true);
-    const Move reply = FollowTable();
-    if (reply != NO_MOVE)
-        UnmakeMove();
-    UnmakeMove();
-    return reply;
 }
