@@ -46,10 +46,6 @@ ErrorSum Total(const std::array<ErrorSum, PHASES>& phases) {
     return sum;
 }
 
-double Chances(double score, double tenToOne) {
-    return 1 / (1 + std::pow(10.0, -score / tenToOne));
-}
-
 namespace {
 
 enum Command : char { EVALUATE = 'E', MEASURE = 'M', DERIVATIVES = 'D', SUM = 'S' };

@@ -9,6 +9,7 @@
 #include <span>
 #include <vector>
 
+#include "companions/shared/chances.h"
 #include "parameter_groups.h"
 #include "samples.h"
 
@@ -32,10 +33,6 @@ struct Errors {
     std::array<ErrorSum, PHASES> heldOut;
 };
 ErrorSum Total(const std::array<ErrorSum, PHASES>& phases);
-
-// The chances, 0 to 1, of the side that a score is good for. `tenToOne` is the score of who gets
-// ten points to one.
-double Chances(double score, double tenToOne);
 
 // What the steps of a fit need: J'J and J'e of all samples that are fitted to, J being how their
 // chances change with the unknowns and e how far they are from their targets.

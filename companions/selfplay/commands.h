@@ -5,7 +5,14 @@
 #include <cstdint>
 #include <string>
 
+#include "companions/processes/growing_file.h"
+#include "companions/shared/labelled_position.h"
 #include "game.h"
+
+// What both commands write.
+constexpr FileKind LABELLED_POSITIONS = {"file of labelled positions", [](std::string_view line) {
+                                             return ReadLabelledPosition(line).has_value();
+                                         }};
 
 struct PlaySettings {
     uint64_t firstSeed = 0;

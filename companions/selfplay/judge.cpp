@@ -11,11 +11,11 @@
 #include <poll.h>
 
 #include "commands.h"
+#include "companions/processes/growing_file.h"
+#include "companions/processes/stop.h"
 #include "companions/shared/labelled_position.h"
 #include "companions/shared/progress.h"
 #include "companions/shared/text_lines.h"
-#include "label_file.h"
-#include "stop.h"
 #include "uci_engine.h"
 
 namespace {
@@ -66,7 +66,7 @@ struct Judge {
 
 class Court {
 public:
-    Court(const JudgeSettings& theSettings, Source& theSource, LabelFile& theFile)
+    Court(const JudgeSettings& theSettings, Source& theSource, GrowingFile& theFile)
         : settings(theSettings), source(theSource), file(theFile) {}
     // Starts the engines. False, with a message, when one does not start.
     bool Start();
@@ -87,7 +87,7 @@ private:
 
     const JudgeSettings& settings;
     Source& source;
-    LabelFile& file;
+    GrowingFile& file;
     std::vector<std::unique_ptr<Judge>> judges;
     std::deque<Judgement> queue; // in the order of the source
     uint64_t written = 0;
@@ -206,7 +206,7 @@ static bool AreSamePosition(std::string_view line, std::string_view judged) {
 
 // Passes over the positions that have been judged before: those of the output, in their order, with
 // gaps where some were dropped. False, with a message, when the output has others as well.
-static bool PassOverJudged(Source& source, const LabelFile& file, const std::string& output) {
+static bool PassOverJudged(Source& source, const GrowingFile& file, const std::string& output) {
     bool areAmong = true;
     std::string line;
     const auto find = [&](std::string_view judged, int64_t) {
@@ -225,8 +225,8 @@ static bool PassOverJudged(Source& source, const LabelFile& file, const std::str
 
 int JudgePositions(const JudgeSettings& settings) {
     Source source;
-    LabelFile file;
-    if (!source.Open(settings.positions) || !file.Open(settings.output) ||
+    GrowingFile file;
+    if (!source.Open(settings.positions) || !file.Open(settings.output, LABELLED_POSITIONS) ||
         !PassOverJudged(source, file, settings.output))
         return 1;
     NoteStopSignals();

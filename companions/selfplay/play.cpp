@@ -5,15 +5,15 @@
 #include <vector>
 
 #include "commands.h"
+#include "companions/processes/growing_file.h"
+#include "companions/processes/stop.h"
+#include "companions/processes/workers.h"
 #include "companions/shared/engine_start.h"
 #include "companions/shared/labelled_position.h"
 #include "companions/shared/progress.h"
 #include "eval/parameters/values_file.h"
-#include "label_file.h"
 #include "opening_lines.h"
 #include "search/hash_memory.h"
-#include "stop.h"
-#include "workers.h"
 
 namespace {
 
@@ -41,7 +41,7 @@ static bool StartEngine(const std::string& values) {
 
 // The seeds of the range that the file has no game of. The last game in it may be the half of one,
 // and is played again.
-static bool FindMissingSeeds(LabelFile& file, const PlaySettings& settings,
+static bool FindMissingSeeds(GrowingFile& file, const PlaySettings& settings,
                              std::vector<uint64_t>& missing) {
     const auto inRange = [&settings](uint64_t seed) {
         return settings.firstSeed <= seed && seed <= settings.lastSeed;
@@ -79,7 +79,7 @@ static uint64_t CountLines(const std::string& text) {
 
 // Plays the games of the seeds and writes them in their order. The exit status.
 static int PlaySeeds(const PlaySettings& settings, const std::vector<uint64_t>& seeds,
-                     const OpeningLines& openings, LabelFile& file) {
+                     const OpeningLines& openings, GrowingFile& file) {
     NoteStopSignals();
     Progress progress("self-play", seeds.size(), "positions", "games");
     Workers workers(settings.threads, seeds.size(),
@@ -108,10 +108,10 @@ static int PlaySeeds(const PlaySettings& settings, const std::vector<uint64_t>& 
 
 int PlayGames(const PlaySettings& settings) {
     OpeningLines openings;
-    LabelFile file;
+    GrowingFile file;
     std::vector<uint64_t> seeds;
     if (!StartEngine(settings.values) || !openings.Read(settings.openings) ||
-        !file.Open(settings.output) || !FindMissingSeeds(file, settings, seeds))
+        !file.Open(settings.output, LABELLED_POSITIONS) || !FindMissingSeeds(file, settings, seeds))
         return 1;
     return PlaySeeds(settings, seeds, openings, file);
 }

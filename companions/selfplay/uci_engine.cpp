@@ -14,7 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "stop.h"
+#include "companions/processes/stop.h"
 
 namespace {
 

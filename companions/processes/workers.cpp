@@ -1,4 +1,4 @@
-#include "workers.h"
+#include "companions/processes/workers.h"
 
 #include <cerrno>
 #include <csignal>

@@ -1,4 +1,4 @@
-#include "label_file.h"
+#include "companions/processes/growing_file.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -10,26 +10,24 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "companions/shared/labelled_position.h"
-
 namespace {
 
 constexpr size_t PIECE = 1 << 20; // read at once
 
 } // namespace
 
-LabelFile::~LabelFile() {
+GrowingFile::~GrowingFile() {
     if (file >= 0)
         close(file);
 }
 
 // Always false.
-bool LabelFile::Complain(const char* what) const {
+bool GrowingFile::Complain(const char* what) const {
     std::fprintf(stderr, "Cannot %s %s: %s\n", what, path.c_str(), std::strerror(errno));
     return false;
 }
 
-bool LabelFile::Open(const std::string& name) {
+bool GrowingFile::Open(const std::string& name, const FileKind& kind) {
     path = name;
     file = open(name.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
     struct stat status = {};
@@ -46,23 +44,22 @@ bool LabelFile::Open(const std::string& name) {
     size = status.st_size;
     if (size == 0)
         return true;
-    if (!IsOurs()) {
-        std::fprintf(stderr, "%s: this is no file of labelled positions\n", path.c_str());
+    if (!IsOurs(kind)) {
+        std::fprintf(stderr, "%s: this is no %s\n", path.c_str(), kind.name);
         return false;
     }
     return CutHalfLine();
 }
 
-// Whether the first line is a labelled position.
-bool LabelFile::IsOurs() const {
+bool GrowingFile::IsOurs(const FileKind& kind) const {
     char text[256];
     const ssize_t got = pread(file, text, sizeof text, 0);
     const std::string_view begin(text, size_t(std::max<ssize_t>(got, 0)));
     const size_t end = begin.find('\n');
-    return end != std::string_view::npos && ReadLabelledPosition(begin.substr(0, end)).has_value();
+    return end != std::string_view::npos && kind.beginsIt(begin.substr(0, end));
 }
 
-bool LabelFile::CutHalfLine() {
+bool GrowingFile::CutHalfLine() {
     int64_t end = size;
     for (char last = 0; end > 0; end--) {
         if (pread(file, &last, 1, end - 1) != 1)
@@ -73,14 +70,14 @@ bool LabelFile::CutHalfLine() {
     return end == size || CutAt(end);
 }
 
-bool LabelFile::CutAt(int64_t place) {
+bool GrowingFile::CutAt(int64_t place) {
     if (ftruncate(file, place) != 0)
         return Complain("shorten");
     size = place;
     return true;
 }
 
-bool LabelFile::ForEachLine(const Visitor& visit) const {
+bool GrowingFile::ForEachLine(const Visitor& visit) const {
     std::vector<char> piece(PIECE);
     std::string begun; // the part of a line in the pieces before
     int64_t place = 0; // of the line
@@ -102,7 +99,7 @@ bool LabelFile::ForEachLine(const Visitor& visit) const {
     return true;
 }
 
-bool LabelFile::Append(std::string_view text) {
+bool GrowingFile::Append(std::string_view text) {
     if (text.empty())
         return true;
     ssize_t written = 0;

@@ -1,4 +1,4 @@
-#include "stop.h"
+#include "companions/processes/stop.h"
 
 #include <csignal>
 #include <initializer_list>
