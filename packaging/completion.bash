@@ -26,5 +26,5 @@ _tarquelin_companion() {
 }
 
 complete -F _tarquelin tarquelin
-complete -o default -F _tarquelin_companion tarquelin-bench tarquelin-book tarquelin-fit \
-    tarquelin-selfplay tarquelin-tb
+complete -o default -F _tarquelin_companion tarquelin-annotate tarquelin-bench tarquelin-book \
+    tarquelin-fit tarquelin-selfplay tarquelin-tb

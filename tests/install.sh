@@ -24,7 +24,7 @@ export HOME="$scratch/home"
 unset XDG_DATA_HOME
 
 # Every option that a program or one of its commands takes stands in its page.
-for program in bench book fit selfplay tb; do
+for program in annotate bench book fit selfplay tb; do
     page=$scratch/moved/share/man/man1/tarquelin-$program.1
     program=$scratch/moved/bin/tarquelin-$program
     "$program" --help >"$scratch/help"

@@ -8,8 +8,8 @@
 
 TEST(CommandLine, IsAnsweredByEveryCompanionInTheSameWay) {
     const ScratchDirectory scratch;
-    for (const std::string name : {"tarquelin-bench", "tarquelin-book", "tarquelin-fit",
-                                   "tarquelin-selfplay", "tarquelin-tb"}) {
+    for (const std::string name : {"tarquelin-annotate", "tarquelin-bench", "tarquelin-book",
+                                   "tarquelin-fit", "tarquelin-selfplay", "tarquelin-tb"}) {
         SCOPED_TRACE(name);
         const Outcome help = RunCompanion(name, "--help");
         EXPECT_TRUE(help.status == 0 && help.Says("Usage: " + name)) << help.text;
@@ -31,6 +31,13 @@ TEST(CommandLine, EndsWith2ForWhatMakesNoSenseAndWith1ForWhatCannotBeDone) {
         const char* said;
     };
     const Case cases[] = {
+        {"annotate", "", 2, "GAMES"},
+        {"annotate", "--depth 9 --nodes 9 lines", 2, "--nodes"},
+        {"annotate", "--result 2-0 lines", 2, "2-0"},
+        {"annotate", "nowhere.pgn", 1, "nowhere.pgn: No such file"},
+        {"annotate", "--eco B90 lines", 1, "no such games"},
+        {"annotate", "--values nowhere lines", 1, "nowhere: No such file"},
+        {"annotate", "--output none/a --nodes 9 lines", 1, "Cannot open none/a.part: No such"},
         {"bench", "perft 4", 0, "perft 4: 197281 leaves"},
         {"bench", "x", 2, "DEPTH"},
         {"bench", "0", 2, "DEPTH"},
