@@ -27,6 +27,7 @@ constexpr Case Cases[] = {
     {"two pieces forked", "3n4/6k1/8/8/7n/8/8/3R2K1 w - - 0 1", "d1d4", ONE_PLY},
     {"one of them guarded, and the rook seen twice", "3nk3/8/8/8/7n/8/8/3R2K1 w - - 0 1", "d1d4",
      0},
+    {"forked by a rook that a pawn takes", "3n4/6k1/8/2p5/7n/8/8/3R2K1 w - - 0 1", "d1d4", 0},
     {"forked by a queen", "3n4/6k1/8/8/8/n7/8/3Q2K1 w - - 0 1", "d1d6", ONE_PLY},
     {"two pawns", "6k1/8/8/1p3p2/8/8/8/1N4K1 w - - 0 1", "b1c3", 0},
 };

@@ -64,9 +64,10 @@ static bool MayAttackTwo(Move move, Colour us) {
 
 // The man attacks from its new square two or more pieces that it could win. That is asked on the
 // board after the move: the man supports nothing from the square that it has left. Pawns are no
-// targets: counting them costs half as many nodes again and made the engine weaker.
+// targets: counting them costs half as many nodes again and made the engine weaker. A man that is
+// lost where it goes wins nothing.
 static bool Forks(Move move, Colour us) {
-    if (!MayAttackTwo(move, us))
+    if (!MayAttackTwo(move, us) || !SafeExchange(move))
         return false;
     MakeMove(move, true);
     MakeNullMove();
