@@ -3,15 +3,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <utility>
 
-#include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include "companions/processes/stop.h"
@@ -22,59 +17,7 @@ constexpr std::chrono::seconds LONGEST_SILENCE{60};
 constexpr int WAIT = 500; // milliseconds
 constexpr size_t PIECE = 1 << 16;
 
-struct Pipe {
-    int ends[2] = {-1, -1};
-
-    ~Pipe() {
-        for (const int end : ends) {
-            if (end >= 0)
-                close(end);
-        }
-    }
-    bool Open() {
-        return pipe2(ends, O_CLOEXEC) == 0;
-    }
-    int Take(int end) {
-        return std::exchange(ends[end], -1);
-    }
-};
-
-// What goes to the engine and what comes from it, and how it is started.
-struct Spawning {
-    posix_spawn_file_actions_t files;
-    posix_spawnattr_t attributes;
-
-    Spawning(int input, int output) {
-        posix_spawn_file_actions_init(&files);
-        posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
-        posix_spawn_file_actions_adddup2(&files, output, STDOUT_FILENO);
-        posix_spawnattr_init(&attributes);
-        // The keyboard's interrupt is for us; the engine is ended when we do.
-        posix_spawnattr_setpgroup(&attributes, 0);
-        sigset_t usual;
-        sigemptyset(&usual);
-        sigaddset(&usual, SIGPIPE);
-        posix_spawnattr_setsigdefault(&attributes, &usual);
-        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGDEF);
-    }
-    ~Spawning() {
-        posix_spawn_file_actions_destroy(&files);
-        posix_spawnattr_destroy(&attributes);
-    }
-    Spawning(const Spawning&) = delete;
-    Spawning& operator=(const Spawning&) = delete;
-};
-
 } // namespace
-
-UciEngine::~UciEngine() {
-    if (process < 0)
-        return;
-    close(input);
-    close(output);
-    kill(process, SIGKILL);
-    waitpid(process, nullptr, 0);
-}
 
 // Always false.
 bool UciEngine::Fail(const char* what) const {
@@ -82,37 +25,18 @@ bool UciEngine::Fail(const char* what) const {
     return false;
 }
 
-// Starts the program with our ends of the pipes in hand, and none of its own.
-bool UciEngine::Spawn() {
-    Pipe to;
-    Pipe from;
-    if (!to.Open() || !from.Open())
-        return Fail(std::strerror(errno));
-    const Spawning spawning(to.ends[0], from.ends[1]);
-    char* const words[] = {name.data(), nullptr};
-    pid_t started = -1;
-    const int error =
-        posix_spawnp(&started, name.c_str(), &spawning.files, &spawning.attributes, words, environ);
-    if (error != 0)
-        return Fail(std::strerror(error));
-    process = started;
-    input = to.Take(1);
-    output = from.Take(0);
-    return true;
-}
-
 bool UciEngine::Start(const std::string& path) {
     name = path;
-    // An engine that has ended is noticed where its answers are read.
-    std::signal(SIGPIPE, SIG_IGN);
-    return Spawn() && Send("uci\n") && WaitFor("uciok") &&
+    if (const int error = process.Start(path); error != 0)
+        return Fail(std::strerror(error));
+    return Send("uci\n") && WaitFor("uciok") &&
            Send("setoption name Threads value 1\nsetoption name Hash value 16\nisready\n") &&
            WaitFor("readyok");
 }
 
 bool UciEngine::Send(std::string_view text) {
     while (!text.empty()) {
-        const ssize_t sent = write(input, text.data(), text.size());
+        const ssize_t sent = write(process.Input(), text.data(), text.size());
         if (sent < 0 && errno != EINTR)
             return Fail("the engine has ended");
         text.remove_prefix(size_t(std::max<ssize_t>(sent, 0)));
@@ -125,7 +49,7 @@ bool UciEngine::WaitFor(std::string_view answer) {
     awaited = answer;
     finished = false;
     while (!finished) {
-        pollfd waiting = {output, POLLIN, 0};
+        pollfd waiting = {Output(), POLLIN, 0};
         poll(&waiting, 1, WAIT);
         if (StopSignal() != 0 || !Receive())
             return false;
@@ -167,11 +91,11 @@ void UciEngine::ReadLine(std::string_view line) {
 }
 
 bool UciEngine::Receive() {
-    pollfd waiting = {output, POLLIN, 0};
+    pollfd waiting = {Output(), POLLIN, 0};
     if (poll(&waiting, 1, 0) <= 0)
         return Clock::now() - lastHeard < LONGEST_SILENCE || Fail("the engine does not answer");
     char piece[PIECE];
-    const ssize_t got = read(output, piece, sizeof piece);
+    const ssize_t got = read(Output(), piece, sizeof piece);
     if (got < 0 && errno == EINTR)
         return true;
     if (got <= 0)

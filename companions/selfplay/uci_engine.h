@@ -6,16 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include <sys/types.h>
+#include "companions/processes/child_process.h"
 
 class UciEngine {
 public:
-    UciEngine() = default;
-    // Ends the engine.
-    ~UciEngine();
-    UciEngine(const UciEngine&) = delete;
-    UciEngine& operator=(const UciEngine&) = delete;
-
     // Starts the program, with one thread and a small table. False, with a message, when it does
     // not start or does not answer.
     bool Start(const std::string& path);
@@ -25,7 +19,7 @@ public:
 
     // What to wait at for the engine's lines.
     int Output() const {
-        return output;
+        return process.Output();
     }
     // Takes in what has arrived. False, with a message, when the engine has ended, or has been
     // silent for so long that it will be for ever.
@@ -44,7 +38,6 @@ public:
     }
 
 private:
-    bool Spawn();
     bool Send(std::string_view text);
     bool Fail(const char* what) const;
     // Waits for a line that begins so.
@@ -54,9 +47,7 @@ private:
     using Clock = std::chrono::steady_clock;
 
     std::string name;
-    pid_t process = -1;
-    int input = -1;
-    int output = -1;
+    ChildProcess process;     // ended with this
     std::string arrived;      // the beginning of a line
     std::string_view awaited; // the beginning of the line that ends the waiting
     bool finished = true;
