@@ -1,33 +1,18 @@
 #include <algorithm>
 #include <cinttypes>
-#include <cstdarg>
 #include <cstdio>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "board/position.h"
 #include "book_walk.h"
+#include "check_learning.h"
 #include "commands.h"
+#include "companions/shared/files.h"
 #include "companions/shared/progress.h"
+#include "faults.h"
 #include "sources/coordinates.h"
-
-namespace {
-
-constexpr uint64_t MOST_FAULTS_TOLD = 20;
-
-constinit uint64_t FaultCount = 0;
-
-} // namespace
-
-[[gnu::format(printf, 1, 2)]] static void Fault(const char* format, ...) {
-    if (FaultCount++ >= MOST_FAULTS_TOLD)
-        return;
-    ClearProgressLine();
-    std::va_list values;
-    va_start(values, format);
-    std::vprintf(format, values);
-    va_end(values);
-}
 
 static void CheckOrder(const BookImage& book) {
     for (uint32_t i = 1; i < book.Positions(); i++) {
@@ -104,6 +89,9 @@ static uint32_t CheckReachable(const BookImage& book, const std::string& path) {
 }
 
 int CheckBook(const CheckSettings& settings) {
+    std::vector<uint8_t> bytes;
+    if (!ReadWholeFile(settings.book, bytes) && IsLearningFile(bytes))
+        return CheckLearningFile(settings.book, bytes);
     BookImage book;
     if (!book.Read(settings.book))
         return 1;
@@ -112,6 +100,6 @@ int CheckBook(const CheckSettings& settings) {
     const uint32_t reached = CheckReachable(book, settings.book);
     std::printf("%s: %u positions, %u of them not reached from the starting position, %" PRIu64
                 " faults\n",
-                settings.book.c_str(), book.Positions(), book.Positions() - reached, FaultCount);
-    return FaultCount == 0 ? 0 : 1;
+                settings.book.c_str(), book.Positions(), book.Positions() - reached, Faults());
+    return Faults() == 0 ? 0 : 1;
 }

@@ -157,7 +157,9 @@ static void AddReaders(CLI::App& program, AllSettings& settings, Job& job) {
                   "show the records of the file instead, in their order");
     CLI::App& check = AddCommand(program, "check", "Looks for damage; fails when there is any",
                                  settings.check, CheckBook, job);
-    AddBook(check, settings.check.book);
+    check.add_option("FILE", settings.check.book, "a book, or a file of learned positions")
+        ->required()
+        ->option_text(" ");
 }
 
 static void AddSurvey(CLI::App& program, SurveySettings& settings, Job& job) {

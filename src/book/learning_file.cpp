@@ -5,20 +5,14 @@
 #include <unordered_set>
 #include <vector>
 
+#include "book/learning_format.h"
 #include "platform/bytes.h"
 #include "platform/file_lock.h"
 #include "platform/files.h"
 
 namespace {
 
-constexpr char Title[] = "Tarquelin learning file";
-constexpr uint32_t HEADS_OFFSET = sizeof Title - 1;
-constexpr uint32_t BUCKETS = 65536;
-constexpr uint32_t ENTRIES_OFFSET = HEADS_OFFSET + 4 * BUCKETS;
-static_assert(ENTRIES_OFFSET == 262167);
-constexpr uint32_t ENTRY_SIZE = 24;
-constexpr uint32_t NEXT_OFFSET = 20; // of the link in an entry
-constexpr uint32_t FIELDS_SIZE = NEXT_OFFSET;
+constexpr uint32_t FIELDS_SIZE = LEARNING_NEXT; // all but the link
 
 struct Entry {
     LearnedPosition position;
@@ -35,7 +29,7 @@ LearningKeys LearningKeysOf(uint64_t posKey) {
 }
 
 static uint32_t HeadOffset(LearningKeys keys) {
-    return HEADS_OFFSET + 4 * (keys.key1 % BUCKETS);
+    return LEARNING_HEADS + 4 * (keys.key1 % LEARNING_BUCKETS);
 }
 
 static bool Write(uint64_t offset, const void* bytes, size_t size) {
@@ -45,14 +39,15 @@ static bool Write(uint64_t offset, const void* bytes, size_t size) {
 // Makes the open file one without entries unless its head is there. False when it cannot be. Who
 // starts at the same time must wait: what it added would be gone.
 static bool ProvideHead() {
-    if (SeekEnd(LearningFile) >= ENTRIES_OFFSET)
+    if (SeekEnd(LearningFile) >= LEARNING_ENTRIES)
         return true;
     if (!LockAgainstOthers(LearningFile))
         return false;
-    bool whole = SeekEnd(LearningFile) >= ENTRIES_OFFSET;
+    bool whole = SeekEnd(LearningFile) >= LEARNING_ENTRIES;
     if (!whole) {
-        const std::vector<char> heads(4 * BUCKETS);
-        whole = Write(0, Title, HEADS_OFFSET) && Write(HEADS_OFFSET, heads.data(), heads.size());
+        const std::vector<char> heads(4 * LEARNING_BUCKETS);
+        whole = Write(0, LEARNING_TITLE, LEARNING_HEADS) &&
+                Write(LEARNING_HEADS, heads.data(), heads.size());
     }
     UnlockForOthers(LearningFile);
     return whole;
@@ -92,14 +87,15 @@ static uint32_t ReadLink(uint32_t offset) {
 
 // False where no entry can be: in the head of the file and beyond its end.
 static bool ReadEntry(uint32_t offset, Entry& entry) {
-    unsigned char bytes[ENTRY_SIZE];
-    if (offset < ENTRIES_OFFSET || !SeekFile(LearningFile, offset) ||
+    unsigned char bytes[LEARNING_ENTRY_SIZE];
+    if (offset < LEARNING_ENTRIES || !SeekFile(LearningFile, offset) ||
         std::fread(bytes, sizeof bytes, 1, LearningFile) != 1)
         return false;
-    entry.position = {int32_t(LoadLittle32(bytes)), int32_t(LoadLittle32(bytes + 4)),
-                      LoadLittle32(bytes + 8)};
-    entry.keys = {LoadLittle32(bytes + 12), LoadLittle32(bytes + 16)};
-    entry.next = LoadLittle32(bytes + NEXT_OFFSET);
+    entry.position = {int32_t(LoadLittle32(bytes)),
+                      int32_t(LoadLittle32(bytes + LEARNING_EVALUATION)),
+                      LoadLittle32(bytes + LEARNING_MOVE)};
+    entry.keys = {LoadLittle32(bytes + LEARNING_KEY1), LoadLittle32(bytes + LEARNING_KEY2)};
+    entry.next = LoadLittle32(bytes + LEARNING_NEXT);
     return true;
 }
 
@@ -111,7 +107,7 @@ uint32_t LookUpLearned(LearningKeys keys, LearnedPosition& found) {
         return 0;
     // No bucket holds more entries than the file: whoever has read that many goes round in a
     // circle.
-    uint64_t left = SeekEnd(LearningFile) / ENTRY_SIZE;
+    uint64_t left = SeekEnd(LearningFile) / LEARNING_ENTRY_SIZE;
     for (Entry entry; left > 0 && ReadEntry(offset, entry); left--) {
         if (entry.keys.key1 == keys.key1 && entry.keys.key2 == keys.key2) {
             found = entry.position;
@@ -128,7 +124,7 @@ static uint32_t EndOfBucket(LearningKeys keys) {
     uint32_t link = HeadOffset(keys);
     uint32_t offset = ReadLink(link);
     for (Entry entry; ReadEntry(offset, entry) && passed.insert(offset).second;) {
-        link = offset + NEXT_OFFSET;
+        link = offset + LEARNING_NEXT;
         offset = entry.next;
     }
     return link;
@@ -136,19 +132,19 @@ static uint32_t EndOfBucket(LearningKeys keys) {
 
 static void StoreFields(unsigned char* bytes, LearningKeys keys, const LearnedPosition& position) {
     StoreLittle32(bytes, uint32_t(position.depth));
-    StoreLittle32(bytes + 4, uint32_t(position.evaluation));
-    StoreLittle32(bytes + 8, position.move);
-    StoreLittle32(bytes + 12, keys.key1);
-    StoreLittle32(bytes + 16, keys.key2);
+    StoreLittle32(bytes + LEARNING_EVALUATION, uint32_t(position.evaluation));
+    StoreLittle32(bytes + LEARNING_MOVE, position.move);
+    StoreLittle32(bytes + LEARNING_KEY1, keys.key1);
+    StoreLittle32(bytes + LEARNING_KEY2, keys.key2);
 }
 
 // The entry is written before the link to it, so that whenever the process is killed or the disk is
 // full, every link leads to a whole entry.
 static void Append(LearningKeys keys, const LearnedPosition& position) {
-    const uint64_t end = std::max(SeekEnd(LearningFile), uint64_t{ENTRIES_OFFSET});
-    if (end > UINT32_MAX - ENTRY_SIZE)
+    const uint64_t end = std::max(SeekEnd(LearningFile), uint64_t{LEARNING_ENTRIES});
+    if (end > UINT32_MAX - LEARNING_ENTRY_SIZE)
         return;
-    unsigned char entry[ENTRY_SIZE] = {};
+    unsigned char entry[LEARNING_ENTRY_SIZE] = {};
     StoreFields(entry, keys, position);
     unsigned char link[4];
     StoreLittle32(link, uint32_t(end));

@@ -1,10 +1,4 @@
 // The file of learned positions, kept from game to game.
-//
-// Integers are 32 bits, little-endian. Offset 0: the text "Tarquelin learning file" without a
-// terminator; 23: 65536 bucket heads, each the offset of the bucket's first entry or 0; 262167: the
-// entries, 24 bytes each, in the order they were added: depth in 1/60 ply, evaluation in centipawns
-// from the side to move, move, key 1, key 2, offset of the bucket's next entry or 0. A position's
-// bucket is the low 16 bits of its key 1.
 #pragma once
 
 #include <cstdint>
