@@ -67,6 +67,10 @@ bool MayLearnBook() {
            BookHasStatistics() && !BookLearned;
 }
 
+void TeachBookNoMore() {
+    BookLearned = true;
+}
+
 static void CreditMovesOfGame(BookResult result) {
     const int end = Ply;
     while (Ply - 2 >= SetupPly) {

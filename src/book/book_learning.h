@@ -13,6 +13,9 @@ extern bool BookLearned;
 // with room for results (not of version 0) is open, and it has not been taught yet.
 bool MayLearnBook();
 
+// This game teaches nothing: it was not played as well as the engine can.
+void TeachBookNoMore();
+
 // Credits the result to the book moves that the side to move has played in this game, the latest
 // first, and leaves the position as it was. Nothing happens when the game may not teach.
 void LearnBook(BookResult result);

@@ -77,6 +77,7 @@ constexpr Command Commands[] = {
     {"setboard", IDLE, SetBoard, DONE, WHOLE, &Modern},
     {"memory", IDLE, SetMemory, DONE, WHOLE, &Modern},
     {"egtpath", IDLE, SetTablebasePath, DONE, WHOLE, &Modern},
+    {"strength", IDLE, SetStrength, DONE, WHOLE, &Modern},
     {"hint", IDLE, ShowHint, DONE, WHOLE, &Modern},
     {"", IDLE, EnterSan, DONE, SAN, &Modern},
     {"eval", IDLE, ShowEvalTable, DONE, WHOLE, &Modern},

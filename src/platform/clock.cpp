@@ -1,6 +1,7 @@
 #include "platform/clock.h"
 
 #include <chrono>
+#include <thread>
 
 namespace {
 
@@ -23,6 +24,10 @@ int64_t ClockMilliseconds() {
 
 int ClockCentiseconds() {
     return int(ClockMilliseconds() / 10);
+}
+
+void SleepBriefly() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
 }
 
 int64_t CalendarSeconds() {

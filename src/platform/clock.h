@@ -13,5 +13,8 @@ int64_t ClockMilliseconds();
 // The same in hundredths of a second, truncated: the unit of every time in the engine.
 int ClockCentiseconds();
 
+// Sleeps for a hundredth of a second.
+void SleepBriefly();
+
 // Calendar time in whole seconds, for seeding the random generator.
 int64_t CalendarSeconds();

@@ -15,6 +15,8 @@ struct PastSearches {
     // The engine's own latest choice; NO_MOVE when the game was over.
     Move BestMove = NO_MOVE;
     bool BestMoveFromBook = false; // it was not searched for
+    // The tables hold what full strength has found out.
+    bool SearchedInFull = false;
     // The engine's latest moves, newest last: what the resignation rule and learning look back on.
     SearchRecord RecentSearches[SEARCH_RECORDS] = {};
     int32_t RecentSearchCount = 0;

@@ -9,6 +9,7 @@
 #include "search/limits.h"
 #include "search/root.h"
 #include "search/state.h"
+#include "search/strength.h"
 
 namespace {
 
@@ -70,6 +71,13 @@ static bool ClockRuns() {
     return Budget.UnderClock && !Limits.GoPonder && !Limits.Analysing;
 }
 
+// A level ends no first iteration: who has not seen all moves could take any.
+static bool NodesAreUsedUp() {
+    if (Limits.NodeLimit > 0 && Running.NodeCount >= Limits.NodeLimit)
+        return true;
+    return HeldToLevel() && Running.IterationDepth > 1 && Running.NodeCount >= Budget.LevelNodes;
+}
+
 void Poll() {
     Running.PollCountdown = Budget.PollReload;
     if (Host.inputWaiting()) {
@@ -77,7 +85,7 @@ void Poll() {
         if (Running.StopSearch)
             return;
     }
-    if (Limits.NodeLimit > 0 && Running.NodeCount >= Limits.NodeLimit) {
+    if (NodesAreUsedUp()) {
         Running.StopSearch = Running.LimitReached = true;
         return;
     }

@@ -28,6 +28,7 @@ struct TimeBudget {
     int32_t PollReload = 50000; // nodes between input polls
     int32_t DrawScore = 0;      // of a draw for RootSide
     bool UnderClock = false;    // the time test applies: a timed search of the game
+    int32_t LevelNodes = 0; // nodes that a level below full strength allows; 0 for no such level
 };
 extern TimeBudget Budget;
 

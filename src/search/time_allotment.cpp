@@ -8,6 +8,7 @@
 #include "search/limits.h"
 #include "search/root.h"
 #include "search/state.h"
+#include "search/strength.h"
 
 namespace {
 
@@ -38,6 +39,8 @@ constexpr int32_t POLL_LONG = 50000;
 constexpr int32_t POLL_MEDIUM = 20000;
 constexpr int32_t POLL_SHORT = 5000;
 constexpr int32_t POLL_FINE = 1000;
+// And parts of what a level allows, after each of which it is looked at.
+constexpr int32_t LEVEL_PARTS = 16;
 
 } // namespace
 
@@ -99,6 +102,8 @@ static int64_t UsableTime() {
 }
 
 static int32_t NodesBetweenPolls(int32_t allotted) {
+    if (Budget.LevelNodes > 0)
+        return std::clamp(Budget.LevelNodes / LEVEL_PARTS, 1, POLL_FINE);
     if (SearchOptions.FinePolls && Limits.NodeLimit > 0)
         return POLL_FINE;
     if (allotted > LONG_SEARCH)
@@ -117,6 +122,9 @@ static void SetTimeLimits(int gamePly) {
         SetLimits(Limits.FixedTime, Limits.FixedTime);
     else
         DivideClock(UsableTime(), MovesToControl(gamePly));
+    Budget.LevelNodes = Strength.Limited && !Limits.Analysing && time != INFINITE_TIME
+                            ? AllowanceOfLevel().nodes
+                            : 0;
     Budget.PollReload = NodesBetweenPolls(Budget.TimeAllotted);
 }
 

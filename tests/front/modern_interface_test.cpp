@@ -59,7 +59,9 @@ TEST_F(ModernUci, OptionsMayHaveSeveralWords) {
                                 "option name Ponder type check default false\n"
                                 "option name Move Overhead type spin min 0 max 5000 default 0\n"
                                 "option name UCI_EngineAbout type string default Tarquelin 1.40 by "
-                                "Ivor T. Penhallow\n"))
+                                "Ivor T. Penhallow\n"
+                                "option name UCI_LimitStrength type check default false\n"
+                                "option name UCI_Elo type spin min 800 max 2800 default 2800\n"))
         << block;
     engine.Send("setoption name move overhead value 120\nsetoption name Hash File value 1\n"
                 "setoption name Ponder value true\nsetoption name Tropism Value 7\nuci");
@@ -119,6 +121,25 @@ TEST_F(ModernUci, LimitsOfNodesAndMatesHold) {
                "go mate 3");
     EXPECT_TRUE(Has(mate, " score mate 3 ")) << mate;
     Search("position startpos\ngo mate 1"); // ends, though there is none
+}
+
+TEST_F(ModernUci, ALevelHoldsInGamesAlone) {
+    engine.Send("setoption name UCI_LimitStrength value true\nsetoption name UCI_Elo value 1800");
+    const std::string options = engine.Ask("uci");
+    EXPECT_TRUE(Has(options, "option name UCI_LimitStrength type check default true\n")) << options;
+    EXPECT_TRUE(Has(options, "max 2800 default 1800\n")) << options;
+    constexpr int64_t FEW = 10000;
+    // The level takes its time, and listens.
+    engine.Send("position startpos\ngo wtime 900000 btime 900000\nisready");
+    EXPECT_FALSE(Has(engine.ReadUntil("readyok"), "bestmove"));
+    EXPECT_LT(NumberAfter(Search("stop"), " nodes "), FEW);
+    // What pondering has found is not played.
+    engine.Send("go ponder wtime 1000 btime 1000");
+    engine.ReadUntilPrefix("info multipv 1 depth 9 ");
+    EXPECT_LT(NumberAfter(Search("ponderhit"), " nodes "), FEW);
+    engine.Send("go infinite");
+    engine.ReadUntilPrefix("info multipv 1 depth 9 ");
+    EXPECT_GT(NumberAfter(Search("stop"), " nodes "), FEW);
 }
 
 TEST_F(ModernUci, InterruptsAreIgnored) {
@@ -189,6 +210,13 @@ TEST_F(ModernXboard, PonderingGoesOnAfterALineThatChangesNothing) {
     engine.Send("?\npost\nping 3\n.");
     EXPECT_EQ(engine.ReadUntil("pong 3"), "");
     EXPECT_TRUE(engine.ReadUntilPrefix("stat01: ").ends_with("\n")) << "it is still searching";
+}
+
+TEST_F(ModernXboard, ALevelDoesNotPonder) {
+    engine.Send("strength 900\nnew\nlevel 0 0:01 0\nusermove e2e4");
+    const std::string text = engine.ReadUntilPrefix("move ") + engine.Settle();
+    EXPECT_FALSE(Has(text, "Hint: ")) << text;
+    MoveAndWaitForHint("strength full\nnew\nlevel 0 0:01 0\nusermove e2e4");
 }
 
 TEST_F(ModernXboard, AnnouncesTheEndOfTheGameWithItsOwnMove) {

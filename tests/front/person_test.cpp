@@ -34,6 +34,8 @@ TEST_F(Person, SeesTheBoardAndAPrompt) {
     EXPECT_TRUE(Has(Answer("nonsense", "White 1> "), "help shows commands"));
     EXPECT_TRUE(Has(Answer("help", "White 1> "), "takes back its move and yours"));
     EXPECT_TRUE(Has(Answer("perft 2", "White 1> "), "  total          400 in "));
+    EXPECT_TRUE(Has(Answer("strength 100", "White 1> "), "plays at level 800 of 800 to 2800"));
+    EXPECT_TRUE(Has(Answer("strength full", "White 1> "), "plays as well as it can"));
 }
 
 TEST_F(Person, PlaysInBothNotationsAndIsAnsweredWhileTheEnginePonders) {

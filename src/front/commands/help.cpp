@@ -54,6 +54,7 @@ constexpr const char* PersonPage[] = {
     "  hint, eval, moves     a move to consider; what the position is worth; all moves",
     "  analyze, exit         thinks about the position until told otherwise",
     "  level 40 5 0          40 moves in 5 minutes; level 0 5 3: 5 minutes and 3 seconds a move",
+    "  strength 1200         plays at a level from 800 to 2800; strength full: as well as it can",
     "  st 10, sd 12          ten seconds a move; twelve plies",
     "  easy, hard            does not think on your time, or does",
     "  post, nopost          shows its thinking, or does not",

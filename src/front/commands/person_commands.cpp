@@ -6,10 +6,13 @@
 #include "front/commands/play_commands.h"
 #include "front/console/eval_table.h"
 #include "front/console/game_file.h"
+#include "front/console/person.h"
 #include "front/game/dialect.h"
 #include "front/game/game.h"
 #include "front/game/typed_move.h"
+#include "front/input/keyword.h"
 #include "front/input/reply.h"
+#include "search/strength.h"
 #include "tools/pgn_moves.h"
 
 void EnterSan(const CommandLine& line) {
@@ -26,6 +29,16 @@ void EnterSan(const CommandLine& line) {
 void ShowEvalTable(const CommandLine&) {
     if (Speaking->person)
         PrintEvalTable();
+}
+
+// The level, or full strength for anything that is no number.
+void SetStrength(const CommandLine& line) {
+    if (const int32_t elo = line.Number(1); elo > 0)
+        PlayAtLevel(elo);
+    else if (line.Arguments() > 0)
+        PlayAtFullStrength();
+    if (Speaking->person)
+        TellStrength();
 }
 
 void SaveGameFile(const CommandLine& line) {

@@ -7,5 +7,6 @@
 void EnterSan(const CommandLine& line);
 
 void ShowEvalTable(const CommandLine& line);
+void SetStrength(const CommandLine& line);
 void SaveGameFile(const CommandLine& line);
 void LoadGameFile(const CommandLine& line);

@@ -36,6 +36,8 @@ static void AnnounceOption(const Option& option) {
     }
     if (option.offered != nullptr)
         std::printf(" default %s\n", option.offered);
+    else if (option.kind == OptionKind::WORD)
+        std::printf(" default %s\n", option.get() != 0 ? "true" : "false");
     else
         std::printf(" default %d\n", option.get());
 }

@@ -18,6 +18,7 @@
 #include "platform/version.h"
 #include "search/hash_memory.h"
 #include "search/interrupts.h"
+#include "search/strength.h"
 #include "search/tree/driver.h"
 
 namespace {
@@ -55,13 +56,15 @@ void SetTablebasePath(const CommandLine& line) {
         NameTablebases(line.Rest(2));
 }
 
-// Without a reply that it expects, the engine thinks for a moment.
+// Without a reply that it expects, or when it expects what a weaker player would, the engine thinks
+// for a moment.
 static void HintToPerson(Move expected) {
     const bool post = std::exchange(Interface.PostThinking, false);
     // What is typed meanwhile must not reach the board that is searched.
     CurrentActivity = THINKING;
     Interrupts = {};
-    const Move move = IsLegal(expected) ? expected : SearchFixedNodes(HINT_NODES);
+    const Move move =
+        !Strength.Limited && IsLegal(expected) ? expected : SearchFixedNodes(HINT_NODES);
     CurrentActivity = IDLE;
     Interface.PostThinking = post;
     if (move != NO_MOVE)

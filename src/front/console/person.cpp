@@ -18,6 +18,7 @@
 #include "search/limits.h"
 #include "search/root.h"
 #include "search/state.h"
+#include "search/strength.h"
 
 namespace {
 
@@ -100,10 +101,21 @@ static void RefuseLine(const std::string& text) {
         PrintLine("That is no command and no move. Moves are e4 or e2e4; help shows commands.");
 }
 
+void TellStrength() {
+    if (Strength.Limited)
+        std::printf("Tarquelin plays at level %d of %d to %d; strength full sets it free.\n",
+                    Strength.Elo, LEAST_ELO, MOST_ELO);
+    else
+        std::printf("Tarquelin plays as well as it can; strength 1500 would be a weaker level.\n");
+    std::fflush(stdout);
+}
+
 void WelcomePerson() {
     PrintPicture();
     PrintLine(
         "You have White. Type a move (e4 or e2e4), go to let Tarquelin begin, help, or quit.");
+    if (Strength.Limited)
+        TellStrength();
 }
 
 constinit const Dialect PersonDialect = {

@@ -6,5 +6,8 @@
 
 extern const Dialect PersonDialect;
 
+// Says at what level the engine plays.
+void TellStrength();
+
 // Says how to begin.
 void WelcomePerson();

@@ -17,6 +17,7 @@
 #include "search/interrupts.h"
 #include "search/limits.h"
 #include "search/root.h"
+#include "search/strength.h"
 #include "search/tree/driver.h"
 
 bool ThinkAndMove() {
@@ -41,9 +42,10 @@ static bool GameHasEnded() {
     return Manner->claimsOwnResults && AnnounceOwnResult();
 }
 
+// Who plays below his strength does not think on the other's time.
 static bool MayPonder() {
-    return Interface.PonderNow && !Game.ForceMode && Speaking->pondersByItself &&
-           Game.PonderMove != NO_MOVE;
+    return Interface.PonderNow && !Strength.Limited && !Game.ForceMode &&
+           Speaking->pondersByItself && Game.PonderMove != NO_MOVE;
 }
 
 static void TellPrediction(Move move) {

@@ -20,6 +20,7 @@ constinit const Manners Modern = {
     .newGameTeachesAnew = true,
     .exactMaterialDraws = true,
     .claimsOwnResults = true,
+    .hasLevels = true,
     .knowsPersons = true,
     .onlyPlayedMovesTeach = true,
     .ownBookTeaches = true,

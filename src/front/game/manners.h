@@ -40,6 +40,9 @@ struct Manners {
     // The end of the game is announced when the engine's own move has brought it about.
     bool claimsOwnResults = false;
 
+    // The engine can be told to play below its full strength.
+    bool hasLevels = false;
+
     // A person at a terminal is spoken to as one.
     bool knowsPersons = false;
 

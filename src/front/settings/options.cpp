@@ -13,6 +13,7 @@
 #include "platform/version.h"
 #include "search/hash_memory.h"
 #include "search/limits.h"
+#include "search/strength.h"
 #include "search/transposition.h"
 #include "tablebase/tablebases.h"
 
@@ -87,6 +88,28 @@ static void OpenOpeningsBook(const Value& value) {
     OpenBook(value.text.c_str(), Manner->silentStart);
     if (Manner->silentStart && !BookIsOpen())
         Speaking->printNote(("No opening book " + value.text).c_str());
+}
+
+// No level is full strength.
+static void SetStrength(const Value& value) {
+    if (!Manner->hasLevels || value.number <= 0)
+        PlayAtFullStrength();
+    else
+        PlayAtLevel(value.number);
+}
+
+static void SetLimited(const Value& value) {
+    if (value.number != 0)
+        PlayAtLevel(Strength.Elo);
+    else
+        PlayAtFullStrength();
+}
+
+static void SetElo(const Value& value) {
+    const bool limited = Strength.Limited;
+    PlayAtLevel(value.number);
+    if (!limited)
+        PlayAtFullStrength();
 }
 
 static void PrintHashSize() {
@@ -340,6 +363,28 @@ constexpr Option Table[] = {
      .offered = ABOUT,
      .kind = TEXT,
      .set = [](const Value&) {}},
+    {.uciName = "UCI_LimitStrength",
+     .modern = true,
+     .announced = 15,
+     .kind = WORD,
+     .words = TrueFalse,
+     .get = [] { return int32_t(Strength.Limited); },
+     .set = SetLimited},
+    {.uciName = "UCI_Elo",
+     .modern = true,
+     .announced = 16,
+     .initial = MOST_ELO,
+     .least = LEAST_ELO,
+     .most = MOST_ELO,
+     .get = [] { return Strength.Elo; },
+     .set = SetElo},
+    {.key = "Strength",
+     .set = SetStrength,
+     .print =
+         [] {
+             if (Strength.Limited)
+                 std::printf("Strength = %d\n", Strength.Elo);
+         }},
     // Chosen before any other setting is read.
     {.key = "Interface", .kind = WORD, .words = InterfaceWords, .set = [](const Value&) {}},
     {.uciName = "Clear", .announced = 11, .kind = BUTTON, .set = [](const Value&) { ClearHash(); }},

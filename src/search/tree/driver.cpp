@@ -23,8 +23,10 @@
 #include "search/poll.h"
 #include "search/root.h"
 #include "search/state.h"
+#include "search/strength.h"
 #include "search/time_allotment.h"
 #include "search/transposition.h"
+#include "search/tree/lesser_move.h"
 #include "search/tree/ordering.h"
 #include "search/tree/quiesce.h"
 #include "search/tree/search.h"
@@ -55,6 +57,10 @@ constexpr int32_t LAZY_MARGIN = 200;
 constexpr int32_t LAZY_STEP = 10;
 // The window is shifted by a fifth of the score toward who is ahead, up to this.
 constexpr int32_t LAZY_SHIFT = 150;
+// A level is done with its search at once. It takes that part of the time allotted all the same,
+// so that games against it have their pace, but no more hundredths than that.
+constexpr int32_t LEVEL_TIME_PART = 4;
+constexpr int32_t LEVEL_LONGEST_TIME = 300;
 
 } // namespace
 
@@ -244,12 +250,21 @@ static void Deepen(int limitDepth) {
     Running.SearchPly = 0;
 }
 
+// What full strength has found out must not help a level below it.
+static void ForgetFullStrength() {
+    const bool level = HeldToLevel();
+    if (level && Past.SearchedInFull)
+        ClearHash();
+    Past.SearchedInFull = !level;
+}
+
 // Sets the statistics and counters up for a new search.
 static void SetUpSearch(bool keepHistory) {
     AgeOrdering(keepHistory);
     Running = {};
     Running.PollCountdown = Budget.PollReload;
     Running.InfoCountdown = StatisticsInterval();
+    ForgetFullStrength();
     HashAge = int16_t(uint16_t(HashAge) + 1);
     SetRootSide(SideToMove);
     HashFilledCount = 0;
@@ -272,6 +287,8 @@ static void ScoreRootMoves() {
 static bool TakeBookMove() {
     if (!BookIsOpen() || !Book.OwnBook || Limits.SearchMoveCount > 0 || Limits.Analysing ||
         Clock.OwnTime == INFINITE_TIME)
+        return false;
+    if (HeldToLevel() && Ply >= 2 * AllowanceOfLevel().bookMoves)
         return false;
     const Move move = ChooseBookMove();
     if (move == NO_MOVE)
@@ -325,28 +342,60 @@ static bool MoveIsPlayed() {
     return MoveWanted() && !(Interrupts.PredictionMissed || Clock.OwnTime == INFINITE_TIME);
 }
 
+static void LetTimePass() {
+    if (!Budget.UnderClock)
+        return;
+    const int32_t time = std::min(Budget.TimeAllotted / LEVEL_TIME_PART, LEVEL_LONGEST_TIME);
+    while (!Running.StopSearch && ElapsedTime() < time) {
+        SleepBriefly();
+        if (Host.inputWaiting())
+            Host.handleInput();
+    }
+}
+
+// Where a level is in force, brings its move to the first place. What was found while pondering is
+// none: there the engine had its full strength. True when the move is a level's.
+static bool ChooseByLevel(bool pondered, bool keepHistory) {
+    if (!HeldToLevel() || !MoveIsPlayed())
+        return false;
+    if (pondered && !SearchRoot(Limits.DepthLimit, keepHistory, true))
+        return false;
+    if (!Past.BestMoveFromBook) {
+        const bool stopped = std::exchange(Running.StopSearch, false) && !Running.LimitReached;
+        MaySlip(AllowanceOfLevel());
+        Running.StopSearch |= stopped;
+        LetTimePass();
+        Past.BestMove = RootMove(0);
+    }
+    return true;
+}
+
 bool Think() {
     Budget.SearchStart = ClockCentiseconds();
     AllotTime();
     const bool keepHistory =
         !SearchOptions.ForgetInShortSearches || Budget.TimeAllotted >= SHORT_SEARCH;
+    const bool pondered = Limits.GoPonder;
     if (!SearchRoot(Limits.DepthLimit, keepHistory, true))
         return false;
     HoldUntilStopped();
-    const bool teaches = !SearchOptions.OnlyPlayedMovesTeach || MoveIsPlayed();
-    if (teaches)
+    const bool byLevel = ChooseByLevel(pondered, keepHistory);
+    if (byLevel)
+        TeachBookNoMore();
+    const bool counts = !SearchOptions.OnlyPlayedMovesTeach || MoveIsPlayed();
+    if (counts)
         RememberScore();
     if (!MoveWanted()) {
         Host.withholdMove();
         return false;
     }
-    if (teaches)
+    if (counts)
         RecordSearch();
     Host.announceMove(Past.BestMove, Past.BestMoveFromBook);
-    if (teaches && !Past.BestMoveFromBook)
+    if (counts && !Past.BestMoveFromBook)
         LearnBookFromScore(Root.moves[0].score);
     MakeMove(Past.BestMove, true);
-    if (teaches)
+    if (counts && !byLevel)
         LearnFromSearches({Past.RecentSearches, size_t(Past.RecentSearchCount)},
                           Running.IterationDepth);
     return true;
