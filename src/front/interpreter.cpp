@@ -122,6 +122,7 @@ constexpr Command Commands[] = {
     {"analyze", IDLE, Analyse},
     {"black", IDLE, SetBlack},
     {"force", IDLE, ForceOn},
+    {"force", SEARCHING, RequestForce, END_SEARCH, WHOLE, &Modern},
     {"force", SEARCHING, ForceOn, END_SEARCH},
     {"brd", IDLE, ShowBoard},
     {"time", IDLE, SetOwnTime},

@@ -5,6 +5,6 @@
 constinit SearchInterrupts Interrupts;
 
 bool MoveWanted() {
-    return !Interrupts.NewRequested && !Interrupts.ResultReceived &&
+    return !Interrupts.NewRequested && !Interrupts.ForceRequested && !Interrupts.ResultReceived &&
            !Interrupts.PonderingOnPrediction && !Limits.GoPonder && !Limits.Analysing;
 }

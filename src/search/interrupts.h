@@ -9,6 +9,7 @@
 struct SearchInterrupts {
     Move TypedMove = NO_MOVE;    // a legal root move that was typed
     bool NewRequested = false;   // a new game
+    bool ForceRequested = false; // the engine is to play neither side
     bool UndoRequested = false;  // a move to be taken back
     bool ExitRequested = false;  // the end of analysis
     bool ResultReceived = false; // the interface has declared the game over
@@ -23,5 +24,6 @@ struct SearchInterrupts {
 extern SearchInterrupts Interrupts;
 
 // Whether the move that the search has chosen is to be announced and played. Not so in analysis,
-// while pondering, and when the game that it belongs to is over.
+// while pondering, when the engine is to play neither side, and when the game that it belongs to is
+// over.
 bool MoveWanted();

@@ -212,6 +212,16 @@ TEST_F(ModernXboard, PonderingGoesOnAfterALineThatChangesNothing) {
     EXPECT_TRUE(engine.ReadUntilPrefix("stat01: ").ends_with("\n")) << "it is still searching";
 }
 
+TEST_F(ModernXboard, ForceLetsNoMoveBePlayed) {
+    engine.Send("new\neasy\nst 60\ngo\nping 1\n.");
+    engine.ReadUntilPrefix("stat01: ");
+    engine.Send("force\nping 2");
+    EXPECT_FALSE(Has(engine.ReadUntil("pong 2"), "move ")) << engine.Transcript();
+    EXPECT_TRUE(Has(engine.Ask("brd"), StartBoard)) << engine.Transcript();
+    engine.Send("sd 3\ngo");
+    engine.ReadUntilPrefix("move ");
+}
+
 TEST_F(ModernXboard, ALevelDoesNotPonder) {
     engine.Send("strength 900\nnew\nlevel 0 0:01 0\nusermove e2e4");
     const std::string text = engine.ReadUntilPrefix("move ") + engine.Settle();

@@ -55,6 +55,11 @@ void RequestNewGame(const CommandLine&) {
     Interrupts.NewRequested = true;
 }
 
+void RequestForce(const CommandLine&) {
+    Game.ForceMode = true;
+    Interrupts.ForceRequested = true;
+}
+
 void ReceiveResult(const CommandLine&) {
     Interrupts.ResultReceived = true;
 }

@@ -22,6 +22,7 @@ void PonderHit(const CommandLine& line);
 void RequestUndo(const CommandLine& line);
 void RequestExit(const CommandLine& line);
 void RequestNewGame(const CommandLine& line);
+void RequestForce(const CommandLine& line);
 
 // The interface has declared the game over: no move is wanted any more.
 void ReceiveResult(const CommandLine& line);
