@@ -109,7 +109,7 @@ static void SetTurningPoint(GameJudgement& judgement, const PlayedGame& game,
     for (size_t i = 0; i < judgement.moves.size(); i++) {
         const MoveJudgement& move = judgement.moves[i];
         const bool won = result == (game.SideAt(i) == WHITE ? "1-0" : "0-1");
-        if (won || move.loss <= most || move.mark < Mark::MISTAKE)
+        if (won || move.loss <= most || move.mark == Mark::NONE)
             continue;
         most = move.loss;
         judgement.turningPoint = i;

@@ -62,19 +62,32 @@ static bool IsPlacement(std::string_view field) {
            men[BLACK] <= MOST_MEN;
 }
 
-// Castling with rooks that are named by their files, or from other squares than the usual ones, is
-// that of another chess.
-static bool HasOtherCastling(std::string_view rights) {
-    if (rights == "-" || rights.empty())
+// Whether a rook stands where the king could castle with it in Chess960, to its right or left.
+static bool CouldCastle(Colour side, bool toTheRight) {
+    const int king = KingSquare[side];
+    if (RelativeRank(side, king) != 0)
         return false;
-    int usual = 0;
+    for (Bitboard rooks = PieceBB[ROOK][side] & RelativeRankBB(side, 0); rooks;) {
+        if ((PopLowest(rooks) > king) == toTheRight)
+            return true;
+    }
+    return false;
+}
+
+// Castling with rooks that are named by their files, or from other squares than the usual ones, is
+// that of another chess. Rights that make no sense at all are only a careless text.
+static bool HasOtherCastling(std::string_view rights) {
+    if (rights == "-")
+        return false;
     for (const char c : rights) {
         const size_t right = std::string_view("KQkq").find(c);
         if (right == std::string_view::npos)
             return true;
-        usual |= 1 << right;
+        const Colour side = right < 2 ? WHITE : BLACK;
+        if ((CastleRights & 1 << right) == 0 && CouldCastle(side, right % 2 == 0))
+            return true;
     }
-    return CastleRights != usual;
+    return false;
 }
 
 static void SetUpFen(PlayedGame& game) {

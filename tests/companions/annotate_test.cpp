@@ -165,6 +165,36 @@ TEST_F(Annotate, TakesTheGamesThatAreAskedFor) {
     }
 }
 
+TEST_F(Annotate, WritesAPageWithEveryGame) {
+    Run(std::string(FOOLS_MATE) + "[White \"J\xf6rg\"]\n\n1. e4 {<b> [%clk 0:01]} *\n\n" + BROKEN,
+        "", "");
+    const std::string page = FileText("games-annotated.html");
+    for (const char* part :
+         {"<h1>games.pgn</h1>", "A &quot;B&quot; [c]", "J\xc3\xb6rg", "&lt;b&gt; </span>",
+          "2. Nf9 is no legal move", "id='g1m4' href='#g1m4' data-d='d8.h4q'",
+          "2. g4?"
+          "?</a></td>",
+          "data-at='2'>Better ", "</html>"})
+        EXPECT_NE(page.find(part), std::string::npos) << part;
+    EXPECT_EQ(page.find("<b>"), std::string::npos);
+}
+
+TEST_F(Annotate, FindsWhatIsWorthALook) {
+    // A queen is given for a mate by force.
+    const std::string sacrifice =
+        "[White \"Dora\"]\n[FEN \"r5rk/6pp/7N/8/8/8/Q6P/7K w - - 0 1\"]\n\n1. Qxg8+ Rxg8 2. Nf7# "
+        "1-0\n\n";
+    const Outcome found =
+        Run(std::string(FOOLS_MATE) + MISSED_MATE + sacrifice + BROKEN, "--find", "");
+    EXPECT_EQ(found.status, 1) << found.text;
+    EXPECT_FALSE(std::filesystem::exists("games-annotated.pgn"));
+    EXPECT_TRUE(found.Says("game\tline\tswing\tmove\t")) << found.text;
+    EXPECT_TRUE(found.Says("\t2.g4??\t0\t0\t0\tA \"B\" [c]\t?\t0-1\tA00 ")) << found.text;
+    EXPECT_TRUE(found.Says("\t2\t0\t0\tAnna\t")) << found.text;
+    EXPECT_TRUE(found.Says("\t0\t1\t0\tDora\t")) << found.text;
+    EXPECT_TRUE(found.Says("game 4 is kept as it is: 2. Nf9")) << found.text;
+}
+
 TEST_F(Annotate, TellsWhatTablebasesKnow) {
     const std::string tables =
         std::string("--tables ") + TARQUELIN_SOURCE_DIR + "/tests/data/tablebases";

@@ -34,6 +34,7 @@ TEST(CommandLine, EndsWith2ForWhatMakesNoSenseAndWith1ForWhatCannotBeDone) {
         {"annotate", "", 2, "GAMES"},
         {"annotate", "--depth 9 --nodes 9 lines", 2, "--nodes"},
         {"annotate", "--result 2-0 lines", 2, "2-0"},
+        {"annotate", "--from 24 lines", 2, "24"},
         {"annotate", "nowhere.pgn", 1, "nowhere.pgn: No such file"},
         {"annotate", "--eco B90 lines", 1, "no such games"},
         {"annotate", "--values nowhere lines", 1, "nowhere: No such file"},
