@@ -21,6 +21,7 @@
 #include "front/game/dialect.h"
 #include "front/game/engine_turn.h"
 #include "front/game/manners.h"
+#include "front/game/shutdown.h"
 #include "front/input/command_line.h"
 #include "front/input/input_lines.h"
 #include "platform/input.h"
@@ -256,6 +257,8 @@ void RunCommandLoop() {
         if (NextLine(line)) {
             Dispatch(line);
             ResumePondering();
+        } else if (Manner->leavesWithInterface) {
+            EndProgram();
         } else {
             SleepAtEndOfInput();
         }

@@ -12,5 +12,5 @@ void Dispatch(const std::string& text);
 void ActOnInput();
 
 // Reads lines and runs them for ever; the process ends through a command. At the end of input it
-// goes on waiting, asleep.
+// goes on waiting, asleep, or ends, as its manners are.
 [[noreturn]] void RunCommandLoop();

@@ -4,14 +4,13 @@
 #include "front/game/dialect.h"
 #include "front/input/input_lines.h"
 #include "front/interpreter.h"
-#include "platform/input.h"
 #include "search/host.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
 #include "search/state.h"
 
 static bool InputWaiting() {
-    return LineWaiting() || StandardInputWaiting() != 0;
+    return LineWaiting() || InputTellsSomething();
 }
 
 // A predicted position has not arisen yet, so that nothing is announced of it, or learned from it.

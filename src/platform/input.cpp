@@ -118,6 +118,8 @@ int StandardInputWaiting() {
     return count > 1 ? int(count) : 0;
 }
 
+void AwaitInputOrHangup() {}
+
 #else
 
 static int RawRead(char* buffer, int size) {
@@ -137,6 +139,12 @@ static bool MayTryAgain() {
 int StandardInputWaiting() {
     pollfd input = {STDIN_FILENO, POLLIN, 0};
     return poll(&input, 1, 0) > 0 ? 1 : 0;
+}
+
+// What is told of the output is only that its reader has gone.
+void AwaitInputOrHangup() {
+    pollfd ends[] = {{STDIN_FILENO, POLLIN, 0}, {STDOUT_FILENO, 0, 0}};
+    poll(ends, 2, -1);
 }
 
 #endif

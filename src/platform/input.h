@@ -9,6 +9,10 @@ int ReadStandardInput(char* buffer, int size);
 // a pipe whose writer has gone counts as waiting, so that the reader meets the end of input.
 int StandardInputWaiting();
 
+// Sleeps until a read would not block, or until nobody reads the standard output any more. Where
+// the system cannot wait for either it returns at once: the read sleeps.
+void AwaitInputOrHangup();
+
 // Sleeps for a moment. The command loop calls it at the end of input, where the process goes on
 // waiting but must not use the processor.
 void SleepAtEndOfInput();

@@ -36,6 +36,10 @@ static bool ReaderGone() {
     return GetFileType(output) == FILE_TYPE_PIPE && !WriteFile(output, "", 0, &written, nullptr);
 }
 
+bool OutputHungUp() {
+    return std::ferror(stdout) != 0;
+}
+
 #else
 
 void OpenStandardStreams() {
@@ -69,6 +73,10 @@ bool TerminalShowsUnicode() {
 static bool ReaderGone() {
     pollfd output = {STDOUT_FILENO, 0, 0};
     return poll(&output, 1, 0) > 0 && (output.revents & (POLLERR | POLLHUP | POLLNVAL)) != 0;
+}
+
+bool OutputHungUp() {
+    return OutputAbandoned();
 }
 
 #endif

@@ -15,3 +15,7 @@ bool TerminalShowsUnicode();
 // Whether what is written to standard output can reach nobody any more: the reader has closed his
 // end of the pipe, or the terminal is gone.
 bool OutputAbandoned();
+
+// The same, as far as the system tells it without being written to: where it does not, readers
+// could take a test for the end.
+bool OutputHungUp();

@@ -40,6 +40,22 @@ TEST(Interface, TheEnvironmentGoesBeforeTheSettingsFile) {
     unsetenv("TARQUELIN_INTERFACE");
 }
 
+TEST(ModernInterface, LeavesWhateverItDoesWhenAStreamHasLostItsOtherEndOrItIsToldTo) {
+    for (const char* const doing :
+         {"", "st 600\ngo", "uci\ngo infinite", "uci\ngo ponder", "xboard\nanalyze", "demo",
+          "xboard\nhard\nsd 5\ne2e4", "xboard\nsetboard 7k/5Q2/6K1/8/8/8/8/8 b - - 0 1\nanalyze"}) {
+        for (const auto end : {&EngineProcess::CloseInput, &EngineProcess::StopReading,
+                               &EngineProcess::Die, &EngineProcess::Terminate}) {
+            SCOPED_TRACE(doing);
+            EngineProcess engine(MODERN);
+            engine.Settle();
+            engine.Send(std::string("nopost\n") + doing);
+            (engine.*end)();
+            EXPECT_EQ(engine.WaitForExit(), 0);
+        }
+    }
+}
+
 class ModernUci : public testing::Test {
 protected:
     void SetUp() override {

@@ -124,10 +124,14 @@ void EngineProcess::Send(const std::string& line) {
     SendBytes(line + "\n");
 }
 
-void EngineProcess::Die() {
-    CloseInput();
+void EngineProcess::StopReading() {
     close(fromEngine);
     fromEngine = -1;
+}
+
+void EngineProcess::Die() {
+    CloseInput();
+    StopReading();
 }
 
 void EngineProcess::CloseInput() {
@@ -222,6 +226,10 @@ std::string EngineProcess::Ask(const std::string& lines) {
 
 void EngineProcess::Interrupt() {
     kill(process, SIGINT);
+}
+
+void EngineProcess::Terminate() {
+    kill(process, SIGTERM);
 }
 
 int EngineProcess::WaitForExit() {

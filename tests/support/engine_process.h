@@ -26,7 +26,9 @@ public:
     void SendBytes(const std::string& bytes);
     // Closes the engine's input.
     void CloseInput();
-    // Dies, as far as the engine can see: closes its input and stops reading its output.
+    // Stops reading its output.
+    void StopReading();
+    // Dies, as far as the engine can see: does both.
     void Die();
 
     // The next line without its line end; fails the test when none comes within the deadline.
@@ -43,8 +45,9 @@ public:
     // Everything after start-up up to the answer to the lines, each sent in turn.
     std::string Ask(const std::string& lines);
 
-    // Sends the signal of Ctrl+C.
+    // Sends the signal of Ctrl+C, or the one to end.
     void Interrupt();
+    void Terminate();
     // Waits for the process to end by itself and returns its exit code; -1 when it was killed or
     // does not end.
     int WaitForExit();

@@ -1,6 +1,7 @@
 #include "front/game/manners.h"
 
 #include "book/book_settings.h"
+#include "front/input/input_lines.h"
 #include "search/limits.h"
 
 constinit const Manners Classic = {.name = "classic"};
@@ -21,6 +22,7 @@ constinit const Manners Modern = {
     .exactMaterialDraws = true,
     .claimsOwnResults = true,
     .hasLevels = true,
+    .leavesWithInterface = true,
     .knowsPersons = true,
     .onlyPlayedMovesTeach = true,
     .ownBookTeaches = true,
@@ -30,6 +32,7 @@ constinit const Manners* Manner = &Classic;
 
 void UseManners(const Manners& manners) {
     Manner = &manners;
+    EndWithEitherStream(manners.leavesWithInterface);
     SearchOptions.FinePolls = manners.finePolls;
     SearchOptions.OnlyPlayedMovesTeach = manners.onlyPlayedMovesTeach;
     Book.LearnWithoutOwnBook = !manners.ownBookTeaches;

@@ -43,6 +43,9 @@ struct Manners {
     // The engine can be told to play below its full strength.
     bool hasLevels = false;
 
+    // When either stream has lost its other end the program leaves; else it sleeps.
+    bool leavesWithInterface = false;
+
     // A person at a terminal is spoken to as one.
     bool knowsPersons = false;
 

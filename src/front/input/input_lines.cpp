@@ -22,14 +22,30 @@ constinit size_t TakenUpTo = 0;
 constinit size_t SearchedUpTo = 0;
 // The last read has met the end of input. A terminal may go on after it.
 constinit bool InputEnded = false;
+// One stream without its other end is enough.
+constinit bool EitherStreamEnds = false;
 
 } // namespace
+
+void EndWithEitherStream(bool wanted) {
+    EitherStreamEnds = wanted;
+}
+
+static bool ReaderIsMissed() {
+    return EitherStreamEnds && OutputHungUp();
+}
+
+bool InputTellsSomething() {
+    return StandardInputWaiting() != 0 || ReaderIsMissed();
+}
 
 // Reads once and appends to the buffer, waiting until there is something. False at the end of
 // input.
 static bool ReadInput() {
     char chunk[READ_SIZE];
-    const int count = ReadStandardInput(chunk, READ_SIZE);
+    if (EitherStreamEnds)
+        AwaitInputOrHangup();
+    const int count = ReaderIsMissed() ? 0 : ReadStandardInput(chunk, READ_SIZE);
     InputEnded = count == 0;
     if (InputEnded)
         return false;
@@ -49,7 +65,7 @@ bool LineWaiting() {
 }
 
 bool ReadWaitingInput() {
-    for (int i = 0; i < READS_PER_LOOK && !LineWaiting() && StandardInputWaiting() != 0; i++) {
+    for (int i = 0; i < READS_PER_LOOK && !LineWaiting() && InputTellsSomething(); i++) {
         if (!ReadInput())
             return false;
     }
@@ -91,7 +107,7 @@ bool NextLine(std::string& line) {
 }
 
 bool Abandoned() {
-    return InputEnded && OutputAbandoned();
+    return InputEnded && (EitherStreamEnds || OutputAbandoned());
 }
 
 int NextCharacter() {

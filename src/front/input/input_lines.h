@@ -6,6 +6,13 @@
 // Whether a whole line waits in the buffer.
 bool LineWaiting();
 
+// From now on the input ends, too, when the output's reader has gone, and what is still being done
+// after the end of input is done for nobody.
+void EndWithEitherStream(bool wanted);
+
+// Whether reading would tell something at once: bytes wait, or the input has ended.
+bool InputTellsSomething();
+
 // Reads what waits, without blocking, until there is a whole line; a very long one may take several
 // calls. False at the end of input.
 bool ReadWaitingInput();
@@ -24,8 +31,8 @@ bool WaitForLine();
 // Waits for the next line and takes it. False at the end of input.
 bool NextLine(std::string& line);
 
-// Whether the input has ended and the output reaches nobody either: what is still being done is
-// done for nobody.
+// Whether what is still being done is done for nobody: the input has ended, and the output reaches
+// nobody either.
 bool Abandoned();
 
 // The next character of the input, -1 at its end.
