@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "platform/large_memory.h"
 #include "tablebase/tablebases.h"
@@ -10,6 +11,7 @@
 constinit int32_t TranspositionCount = DEFAULT_TRANSPOSITION_ENTRIES;
 constinit int32_t PawnHashCount = DEFAULT_PAWN_ENTRIES;
 constinit int32_t EvalCacheCount = EVAL_CACHE_ENTRIES;
+constinit bool OldTablesStay = false;
 
 namespace {
 
@@ -43,48 +45,69 @@ void FreeHashTables() {
     CloseTablebases();
 }
 
-// Zero-filled memory for `count` entries and the spare ones; ends the process when there is none.
-// Clearing leaves most of an entry as it is, so it must start from something.
-static LargeBlock AllocateEntries(int32_t count, int entryBytes, int spareEntries) {
-    LargeBlock block;
+// Zero-filled memory for `count` entries and the spare ones; false when there is none. Clearing
+// leaves most of an entry as it is, so it must start from something.
+static bool AllocateEntries(LargeBlock& block, int32_t count, int entryBytes, int spareEntries) {
     if (count >= 0)
         block = AllocateLargeBlock((size_t(count) + size_t(spareEntries)) * size_t(entryBytes));
-    if (block.memory == nullptr) {
-        std::puts("An error occured while memory allocation!");
-        std::fflush(stdout);
-        FreeHashTables();
-        std::exit(1);
-    }
-    return block;
+    return block.memory != nullptr;
 }
 
-static void AllocateTranspositionTable() {
+static bool AllocateTranspositionTable() {
     FreeTranspositionTable();
-    TranspositionMemory =
-        AllocateEntries(TranspositionCount, TRANSPOSITION_ENTRY_BYTES, TRANSPOSITION_SPARE_ENTRIES);
+    if (!AllocateEntries(TranspositionMemory, TranspositionCount, TRANSPOSITION_ENTRY_BYTES,
+                         TRANSPOSITION_SPARE_ENTRIES))
+        return false;
     SetTranspositionMemory(TranspositionMemory.memory, TranspositionCount);
     ClearHash();
+    return true;
 }
 
-static void AllocatePawnHash() {
+static bool AllocatePawnHash() {
     FreePawnHash();
-    PawnHashMemory = AllocateEntries(PawnHashCount, PAWN_ENTRY_BYTES, PAWN_SPARE_ENTRIES);
+    if (!AllocateEntries(PawnHashMemory, PawnHashCount, PAWN_ENTRY_BYTES, PAWN_SPARE_ENTRIES))
+        return false;
     SetPawnHashMemory(PawnHashMemory.memory, PawnHashCount);
     ClearPawnHash();
+    return true;
 }
 
-static void AllocateEvalCache() {
+static bool AllocateEvalCache() {
     FreeEvalCache();
-    EvalCacheMemory =
-        AllocateEntries(EvalCacheCount, EVAL_CACHE_ENTRY_BYTES, EVAL_CACHE_SPARE_ENTRIES);
+    if (!AllocateEntries(EvalCacheMemory, EvalCacheCount, EVAL_CACHE_ENTRY_BYTES,
+                         EVAL_CACHE_SPARE_ENTRIES))
+        return false;
     SetEvalCacheMemory(EvalCacheMemory.memory, EvalCacheCount);
     ClearEvalCache();
+    return true;
+}
+
+static void TellShortage() {
+    std::puts("An error occured while memory allocation!");
+    std::fflush(stdout);
+}
+
+[[noreturn]] static void EndWithoutMemory() {
+    FreeHashTables();
+    std::exit(1);
 }
 
 void AllocateHashTables() {
-    AllocateTranspositionTable();
-    AllocatePawnHash();
-    AllocateEvalCache();
+    if (AllocateTranspositionTable() && AllocatePawnHash() && AllocateEvalCache())
+        return;
+    TellShortage();
+    EndWithoutMemory();
+}
+
+// The old table goes first: there may not be memory for both.
+static void Resize(int32_t& count, int32_t wanted, bool (*allocate)()) {
+    const int32_t before = std::exchange(count, wanted);
+    if (allocate())
+        return;
+    TellShortage();
+    count = before;
+    if (!OldTablesStay || !allocate())
+        EndWithoutMemory();
 }
 
 // Entries that fit into that many megabytes. The product wraps like any 32-bit one: from 2048 on
@@ -94,13 +117,12 @@ static int32_t EntriesInMegabytes(int32_t megabytes, int entryBytes) {
 }
 
 void ResizeHash(int32_t megabytes) {
-    TranspositionCount = EntriesInMegabytes(megabytes, TRANSPOSITION_ENTRY_BYTES);
-    AllocateTranspositionTable();
+    Resize(TranspositionCount, EntriesInMegabytes(megabytes, TRANSPOSITION_ENTRY_BYTES),
+           AllocateTranspositionTable);
 }
 
 void ResizePawnHash(int32_t megabytes) {
-    PawnHashCount = EntriesInMegabytes(megabytes, PAWN_ENTRY_BYTES);
-    AllocatePawnHash();
+    Resize(PawnHashCount, EntriesInMegabytes(megabytes, PAWN_ENTRY_BYTES), AllocatePawnHash);
 }
 
 void ResizeEgtbCache(int32_t megabytes) {

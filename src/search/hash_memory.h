@@ -18,13 +18,18 @@ extern int32_t TranspositionCount;
 extern int32_t PawnHashCount;
 extern int32_t EvalCacheCount;
 
+// Whether a running engine that cannot have a table of a new size goes on with one of the old size;
+// else it ends.
+extern bool OldTablesStay;
+
 // Allocates and clears all three tables from the entry counts, freeing what was there. When
 // memory is short, prints "An error occured while memory allocation!" and ends the process with
 // status 1. A negative count, and one whose bytes cannot be counted, is a failed allocation.
 void AllocateHashTables();
 
 // Replace one table with one of that many megabytes (32-bit arithmetic; what comes out negative
-// counts as a failed allocation). The contents are lost.
+// counts as a failed allocation). The contents are lost. When memory is short, prints the same and
+// ends the process with status 1, unless old tables stay.
 void ResizeHash(int32_t megabytes);
 void ResizePawnHash(int32_t megabytes);
 

@@ -5,6 +5,7 @@
 #include "board/fen.h"
 #include "board/moves/order_tables.h"
 #include "eval/pawns/pawn_structure.h"
+#include "support/scratch.h"
 #include "support/search_test.h"
 
 namespace {
@@ -14,6 +15,7 @@ protected:
     void TearDown() override {
         TranspositionCount = DEFAULT_TRANSPOSITION_ENTRIES;
         PawnHashCount = DEFAULT_PAWN_ENTRIES;
+        OldTablesStay = false;
         SearchingTest::TearDown();
     }
 };
@@ -72,6 +74,17 @@ TEST_F(HashMemoryTest, TablesOfNoEntriesCanBeAllocatedAndCleared) {
     FreeHashTables();
     ClearAllHashTables();
     EXPECT_FALSE(StoresAndFinds());
+}
+
+TEST_F(HashMemoryTest, ASizeThatCannotBeHadLeavesTheOldOneWhereItMay) {
+    OldTablesStay = true;
+    const char* const text = "An error occured while memory allocation!\n";
+    EXPECT_EQ(Printed([] { ResizeHash(-1); }), text);
+    EXPECT_EQ(Printed([] { ResizePawnHash(3000); }), text);
+    EXPECT_EQ(TranspositionCount, DEFAULT_TRANSPOSITION_ENTRIES);
+    EXPECT_EQ(PawnHashCount, DEFAULT_PAWN_ENTRIES);
+    EXPECT_TRUE(StoresAndFinds());
+    EXPECT_TRUE(StoresAndFindsPawns());
 }
 
 using HashMemoryDeathTest = HashMemoryTest;

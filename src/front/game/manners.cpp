@@ -2,6 +2,7 @@
 
 #include "book/book_settings.h"
 #include "front/input/input_lines.h"
+#include "search/hash_memory.h"
 #include "search/limits.h"
 
 constinit const Manners Classic = {.name = "classic"};
@@ -15,6 +16,7 @@ constinit const Manners Modern = {
     .answersFinishedPositions = true,
     .uciIgnoresInterrupts = true,
     .longOptionNames = true,
+    .oldTablesStay = true,
     .finePolls = true,
     .pausesPondering = true,
     .levelByWords = true,
@@ -33,6 +35,7 @@ constinit const Manners* Manner = &Classic;
 void UseManners(const Manners& manners) {
     Manner = &manners;
     EndWithEitherStream(manners.leavesWithInterface);
+    OldTablesStay = manners.oldTablesStay;
     SearchOptions.FinePolls = manners.finePolls;
     SearchOptions.OnlyPlayedMovesTeach = manners.onlyPlayedMovesTeach;
     Book.LearnWithoutOwnBook = !manners.ownBookTeaches;

@@ -24,6 +24,8 @@ struct Manners {
     bool uciIgnoresInterrupts = false;
     // Option names may have several words.
     bool longOptionNames = false;
+    // A table of a size that cannot be had leaves the old size; else the process ends.
+    bool oldTablesStay = false;
     // A limit of nodes is looked at every thousand.
     bool finePolls = false;
 
