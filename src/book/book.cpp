@@ -6,6 +6,7 @@
 
 #include "book/book_keys.h"
 #include "book/book_settings.h"
+#include "book/unwritten.h"
 #include "platform/bytes.h"
 #include "platform/file_lock.h"
 #include "platform/files.h"
@@ -74,6 +75,7 @@ static bool ReadHeader() {
 
 void OpenBook(const char* path, bool silent) {
     CloseBook();
+    ForgetUnwritten(OPENING_BOOK);
     // Learning writes into the book; one that may only be read is still played from.
     Opened.file = OpenFile(path, "rb+");
     if (Opened.file == nullptr)
@@ -165,8 +167,9 @@ void WriteStatistics(const BookNode& node, int first, int last) {
         entry[1] = node.moves[i].to;
         StoreLittle16(entry + 2, node.moves[i].statistics);
     }
-    if (SeekFile(Opened.file, node.offset + uint64_t(first) * BOOK_MOVE_SIZE))
-        std::fwrite(bytes, size_t(entry - bytes), 1, Opened.file);
+    if (!SeekFile(Opened.file, node.offset + uint64_t(first) * BOOK_MOVE_SIZE) ||
+        std::fwrite(bytes, size_t(entry - bytes), 1, Opened.file) != 1)
+        NoteUnwritten(OPENING_BOOK);
 }
 
 bool LockBook() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "book/learning_format.h"
+#include "book/unwritten.h"
 #include "platform/bytes.h"
 #include "platform/file_lock.h"
 #include "platform/files.h"
@@ -55,6 +56,7 @@ static bool ProvideHead() {
 
 void OpenLearningFile(const char* path) {
     CloseLearningFile();
+    ForgetUnwritten(LEARNED_POSITIONS);
     // Appending nothing makes the file where there is none, and leaves one alone that another
     // process has just made.
     if (FILE* const file = OpenFile(path, "ab"))
@@ -150,12 +152,14 @@ static void Append(LearningKeys keys, const LearnedPosition& position) {
     StoreLittle32(link, uint32_t(end));
     // Before the file grows: what no entry could be at must not look like one then.
     const uint32_t linkOffset = EndOfBucket(keys);
-    if (Write(end, entry, sizeof entry))
-        Write(linkOffset, link, sizeof link);
+    if (!Write(end, entry, sizeof entry) || !Write(linkOffset, link, sizeof link))
+        NoteUnwritten(LEARNED_POSITIONS);
 }
 
 void AddLearned(LearningKeys keys, const LearnedPosition& position) {
-    if (LearningFile == nullptr || !LockAgainstOthers(LearningFile))
+    if (LearningFile == nullptr)
+        return NoteUnwritten(LEARNED_POSITIONS);
+    if (!LockAgainstOthers(LearningFile))
         return;
     Append(keys, position);
     UnlockForOthers(LearningFile);
@@ -166,5 +170,6 @@ void RefreshLearned(uint32_t offset, LearningKeys keys, const LearnedPosition& p
         return;
     unsigned char fields[FIELDS_SIZE];
     StoreFields(fields, keys, position);
-    Write(offset, fields, sizeof fields);
+    if (!Write(offset, fields, sizeof fields))
+        NoteUnwritten(LEARNED_POSITIONS);
 }

@@ -2,6 +2,7 @@
 
 #include "board/moves/san.h"
 #include "board/notation.h"
+#include "book/unwritten.h"
 #include "front/commands/analysis.h"
 #include "front/commands/batch_commands.h"
 #include "front/commands/clock_commands.h"
@@ -249,6 +250,11 @@ void ActOnInput() {
     } while (PeekLine(line) && ActOnLine(line) == NEXT_LINE);
 }
 
+static void TellUnwritten() {
+    while (const char* const text = Manner->tellsUnwritten ? NextUnwritten() : nullptr)
+        Speaking->printNote(text);
+}
+
 void RunCommandLoop() {
     std::string line;
     for (;;) {
@@ -256,6 +262,7 @@ void RunCommandLoop() {
             Speaking->awaitLine();
         if (NextLine(line)) {
             Dispatch(line);
+            TellUnwritten();
             ResumePondering();
         } else if (Manner->leavesWithInterface) {
             EndProgram();

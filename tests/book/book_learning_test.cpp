@@ -11,6 +11,7 @@
 #include "board/recompute.h"
 #include "book/book.h"
 #include "book/book_settings.h"
+#include "book/unwritten.h"
 #include "front/game/adjudication.h"
 #include "front/game/game.h"
 #include "front/search_host.h"
@@ -167,8 +168,15 @@ TEST_F(BookLearning, ABookThatMayOnlyBeReadStaysAsItIs) {
     OpenBook("test.tqn");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "1 nodes in openings book\n");
     Play("e2e4 e7e5");
-    LearnBook(BOOK_WON);
-    EXPECT_EQ(FileText("test.tqn"), bytes);
+    while (NextUnwritten() != nullptr) {
+    }
+    for (const bool first : {true, false}) {
+        BookLearned = false;
+        LearnBook(BOOK_WON);
+        EXPECT_EQ(FileText("test.tqn"), bytes);
+        const char* const told = NextUnwritten();
+        EXPECT_EQ(told != nullptr, first);
+    }
 }
 
 } // namespace

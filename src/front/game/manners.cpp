@@ -24,6 +24,7 @@ constinit const Manners Modern = {
     .exactMaterialDraws = true,
     .claimsOwnResults = true,
     .hasLevels = true,
+    .tellsUnwritten = true,
     .leavesWithInterface = true,
     .knowsPersons = true,
     .onlyPlayedMovesTeach = true,

@@ -45,6 +45,8 @@ struct Manners {
     // The engine can be told to play below its full strength.
     bool hasLevels = false;
 
+    // What learning could not write is told.
+    bool tellsUnwritten = false;
     // When either stream has lost its other end the program leaves; else it sleeps.
     bool leavesWithInterface = false;
 
