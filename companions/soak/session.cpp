@@ -61,6 +61,9 @@ constexpr Pattern UciLines[] = {
     {"setoption name Aggressivity value %n"},
     {"setoption name Ponder value true"},
     {"setoption name Move Overhead value %n"},
+    {"setoption name UCI_LimitStrength value true"},
+    {"setoption name UCI_LimitStrength value false"},
+    {"setoption name UCI_Elo value 1%s00"},
     {"go depth 4", 50},
     {"go nodes 2000", 20},
     {"go movetime 30", 30},
@@ -121,7 +124,8 @@ constexpr Pattern ConsoleLines[] = {
     {"mvd"},           {"bkm"},           {"egtbstat"},  {"perft 2", 20},
     {"loadfen %f"},    {"help\nbrd"},     {"clean", 50},     {"writevalues"},
     {"reload", 200},        {"c1 %n"},         {"m2 %n"},     {"epdevl positions.epd"},
-    {"pgneval"},       {"fritz"},         {"demo", 100}, {"new"},
+    {"pgneval"},       {"fritz"},         {"strength 1%s00"},
+    {"demo", 100}, {"new"},
     {"save game.pgn"}, {"load game.pgn"},
 };
 
