@@ -1,0 +1,111 @@
+"""Games, analysis and the test of a new engine by PyChess' own classes, without its windows.
+
+usage: pychess_game.py PROTOCOL DIRECTORY, where PROTOCOL is uci, "xboard 1" or "xboard 2" and DIRECTORY holds
+the engine with its files. Ends with status 0 when all went well, and tells what was played.
+"""
+
+import asyncio
+import os
+import signal
+import sys
+import tempfile
+
+PROTOCOL, DIRECTORY = sys.argv[1], os.path.abspath(sys.argv[2])
+# PyChess keeps its list of engines where it must not be ours to change.
+HOME = tempfile.mkdtemp()
+for variable in ("HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"):
+    os.environ[variable] = HOME
+
+import gi  # noqa: E402
+
+gi.require_version("Gtk", "3.0")
+gi.require_version("GtkSource", "3.0")
+
+from pychess.Players import engineNest  # noqa: E402
+from pychess.System import conf  # noqa: E402
+from pychess.Utils import const  # noqa: E402
+from pychess.Utils.GameModel import GameModel  # noqa: E402
+from pychess.Utils.TimeModel import TimeModel  # noqa: E402
+from pychess.Variants import variants  # noqa: E402
+
+SECONDS, GAIN = 4, 0.1
+LONGEST = 300  # seconds for a game
+
+
+def engine_entry():
+    command = os.path.join(DIRECTORY, "tarquelin")
+    entry = {"name": "Tarquelin", "command": command, "workingDirectory": DIRECTORY,
+             "md5": engineNest.md5_sum(command), "level": 20, "country": "unknown"}
+    if PROTOCOL == "uci":
+        entry["protocol"] = "uci"
+    else:
+        entry.update(protocol="xboard", protover=int(PROTOCOL[-1]), analyze=True)
+    return entry
+
+
+def told(future, value):
+    """PyChess may say a thing more than once."""
+    if not future.done():
+        future.set_result(value)
+
+
+async def discover():
+    """Adds the engine as the window for engines does, and waits for what comes of it."""
+    found = asyncio.get_running_loop().create_future()
+    discoverer = engineNest.discoverer
+    discoverer.engines = [dict(engine_entry(), recheck=True)]
+    discoverer.connect("engine_discovered", lambda d, name, engine: told(found, engine))
+    discoverer.connect("engine_failed", lambda d, name, engine: told(found, None))
+    discoverer.discover()
+    engine = await asyncio.wait_for(found, LONGEST)
+    assert engine is not None, "PyChess does not take the engine"
+    return len(engine.get("options", []))
+
+
+async def game():
+    model = GameModel(TimeModel(SECONDS, GAIN))
+    players = [await engineNest.discoverer.initPlayerEngine(
+        engine_entry(), side, 20, variants[const.NORMALCHESS], SECONDS, GAIN)
+        for side in (const.WHITE, const.BLACK)]
+    ended = asyncio.get_running_loop().create_future()
+    model.connect("game_ended", lambda m, reason: told(ended, reason))
+    model.setPlayers(players)
+    model.start()
+    reason = await asyncio.wait_for(ended, LONGEST)
+    names = {name for name in dir(const) if name.isupper() and getattr(const, name) == reason
+              and name.startswith(("WON_", "DRAW_", "WHITE_", "BLACK_", "ABORTED", "UNKNOWN"))}
+    for player in players:
+        os.kill(player.engine.pid, signal.SIGKILL)  # PyChess' own way fails in Python 3.11
+    return model.ply, names
+
+
+async def analysis():
+    engine = await engineNest.discoverer.initAnalyzerEngine(
+        engine_entry(), const.ANALYZING, variants[const.NORMALCHESS])
+    seen = asyncio.get_running_loop().create_future()
+
+    def look(_, lines):
+        if lines and lines[0] and int(lines[0][3] or 0) >= 10:
+            told(seen, lines[0])
+    engine.connect("analyze", look)
+    model = GameModel()
+    engine.setOptionInitialBoard(model)
+    engine.start(None, set())
+    line = await asyncio.wait_for(seen, LONGEST)
+    os.kill(engine.engine.pid, signal.SIGKILL)
+    return line
+
+
+async def main():
+    conf.set("book_depth_max", 0)
+    print("options:", await discover())
+    ply, reason = await game()
+    print("game:", ply, "plies,", "/".join(sorted(reason)))
+    assert not any("DIED" in name or "ADJUDICATION" in name or "CALLFLAG" in name
+                   for name in reason), "the game was not played to its end"
+    _, moves, score, depth, speed = await analysis()
+    print("analysis:", "depth", depth, "score", score, "speed", speed, moves[0])
+
+
+asyncio.get_event_loop().run_until_complete(asyncio.wait_for(main(), 3 * LONGEST))
+os._exit(0)
