@@ -32,6 +32,9 @@ constexpr int32_t SMALL_HASH_ENTRIES = 65536;
 constexpr int32_t SMALL_PAWN_ENTRIES = 8192;
 constexpr int32_t SMALL_EVALUATIONS = 16384;
 
+// Plies that are searched in any case.
+constexpr int LEAST_DEPTH = 2;
+
 // What the program carries within it, whatever lies where it is started.
 constexpr const char* NO_FILE = "/dev/null/none";
 
@@ -102,7 +105,12 @@ static Verdict Search(const SearchLimit& limit) {
         SearchFixedNodes(std::numeric_limits<int32_t>::max());
         break;
     }
-    // Stopped before any move had a score.
+    // Stopped before any move had a score: what stands with the first one may be no more than a
+    // bound.
+    if (Heard.told.line.empty()) {
+        Heard.timed = false;
+        SearchFixedDepth(LEAST_DEPTH);
+    }
     if (Heard.told.line.empty())
         Heard.told = {Root.moves[0].score, 1, false, {RootMove(0)}};
     return std::move(Heard.told);

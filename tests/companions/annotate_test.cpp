@@ -190,7 +190,11 @@ TEST_F(Annotate, FindsWhatIsWorthALook) {
     EXPECT_FALSE(std::filesystem::exists("games-annotated.pgn"));
     EXPECT_TRUE(found.Says("game\tline\tswing\tmove\t")) << found.text;
     EXPECT_TRUE(found.Says("\t2.g4??\t0\t0\t0\tA \"B\" [c]\t?\t0-1\tA00 ")) << found.text;
-    EXPECT_TRUE(found.Says("\t2\t0\t0\tAnna\t")) << found.text;
+    EXPECT_TRUE(found.Says("\t31.g3?"
+                           "?\t") &&
+                found.Says("\t0\t0\tAnna\t"))
+        << found.text;
+    EXPECT_FALSE(found.Says("\t0\t0\t0\tAnna\t")) << "the mate that was let go";
     EXPECT_TRUE(found.Says("\t0\t1\t0\tDora\t")) << found.text;
     EXPECT_TRUE(found.Says("game 4 is kept as it is: 2. Nf9")) << found.text;
 }
