@@ -27,9 +27,9 @@ foreach(volume a b c d e)
 endforeach()
 file(CONFIGURE OUTPUT ${generated}/carried_lines.cpp @ONLY CONTENT
 [=[#include "companions/annotate/carried_lines.h"
-static constexpr std::string_view Lines[] = {
+static constexpr const char* Lines[] = {
 @lines@};
-constinit const std::span<const std::string_view> CarriedLines = Lines;
+constinit const std::span<const char* const> CarriedLines = Lines;
 ]=])
 
 target_sources(tarquelin-annotate PRIVATE ${generated}/carried_values.cpp

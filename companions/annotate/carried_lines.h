@@ -2,7 +2,7 @@
 #pragma once
 
 #include <span>
-#include <string_view>
 
-// ECO code, name and moves, separated by tabs. Made of the lists when the program is built.
-extern const std::span<const std::string_view> CarriedLines;
+// ECO code, name and moves, separated by tabs. Made of the lists when the program is built. Plain
+// pointers: to take the lengths of so many lines is more than some compilers do beforehand.
+extern const std::span<const char* const> CarriedLines;
