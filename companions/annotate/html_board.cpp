@@ -8,7 +8,7 @@
 #include "board/fen.h"
 #include "board/notation.h"
 #include "board/position.h"
-#include "html_text.h"
+#include "companions/shared/print.h"
 
 namespace {
 

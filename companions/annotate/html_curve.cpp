@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "html_text.h"
+#include "companions/shared/print.h"
 #include "judging.h"
 
 namespace {

@@ -7,6 +7,7 @@
 #include "board/moves/make_move.h"
 #include "board/moves/san.h"
 #include "board/position.h"
+#include "companions/shared/print.h"
 #include "html_board.h"
 #include "html_curve.h"
 #include "html_text.h"

@@ -1,8 +1,5 @@
 #include "html_text.h"
 
-#include <cstdarg>
-#include <cstdio>
-
 // How many bytes behind the first belong to its character; -1 where it begins none.
 static int FollowingBytes(unsigned char c) {
     return c < 0x80                ? 0
@@ -48,13 +45,4 @@ std::string HtmlText(std::string_view text) {
         }
     }
     return html;
-}
-
-void Print(std::string& text, const char* format, ...) {
-    char line[1024];
-    va_list values;
-    va_start(values, format);
-    std::vsnprintf(line, sizeof line, format, values);
-    va_end(values);
-    text += line;
 }

@@ -4,10 +4,10 @@
 #include <array>
 #include <cinttypes>
 #include <cmath>
-#include <cstdarg>
-#include <cstdio>
 #include <cstdlib>
 #include <numeric>
+
+#include "companions/shared/print.h"
 
 namespace {
 
@@ -28,16 +28,6 @@ constexpr const char* STYLE =
     "display:inline-block}figcaption{font-size:.9em;margin-bottom:.2em}";
 
 } // namespace
-
-// The text that a format stands for, appended.
-[[gnu::format(printf, 2, 3)]] static void Print(std::string& text, const char* format, ...) {
-    char line[512];
-    va_list values;
-    va_start(values, format);
-    std::vsnprintf(line, sizeof line, format, values);
-    va_end(values);
-    text += line;
-}
 
 // The errors of a set by round.
 using Curve = std::vector<double>;

@@ -32,7 +32,7 @@ bool WaitForLine();
 bool NextLine(std::string& line);
 
 // Whether what is still being done is done for nobody: the input has ended, and the output reaches
-// nobody either.
+// nobody either, unless one of them is enough.
 bool Abandoned();
 
 // The next character of the input, -1 at its end.
