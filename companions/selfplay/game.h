@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "opening_lines.h"
+#include "companions/shared/opening_lines.h"
 
 struct GameSettings {
     int nodes = 5000; // of the search for each move

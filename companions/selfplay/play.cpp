@@ -12,7 +12,7 @@
 #include "companions/shared/labelled_position.h"
 #include "companions/shared/progress.h"
 #include "eval/parameters/values_file.h"
-#include "opening_lines.h"
+#include "companions/shared/opening_lines.h"
 #include "search/hash_memory.h"
 
 namespace {

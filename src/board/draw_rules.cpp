@@ -44,3 +44,13 @@ bool HasRepeatedOnce() {
 bool HasRepeatedTwice() {
     return HasRepeated<WasReversibleWithSameRights>(2);
 }
+
+bool NoMateIsPossible() {
+    const Bitboard knights = PieceBB[KNIGHT][WHITE] | PieceBB[KNIGHT][BLACK];
+    const Bitboard bishops = PieceBB[BISHOP][WHITE] | PieceBB[BISHOP][BLACK];
+    const Bitboard kings = PieceBB[KING][WHITE] | PieceBB[KING][BLACK];
+    if ((knights | bishops | kings) != Occupied())
+        return false;
+    return CountBits(knights | bishops) <= 1 ||
+           (knights == 0 && ((bishops & LIGHT_SQUARES) == 0 || (bishops & ~LIGHT_SQUARES) == 0));
+}

@@ -1,4 +1,4 @@
-// The draws that the rules give for how a game has gone: fifty moves, repetition.
+// The draws that the rules give: fifty moves, repetition, men with which nobody can mate.
 #pragma once
 
 // Fifty moves of both sides without a capture or a pawn move.
@@ -13,3 +13,7 @@ bool HasRepeatedOnce();
 
 // Twice before, and castling has been as free all the time as it is now: for the rules of the game.
 bool HasRepeatedTwice();
+
+// No sequence of moves leads to a mate: bare kings, one minor piece, or bishops of one colour of
+// squares.
+bool NoMateIsPossible();

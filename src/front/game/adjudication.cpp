@@ -52,18 +52,6 @@ static void FindInsufficientMaterial() {
         NoteDraw(INSUFFICIENT_MATERIAL);
 }
 
-// No sequence of moves leads to a mate: bare kings, one minor piece, or bishops of one colour of
-// squares.
-static bool NoMateIsPossible() {
-    const Bitboard knights = PieceBB[KNIGHT][WHITE] | PieceBB[KNIGHT][BLACK];
-    const Bitboard bishops = PieceBB[BISHOP][WHITE] | PieceBB[BISHOP][BLACK];
-    const Bitboard kings = PieceBB[KING][WHITE] | PieceBB[KING][BLACK];
-    if ((knights | bishops | kings) != (ColourBB[WHITE] | ColourBB[BLACK]))
-        return false;
-    return CountBits(knights | bishops) <= 1 ||
-           (knights == 0 && ((bishops & LIGHT_SQUARES) == 0 || (bishops & ~LIGHT_SQUARES) == 0));
-}
-
 static bool IsMate() {
     return InCheck(SideToMove) && !HasLegalMove();
 }

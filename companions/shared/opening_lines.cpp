@@ -1,4 +1,4 @@
-#include "opening_lines.h"
+#include "companions/shared/opening_lines.h"
 
 #include <algorithm>
 #include <cstdio>
