@@ -46,7 +46,6 @@ static const char* LossOf(Colour side) {
     return side == WHITE ? "0-1" : "1-0";
 }
 
-// Whether the game is over by the rules, for one of the reasons that a claim can name.
 static bool IsMate() {
     return !HasLegalMove() && InCheck(SideToMove);
 }
@@ -55,6 +54,7 @@ static bool IsStalemate() {
     return !HasLegalMove() && !InCheck(SideToMove);
 }
 
+// Nothing where the game goes on.
 static const char* ResultByRule() {
     if (IsMate())
         return LossOf(SideToMove);
@@ -125,9 +125,10 @@ bool Table::MakeAnswer(const Answer& answer) {
     if (answer.kind == Answer::COMPLAINT)
         return Fault("complains", who + ": " + answer.text);
     clocks[side]->Move(answer.took);
-    if (clocks[side]->Left() < -settings.margin)
-        return Fault("lost on time", who + ", by " + std::to_string(-clocks[side]->Left()) + " ms");
-    report.leastLeft = std::min(report.leastLeft, clocks[side]->LeftBehindMove());
+    const int left = clocks[side]->LeftBehindMove();
+    if (left < -settings.margin)
+        return Fault("lost on time", who + ", by " + std::to_string(-left) + " ms");
+    report.leastLeft = std::min(report.leastLeft, left);
     if (answer.kind == Answer::CLAIM) {
         report.result = answer.text.substr(0, answer.text.find(' '));
         return !Holds(answer.text) && Fault("false claim", who + ": " + answer.text);

@@ -146,6 +146,10 @@ static int Run(Settings& settings) {
     if (settings.protocols != "both")
         settings.match.first = settings.match.second =
             settings.protocols == "uci" ? Protocol::UCI : Protocol::XBOARD;
+    if (settings.protocols != "uci" && settings.match.control.moveTime % 1000 != 0) {
+        std::fprintf(stderr, "The xboard protocol knows whole seconds for a move only\n");
+        return BAD_USAGE;
+    }
     StartTables();
     const auto seed = uint64_t(settings.seed);
     if (!settings.starts.empty()) {

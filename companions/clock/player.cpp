@@ -9,12 +9,6 @@
 #include "uci_player.h"
 #include "xboard_player.h"
 
-namespace {
-
-constexpr std::chrono::seconds PATIENCE{10}; // for an answer that needs no thinking
-
-} // namespace
-
 Player::Player(const PlayerSettings& playerSettings, std::string nameOfPlayer, Conversation& all)
     : settings(playerSettings), name(std::move(nameOfPlayer)), conversation(all),
       directory(playerSettings.data) {}

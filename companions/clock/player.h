@@ -68,12 +68,13 @@ public:
 
 protected:
     using Time = LinePipe::Clock;
+    static constexpr std::chrono::seconds PATIENCE{10}; // for an answer that needs no thinking
 
     virtual bool Greet() = 0;
     bool Send(const std::string& line);
     // Nothing when the engine has ended or the time is over.
     std::optional<std::string> Next(Time::time_point deadline);
-    // Waits for a line that begins so, a few seconds at most.
+    // Waits for a line that begins so.
     bool WaitFor(const std::string& beginning);
     // How long to wait for a move.
     static Time::time_point Deadline(Time::time_point start, const ChessClock& clock);

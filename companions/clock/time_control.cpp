@@ -1,5 +1,6 @@
 #include "time_control.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -53,10 +54,8 @@ bool ReadTimeControl(const std::string& text, TimeControl& control) {
 }
 
 void ChessClock::Move(int milliseconds) {
-    left -= milliseconds;
-    leftBehindMove = left;
-    if (left < 0)
-        return;
+    leftBehindMove = left - milliseconds;
+    left = std::max(leftBehindMove, 0);
     made++;
     if (control.moveTime > 0) {
         left = control.moveTime;

@@ -24,7 +24,8 @@ public:
     int Left() const {
         return left;
     }
-    // What was left of it behind the last move, before anything was added.
+    // What was left of it behind the last move, before anything was added; less than 0 where the
+    // move came too late.
     int LeftBehindMove() const {
         return leftBehindMove;
     }
@@ -32,7 +33,7 @@ public:
     int MovesToGo() const {
         return control.moves > 0 ? control.moves - made % control.moves : 0;
     }
-    // Takes in a move; less than 0 is left where it came too late, and nothing is added then.
+    // Takes in a move.
     void Move(int milliseconds);
 
 private:

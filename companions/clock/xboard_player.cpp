@@ -11,7 +11,8 @@
 bool XboardPlayer::Greet() {
     if (!Send("xboard") || !Send("protover 2"))
         return false;
-    while (const std::optional<std::string> line = Next(Time::now() + std::chrono::seconds(10))) {
+    const auto deadline = Time::now() + PATIENCE;
+    while (const std::optional<std::string> line = Next(deadline)) {
         if (line->find("done=1") != std::string::npos)
             return true;
     }
@@ -33,7 +34,7 @@ bool XboardPlayer::WaitForPong(std::string& claim) {
     const std::string number = std::to_string(++pings);
     if (!Send("ping " + number))
         return false;
-    const auto deadline = Time::now() + std::chrono::seconds(10);
+    const auto deadline = Time::now() + PATIENCE;
     while (const std::optional<std::string> line = Next(deadline)) {
         if (*line == "pong " + number)
             return true;
