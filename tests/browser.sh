@@ -1,11 +1,14 @@
 #!/bin/sh
 # Opens the page of annotated games in a real browser, plays through every game, and looks at the
-# board.
+# board; then reads it in a browser that runs no scripts.
 #
-# usage: browser.sh TARQUELIN_ANNOTATE SCRATCH_DIRECTORY; ends with 77 where there is no browser.
+# usage: browser.sh TARQUELIN_ANNOTATE SCRATCH_DIRECTORY [PICTURE]
+# Ends with 77 where there is no browser. With PICTURE, a full path, all that it does is to write
+# the picture of docs/annotate.md there.
 set -eu
 annotate=$1
 scratch=$2
+picture=${3-}
 
 browser=$(command -v chromium || command -v chromium-browser || command -v google-chrome) || {
     echo "There is no Chromium."
@@ -14,6 +17,37 @@ browser=$(command -v chromium || command -v chromium-browser || command -v googl
 rm -rf "$scratch"
 mkdir -p "$scratch"
 cd "$scratch"
+
+# browse PAGE OPTION...
+browse() {
+    page_url=file://$PWD/$1
+    shift
+    HOME=$PWD timeout 120 "$browser" --headless --no-sandbox --disable-gpu --disable-dev-shm-usage \
+        --allow-file-access-from-files --virtual-time-budget=20000 "$@" "$page_url" 2>browser-log || {
+        cat browser-log
+        exit 1
+    }
+}
+
+if [ -n "$picture" ]; then
+    cat >opera.pgn <<'END'
+[Event "At the opera"]
+[Site "Paris"]
+[Date "1858.11.02"]
+[White "Paul Morphy"]
+[Black "Duke Karl, Count Isouard"]
+[Result "1-0"]
+
+1. e4 e5 2. Nf3 d6 3. d4 Bg4 4. dxe5 Bxf3 5. Qxf3 dxe5 6. Bc4 Nf6 7. Qb3 Qe7 8. Nc3 c6
+9. Bg5 b5 10. Nxb5 cxb5 11. Bxb5+ Nbd7 12. O-O-O Rd8 13. Rxd7 Rxd7 14. Rd1 Qe6
+15. Bxd7+ Nxd7 16. Qb8+ Nxb8 17. Rd8# 1-0
+END
+    "$annotate" opera.pgn
+    # At the turning point.
+    echo '<script>document.querySelector(".k3").click()</script>' >>opera-annotated.html
+    browse opera-annotated.html --hide-scrollbars --window-size=1000,760 --screenshot="$picture"
+    exit
+fi
 
 # Castling, en passant, a promotion, a variation; a start with Black to move; a game that is kept.
 cat >games.pgn <<'END'
@@ -84,13 +118,15 @@ var ends = ["r1b1kbnr/pppp1Npp/8/8/4q3/5n2/PPPPBP1P/RNBQKR2",
 var starts = ["rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR",
               "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR", "4k3/P7/8/8/8/8/7p/4K3"];
 document.querySelectorAll("details").forEach(function (details, i) {
-  var game = details.querySelector(".game"), first, better;
+  var game = details.querySelector(".game"), first, better, here;
   details.open = true;
   details.dispatchEvent(new Event("toggle"));
   key("Home");
   expect("start of " + i, board(game), starts[i]);
   for (var n = 0; n < 30; n++) key("ArrowRight");
   expect("end of " + i, board(game), ends[i]);
+  here = game.querySelector(".here").getBoundingClientRect();
+  expect("sight of the end of " + i, here.top >= 0 && here.bottom <= innerHeight + 1, true);
   for (n = 0; n < 30; n++) key("ArrowLeft");
   expect("start again of " + i, board(game), starts[i]);
   swipe(game.querySelector(".board"), 200, 100);
@@ -125,10 +161,28 @@ END
     cat behind.html
     echo '</body></html>'
 } >test.html
-HOME=$PWD timeout 120 "$browser" --headless --no-sandbox --disable-gpu --disable-dev-shm-usage \
-    --virtual-time-budget=20000 --dump-dom "file://$PWD/test.html" >dom 2>browser-log || {
-    cat browser-log
-    exit 1
-}
-grep -o '<title>[^<]*' dom
+browse test.html --dump-dom >dom
+grep -o -E '<title>(PLAYED|FAULTS)[^<]*' dom
 grep -q '<title>PLAYED' dom
+
+# A frame that may not run scripts, looked at from without.
+cat >frame.html <<'END'
+<!DOCTYPE html>
+<iframe sandbox="allow-same-origin" width="390" height="800" src="games-annotated.html"></iframe>
+<script>
+onload = function () {
+  var page = document.querySelector("iframe").contentDocument, seen = [];
+  page.querySelectorAll("details").forEach(function (details) { details.open = true; });
+  [".live", ".keys", ".board", ".board .men", ".curve", ".moves", "tbody tr"].forEach(function (name) {
+    var shown = Array.prototype.filter.call(page.querySelectorAll(name), function (node) {
+      return node.getBoundingClientRect().height > 20;
+    });
+    seen.push(name + " " + shown.length);
+  });
+  document.title = "READ " + seen.join(", ");
+};
+</script>
+END
+browse frame.html --dump-dom >dom
+grep -o '<title>[^<]*' dom
+grep -q '<title>READ .live 0, .keys 0, .board 3, .board .men 3, .curve 3, .moves 3, tbody tr 4<' dom

@@ -60,6 +60,18 @@ static void DrawFigure(std::string& page, const Figure& figure, char colour) {
     page += "</g>";
 }
 
+// The files along the lower edge and the ranks along the left one, as White or as Black sees them.
+static void DrawNames(std::string& page, const char* id, bool turned) {
+    Print(page, "<g id='%s' class='names'>", id);
+    for (int i = 0; i < 8; i++) {
+        const int line = turned ? 7 - i : i;
+        Print(page, "<text x='%d' y='357' text-anchor='end'>%c</text>", (i + 1) * SQUARE - 2,
+              'a' + line);
+        Print(page, "<text x='2' y='%d'>%d</text>", (7 - i) * SQUARE + 9, line + 1);
+    }
+    page += "</g>";
+}
+
 std::string BoardSymbols() {
     std::string page = "<svg width='0' height='0' style='position:absolute' aria-hidden='true'>"
                        "<defs><g id='squares'><rect class='sl' width='360' height='360'/><path "
@@ -69,6 +81,8 @@ std::string BoardSymbols() {
             Print(page, "M%d %dh45v45h-45z", FileOf(sq) * SQUARE, (7 - RankOf(sq)) * SQUARE);
     }
     page += "'/></g>";
+    DrawNames(page, "names", false);
+    DrawNames(page, "names-turned", true);
     for (const Figure& figure : Figures) {
         DrawFigure(page, figure, 'w');
         DrawFigure(page, figure, 'b');
@@ -88,7 +102,7 @@ static std::string Corner(int sq) {
 
 std::string BoardPicture(Move last) {
     std::string page = "<svg class='board' viewBox='0 0 360 360' role='img' aria-label='The board'>"
-                       "<use href='#squares'/><g class='men'>";
+                       "<use href='#squares'/><use class='names' href='#names'/><g class='men'>";
     for (int sq = 0; sq < 64; sq++) {
         if (Board[sq] == EMPTY)
             continue;

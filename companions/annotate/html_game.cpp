@@ -149,14 +149,17 @@ void Section::WriteMove(size_t ply) {
                               ReadableScore(game.analysis[ply + 1].score);
     if (game.played.SideAt(ply) == WHITE || ply == 0)
         page += "<span class='e'>" + game.played.MoveNumber(ply) + "</span>&nbsp;";
-    Print(page, "<a class='m' id='g%zum%zu' href='#g%zum%zu'", number, ply + 1, number, ply + 1);
+    const char* const colours[] = {"", " k1", " k2", " k3"};
+    const char* const colour = colours[int(judged.mark)];
+    Print(page, "<a class='m%s' id='g%zum%zu' href='#g%zum%zu'", colour, number, ply + 1, number,
+          ply + 1);
     LinkMove(move, title);
     page += mark + "</a> ";
     if (std::string remark = HtmlText(RemarkOn(game, ply)); !remark.empty()) {
         constexpr std::string_view arrow = "-&gt;";
         if (const size_t place = remark.find(arrow); place != std::string::npos)
             remark.replace(place, arrow.size(), "&rarr;");
-        page += "<span class='says'>" + remark + "</span>";
+        page += std::string("<span class='says") + colour + "'>" + remark + "</span>";
     }
     if (ShowsBetterMove(game, ply)) {
         UnmakeMove();
@@ -197,8 +200,8 @@ std::string HtmlGame(const AnnotatedGame& game, size_t number, bool open) {
 }
 
 static std::string RowBegin(const GameText& text, const std::string& number) {
-    return "<tr><td class='n'>" + number + "</td><td>" + Name(text, "White") + "</td><td>" +
-           Name(text, "Black") + "</td><td class='n'>" + Name(text, "Result") +
+    return "<tr><td class='n'>" + number + "</td><td class='white'>" + Name(text, "White") +
+           "</td><td>" + Name(text, "Black") + "</td><td class='n'>" + Name(text, "Result") +
            "</td><td class='date'>" + Name(text, "Date") + "</td>";
 }
 
@@ -206,11 +209,11 @@ std::string HtmlRow(const AnnotatedGame& game, size_t number) {
     const std::string name = std::to_string(number);
     std::string row = RowBegin(game.text, "<a href='#g" + name + "'>" + name + "</a>");
     row += "<td class='opening'>" + HtmlText(game.opening.eco) + " " + HtmlText(game.opening.name) +
-           "</td><td class='n'>" + AccuracyText(game, WHITE) + "</td><td class='n'>" +
+           "</td><td class='n accuracy'>" + AccuracyText(game, WHITE) + "</td><td class='n'>" +
            AccuracyText(game, BLACK) + "</td><td>";
     if (const std::optional<size_t> ply = game.judgement.turningPoint) {
         PlayTo(game, *ply);
-        row += "<a href='#g" + name + "m" + std::to_string(*ply + 1) + "'>" +
+        row += "<a class='turn' href='#g" + name + "m" + std::to_string(*ply + 1) + "'>" +
                MoveWithMark(game, *ply) + "</a>";
         SetUpStart(game.played);
     }
@@ -219,5 +222,5 @@ std::string HtmlRow(const AnnotatedGame& game, size_t number) {
 
 std::string HtmlKeptRow(const GameText& text, const std::string& reason, size_t number) {
     return RowBegin(text, std::to_string(number)) +
-           "<td colspan='4'>not annotated: " + HtmlText(reason) + "</td></tr>\n";
+           "<td class='kept' colspan='4'>not annotated: " + HtmlText(reason) + "</td></tr>\n";
 }

@@ -57,8 +57,9 @@ bool HtmlPage::Write(const std::string& path, const std::string& title, const st
                        HtmlText(title) + "</title>\n<style>" + PAGE_STYLE +
                        "</style></head>\n<body>\n" + BoardSymbols() + "<h1>" + HtmlText(title) +
                        "</h1>\n<p class='note'>" + HtmlText(how) +
-                       " Keys: &larr; and &rarr; move, Home and End go to the ends. In the curve a "
-                       "ring is ?!, a disc ?, a cross ??.</p>\n";
+                       "<span class='live-only'> The board follows the keys &larr; and &rarr;, "
+                       "a click on a move or on the curve, and a finger that swipes.</span> The "
+                       "curve is White's chances: a ring is ?!, a disc ?, a cross ??.</p>\n";
     head +=
         "<div class='list'><table><thead><tr><th class='n'></th><th>White</th><th>Black</th>"
         "<th class='n'>Result</th><th class='date'>Date</th><th class='opening'>Opening</th>"

@@ -13,6 +13,8 @@ table{border-collapse:collapse;width:100%;font-size:.93em}
 th,td{text-align:left;padding:.25em .6em .25em 0;border-bottom:1px solid #ccc;vertical-align:top}
 td.n,th.n{text-align:right;white-space:nowrap}
 a{color:#0b4a8f}
+.live-only{display:none}
+.live .live-only{display:inline}
 details{border-top:2px solid #111;margin-top:1em}
 summary{padding:.5em 0;cursor:pointer;font-weight:600}
 summary span{font-weight:400;color:#333}
@@ -23,6 +25,7 @@ summary span{font-weight:400;color:#333}
 .w path{fill:#fff;stroke:#000;stroke-width:1.6;stroke-linejoin:round}
 .b path{fill:#222;stroke:#000;stroke-width:1.6;stroke-linejoin:round}
 .w path.l,.b path.l{fill:none;stroke-linecap:round}.b path.l{stroke:#fff}
+.names text{font-size:9px;fill:#444}
 .last rect{fill:none;stroke:#111;stroke-width:3;stroke-dasharray:9 4}
 .keys{display:none;gap:.3em;margin:.4em 0}
 .live .keys{display:flex}
@@ -35,24 +38,37 @@ border-radius:.2em}
 .area{fill:#7f8f99;fill-opacity:.45;stroke:#111;stroke-width:1.5}
 .half{stroke:#111;stroke-width:.7;stroke-dasharray:3 3;fill:none}
 .now{stroke:#111;stroke-width:2;fill:none}
-.s1{fill:#fff;stroke:#000;stroke-width:2}.s2{fill:#000;stroke:#fff;stroke-width:1}
-.s3{stroke:#000;stroke-width:3.5;fill:none}
+.s1{fill:#fff;stroke:#6b5900;stroke-width:2}.s2{fill:#a04000;stroke:#fff;stroke-width:1}
+.s3{stroke:#b00020;stroke-width:3.5;fill:none}
 .moves{overflow-wrap:anywhere}
 .m{color:inherit;text-decoration:none;padding:0 .1em;border-radius:.15em}
 .moves>.m{font-weight:600}
 .live .m{cursor:pointer}
 .m:hover{text-decoration:underline}
+.k1{color:#6b5900}.k2{color:#a04000}.k3{color:#b00020}
 .m.here,.m:target{background:#111;color:#fff}
-.better,.says{display:block;margin:.1em 0 .3em;padding-left:.7em;border-left:3px solid #111}
+.better,.says{display:block;margin:.1em 0 .3em;padding-left:.7em;border-left:3px solid}
+.says.k1,.says.k2,.says.k3{font-weight:600}
 .better{border-left-style:dashed}
 .says+.better{margin-top:-.3em}
 .own{color:#333;font-style:italic}
 .e{color:#444;font-size:.85em}
 @media(max-width:46em){
 .game{display:block}
-.seen{position:static}
-.opening,.date{display:none}
+.opening,.date,thead{display:none}
+tr{display:block;border-bottom:1px solid #ccc;padding:.4em 0}
+td,td.n{display:inline;white-space:normal;border:0;padding:0 .4em 0 0}
+.white::after{content:" \2013"}
+.accuracy::before{content:"\A Accuracy ";white-space:pre}
+.turn::before{content:"\A Turning point ";white-space:pre}
+.kept::before{content:"\A";white-space:pre}
+.board{width:min(100%,46vh);margin:0 auto}
+.seen{top:0;background:#fff;z-index:1}
+.said,.keys{margin:.2em 0}
+.m{scroll-margin-top:calc(46vh + 7em)}
+.curve text{font-size:20px}
 }
+@media(max-width:46em) and (max-height:36em){.seen{position:static}}
 @media print{.keys{display:none}details{break-inside:avoid-page}}
 )";
 
@@ -112,6 +128,7 @@ Game.prototype.put = function (group, name, sq, more) {
 Game.prototype.draw = function (a) {
   var game = this, men = this.menAt(a), figures = this.node.querySelector(".men"),
       last = this.node.querySelector(".last"), d = a ? a.getAttribute("data-d") : "";
+  this.node.querySelector(".names").setAttribute("href", this.turned ? "#names-turned" : "#names");
   figures.textContent = last.textContent = "";
   men.forEach(function (man, sq) {
     if (man === ".") return;
@@ -129,6 +146,9 @@ Game.prototype.show = function (a) {
   this.draw(a);
   if (here) here.classList.remove("here");
   if (a) a.classList.add("here");
+  // Where the board stays in sight, the move comes into it.
+  if (a && getComputedStyle(this.node.querySelector(".seen")).position === "sticky")
+    a.scrollIntoView({ block: "nearest" });
   var ply = !a ? 0 : a.line.moves === this.main ? a.place + 1 : a.line.at;
   var x = (600 * ply / Math.max(n, 1)).toFixed(1);
   curve.querySelector(".now").setAttribute("d", "M" + x + " 0V150");
