@@ -16,6 +16,7 @@
 #include "companions/processes/growing_file.h"
 #include "companions/processes/stop.h"
 #include "companions/processes/workers.h"
+#include "companions/shared/files.h"
 #include "companions/shared/progress.h"
 #include "find.h"
 #include "game_file.h"
@@ -34,6 +35,9 @@ namespace {
 constexpr std::string_view JOURNAL_HEAD = "tarquelin-annotate ";
 constexpr FileKind JOURNAL = {"file of unfinished annotations",
                               [](std::string_view line) { return line.starts_with(JOURNAL_HEAD); }};
+
+// The program itself. Where there is no such file, the number of the version has to do.
+constexpr const char* THIS_PROGRAM = "/proc/self/exe";
 
 // In the place of what was searched of a game that is not annotated.
 constexpr const char* NOT_ANNOTATED = "-\n";
@@ -135,13 +139,19 @@ int Annotator::DoAll(const std::function<std::string(size_t)>& job, const Taker&
     return StopSignal() != 0 ? SIGNAL_STATUS + StopSignal() : 1;
 }
 
-// Whatever changes what is found is in it; how many processes find it is not.
+// Whatever changes what is found is in it; how many processes find it is not. Builds with the same
+// number may search in different ways, and a file of values may have been written anew.
 std::string Annotator::JournalHead() const {
     const Selection& selection = settings.selection;
     std::string words;
     for (const std::string& word : {settings.values, settings.tablebases, selection.from,
                                     selection.player, selection.result, selection.eco})
         words += word + "\n";
+    for (const std::string& path : {std::string(THIS_PROGRAM), settings.values}) {
+        std::vector<uint8_t> bytes;
+        if (!path.empty() && !ReadWholeFile(path, bytes))
+            words.append(bytes.begin(), bytes.end());
+    }
     char text[200];
     std::snprintf(text, sizeof text, "%s%s %016" PRIx64 " %d %d %zx\n", JOURNAL_HEAD.data(),
                   VERSION, file.Fingerprint(), int(settings.limit.kind), settings.limit.amount,

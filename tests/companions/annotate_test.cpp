@@ -142,6 +142,12 @@ TEST_F(Annotate, WritesTheSameBytesInAnyNumberOfProcessesAndAfterAStop) {
             "done; kill -INT $!; wait $!' sh");
     EXPECT_EQ(stopped.status, 130) << stopped.text;
     EXPECT_FALSE(std::filesystem::exists("games-annotated.pgn"));
+    // Another build of the same version may search in another way.
+    std::filesystem::copy("games-annotated.part", "other-annotated.part");
+    std::filesystem::copy("games.pgn", "other.pgn");
+    EXPECT_FALSE(Run("--nodes 60000 other.pgn",
+                     "sh -c 'cp \"$3\" ./other; echo >>other; shift 3; ./other \"$@\"' sh")
+                     .Says("Going on"));
     const Outcome went = Run("--nodes 60000 games.pgn");
     EXPECT_TRUE(went.status == 0 && went.Says("Going on behind ")) << went.text;
     const std::string resumed = Annotated();
