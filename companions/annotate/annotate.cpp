@@ -238,7 +238,8 @@ bool Annotator::Write() {
     if (!page.Write(pagePath, fs::path(settings.games).filename().string(),
                     HowSearched(settings.limit)))
         return false;
-    std::printf("%zu games: %s, %s\n", wanted.size(), path.c_str(), pagePath.c_str());
+    std::printf("%zu %s: %s, %s\n", wanted.size(), wanted.size() == 1 ? "game" : "games",
+                path.c_str(), pagePath.c_str());
     return true;
 }
 
@@ -300,7 +301,8 @@ int Annotator::Run() {
     openings = std::make_unique<Openings>();
     wanted = SelectGames(file, settings.selection, *openings);
     if (wanted.empty()) {
-        std::fprintf(stderr, "%s: there are no such games\n", settings.games.c_str());
+        std::fprintf(stderr, "%s: there are no %sgames\n", settings.games.c_str(),
+                     file.Games().empty() ? "" : "such ");
         return 1;
     }
     return settings.find ? Find() : Annotate();

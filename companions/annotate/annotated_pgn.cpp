@@ -139,7 +139,8 @@ static std::string VariationWords(const AnnotatedGame& game, size_t ply) {
         // What comes out of a table of positions may belong to another one.
         if (!IsLegal(move))
             break;
-        const bool numbered = made == 0 || game.played.SideAt(ply + made) == WHITE;
+        // Behind the comment on the first move it is not plain whose move comes.
+        const bool numbered = made <= 1 || game.played.SideAt(ply + made) == WHITE;
         if (numbered)
             words += (made == 0 ? "" : " ") + game.played.MoveNumber(ply + made) + "_";
         else

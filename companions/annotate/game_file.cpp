@@ -18,6 +18,9 @@ constexpr uint64_t CHECKSUM_PRIME = 0x100000001b3;
 
 constexpr std::string_view GAME_START = "[Event ";
 
+// What some editors begin a file with. It belongs to no line.
+constexpr std::string_view BYTE_ORDER_MARK = "\xef\xbb\xbf";
+
 // Reads a file byte by byte and notes where games begin: with a tag behind moves, or with the first
 // move behind a result.
 class GameFinder {
@@ -27,8 +30,11 @@ public:
     void Take(char c) {
         if (atLineStart)
             lineBegin = place;
-        TakeInside(c);
-        atLineStart = c == '\n';
+        const bool isMark = atLineStart && place < int64_t(BYTE_ORDER_MARK.size()) &&
+                            c == BYTE_ORDER_MARK[size_t(place)];
+        if (!isMark)
+            TakeInside(c);
+        atLineStart = isMark || c == '\n';
         line += c == '\n' ? 1 : 0;
         place++;
     }

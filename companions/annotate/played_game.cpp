@@ -157,6 +157,11 @@ PlayedGame Replay(const GameText& text, std::string_view source) {
         game.reason = text.fault;
         return game;
     }
+    if (text.tags.empty() && text.moves.empty()) {
+        game.kind = PlayedGame::BROKEN;
+        game.reason = "it has neither tags nor moves";
+        return game;
+    }
     game.fen = text.Tag("FEN");
     SetUpStart(game);
     if (!game.fen.empty())

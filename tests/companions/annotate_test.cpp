@@ -123,6 +123,9 @@ TEST_F(Annotate, KeepsWhatItCannotReadAndSaysWhy) {
         EXPECT_TRUE(outcome.Says(said)) << said << "\n" << outcome.text;
     EXPECT_EQ(Run(OTHER_CHESS, "", "").status, 0);
     EXPECT_EQ(Annotated(), OTHER_CHESS);
+    // What some editors begin a file with is no game, and neither are empty lines.
+    EXPECT_TRUE(Run(std::string("\xef\xbb\xbf") + MISSED_MATE, "", "").Says("1 game: "));
+    EXPECT_TRUE(Run("\n\n", "", "").Says("game 1 is kept as it is: it has neither tags nor moves"));
 }
 
 TEST_F(Annotate, WritesTheSameBytesInAnyNumberOfProcessesAndAfterAStop) {
