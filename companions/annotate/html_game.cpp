@@ -209,8 +209,9 @@ std::string HtmlRow(const AnnotatedGame& game, size_t number) {
     const std::string name = std::to_string(number);
     std::string row = RowBegin(game.text, "<a href='#g" + name + "'>" + name + "</a>");
     row += "<td class='opening'>" + HtmlText(game.opening.eco) + " " + HtmlText(game.opening.name) +
-           "</td><td class='n accuracy'>" + AccuracyText(game, WHITE) + "</td><td class='n'>" +
-           AccuracyText(game, BLACK) + "</td><td>";
+           "</td><td class='n" + (game.played.moves.empty() ? "" : " accuracy") + "'>" +
+           AccuracyText(game, WHITE) + "</td><td class='n'>" + AccuracyText(game, BLACK) +
+           "</td><td>";
     if (const std::optional<size_t> ply = game.judgement.turningPoint) {
         PlayTo(game, *ply);
         row += "<a class='turn' href='#g" + name + "m" + std::to_string(*ply + 1) + "'>" +

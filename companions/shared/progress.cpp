@@ -45,8 +45,13 @@ std::string Progress::Line(uint64_t done, uint64_t count) const {
                             count, items, double(count) / seconds);
     if (share > 0) {
         const auto left = int64_t(seconds / share - seconds);
-        std::snprintf(line + length, sizeof line - size_t(length), ", %" PRId64 ":%02d to go",
-                      left / 60, int(left % 60));
+        const int64_t minutes = left / 60;
+        if (minutes < 60)
+            std::snprintf(line + length, sizeof line - size_t(length), ", %d:%02d to go",
+                          int(minutes), int(left % 60));
+        else
+            std::snprintf(line + length, sizeof line - size_t(length),
+                          ", %" PRId64 " h %d min to go", minutes / 60, int(minutes % 60));
     }
     return line;
 }
