@@ -55,6 +55,9 @@ struct SearchSettings {
     bool FinePolls = false;
     // A search whose move is not going to be played leaves no traces in learning and clock.
     bool OnlyPlayedMovesTeach = false;
+    // The interface analyses: searches have no book and no level, and leave no traces, whatever
+    // their limits are.
+    bool AnalyseMode = false;
 };
 extern SearchSettings SearchOptions;
 

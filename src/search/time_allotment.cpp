@@ -122,9 +122,10 @@ static void SetTimeLimits(int gamePly) {
         SetLimits(Limits.FixedTime, Limits.FixedTime);
     else
         DivideClock(UsableTime(), MovesToControl(gamePly));
-    Budget.LevelNodes = Strength.Limited && !Limits.Analysing && time != INFINITE_TIME
-                            ? AllowanceOfLevel().nodes
-                            : 0;
+    Budget.LevelNodes =
+        Strength.Limited && !Limits.Analysing && !SearchOptions.AnalyseMode && time != INFINITE_TIME
+            ? AllowanceOfLevel().nodes
+            : 0;
     Budget.PollReload = NodesBetweenPolls(Budget.TimeAllotted);
 }
 

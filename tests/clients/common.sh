@@ -58,7 +58,7 @@ try() { # name, command
 check_games() { # name, file, how many
     results=$(grep -cE '^\[Result "(1-0|0-1|1/2-1/2)"\]' "$2" || true)
     faults=$(grep -iE 'forfeit|illegal|claim|abort|exit|timeout|disconnect|stall|adjudicat' "$2" |
-        grep -viE 'adjudication: (checkmate|stalemate)' || true)
+        grep -viE 'adjudication: (checkmate|stalemate|insufficient mating material)' || true)
     ends=$(grep -oiE '\{[^{}]*(mate|draw|resign)[^{}]*\}' "$2" | sort | uniq -c | tr -s ' \n' ' ')
     if [ "$results" -eq "$3" ] && [ -z "$faults" ]; then
         ok "$1: $3 games:$ends"

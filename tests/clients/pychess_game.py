@@ -28,6 +28,7 @@ from pychess.Utils.GameModel import GameModel  # noqa: E402
 from pychess.Utils.TimeModel import TimeModel  # noqa: E402
 from pychess.Variants import variants  # noqa: E402
 
+engineNest.ENGINES_LIST = []  # the engines that PyChess looks for on the system by itself
 SECONDS, GAIN = 4, 0.1
 LONGEST = 300  # seconds for a game
 
@@ -47,6 +48,13 @@ def told(future, value):
     """PyChess may say a thing more than once."""
     if not future.done():
         future.set_result(value)
+
+
+def asked_by_the_window():
+    """The protocols that the window for engines finds in a program before it takes it."""
+    command = [os.path.join(DIRECTORY, "tarquelin")]
+    return [name for name, ask in (("uci", engineNest.is_uci), ("xboard", engineNest.is_cecp))
+            if ask(command)]
 
 
 async def discover():
@@ -98,6 +106,7 @@ async def analysis():
 
 async def main():
     conf.set("book_depth_max", 0)
+    print("the window would find:", " ".join(asked_by_the_window()) or "nothing")
     print("options:", await discover())
     ply, reason = await game()
     print("game:", ply, "plies,", "/".join(sorted(reason)))

@@ -77,7 +77,8 @@ TEST_F(ModernUci, OptionsMayHaveSeveralWords) {
                                 "option name UCI_EngineAbout type string default Tarquelin 1.40 by "
                                 "Ivor T. Penhallow\n"
                                 "option name UCI_LimitStrength type check default false\n"
-                                "option name UCI_Elo type spin min 800 max 2800 default 2800\n"))
+                                "option name UCI_Elo type spin min 800 max 2800 default 2800\n"
+                                "option name UCI_AnalyseMode type check default false\n"))
         << block;
     engine.Send("setoption name move overhead value 120\nsetoption name Hash File value 1\n"
                 "setoption name Ponder value true\nsetoption name Tropism Value 7\nuci");
@@ -156,6 +157,9 @@ TEST_F(ModernUci, ALevelHoldsInGamesAlone) {
     engine.Send("go infinite");
     engine.ReadUntilPrefix("info multipv 1 depth 9 ");
     EXPECT_GT(NumberAfter(Search("stop"), " nodes "), FEW);
+    EXPECT_GT(NumberAfter(Search("setoption name UCI_AnalyseMode value true\ngo movetime 100"),
+                          " nodes "),
+              FEW);
 }
 
 TEST_F(ModernUci, InterruptsAreIgnored) {
@@ -272,15 +276,29 @@ TEST_F(ModernXboard, ClaimsDrawsByMaterialOnlyWhereNoMateIsPossible) {
     }
 }
 
-// What a search of the starting position with a known book teaches that book.
-uint16_t Taught(const std::string& lines) {
-    EngineProcess engine("Interface = modern\nPondering = off\nBookLearningBound = -1\n");
+// Opens a book that knows one move of the starting position, and returns its file.
+std::string GiveBook(EngineProcess& engine) {
     const std::string file = engine.Directory() + "/Book.tqn";
     WriteFileText(file, BookBytes(1, {{StartFen, {{"e2e4", 0}}}}));
     engine.Settle();
-    engine.Send("uci\nsetoption name OpeningsBook value Book.tqn\nposition startpos moves e2e4 "
-                "e7e5\n" +
-                lines);
+    engine.Send("uci\nsetoption name OpeningsBook value Book.tqn");
+    return file;
+}
+
+TEST(ModernAnalysis, HasNoBookWhateverItsLimitIs) {
+    EngineProcess engine(MODERN);
+    GiveBook(engine);
+    engine.Send("go depth 5");
+    EXPECT_FALSE(Has(engine.ReadUntilPrefix("bestmove "), " depth 5 "));
+    engine.Send("setoption name UCI_AnalyseMode value true\nposition startpos\ngo depth 5");
+    EXPECT_TRUE(Has(engine.ReadUntilPrefix("bestmove "), " depth 5 "));
+}
+
+// What a search of the starting position with a known book teaches that book.
+uint16_t Taught(const std::string& lines) {
+    EngineProcess engine("Interface = modern\nPondering = off\nBookLearningBound = -1\n");
+    const std::string file = GiveBook(engine);
+    engine.Send("position startpos moves e2e4 e7e5\n" + lines);
     engine.ReadUntilPrefix("bestmove ");
     engine.Settle();
     return uint16_t(StatisticsInBook(FileText(file), "e2e4"));
@@ -290,6 +308,7 @@ TEST(ModernLearning, OnlySearchesWhoseMoveIsPlayedTeach) {
     EXPECT_NE(Taught("go depth 3"), 0);
     EXPECT_EQ(Taught("go infinite\nstop"), 0);
     EXPECT_EQ(Taught("go ponder wtime 1000 btime 1000\nstop"), 0);
+    EXPECT_EQ(Taught("setoption name UCI_AnalyseMode value true\ngo depth 3"), 0);
     EXPECT_EQ(Taught("setoption name OwnBook value false\ngo depth 3"), 0);
 }
 

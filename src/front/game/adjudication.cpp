@@ -73,7 +73,8 @@ void FindDraws() {
 // A board that is only looked at is no game.
 static bool GameTeaches() {
     return !Manner->onlyPlayedMovesTeach ||
-           !(Limits.Analysing || Limits.GoPonder || Clock.OwnTime == INFINITE_TIME);
+           !(Limits.Analysing || Limits.GoPonder || SearchOptions.AnalyseMode ||
+             Clock.OwnTime == INFINITE_TIME);
 }
 
 void AnnounceDraws() {

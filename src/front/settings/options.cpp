@@ -378,6 +378,14 @@ constexpr Option Table[] = {
      .most = MOST_ELO,
      .get = [] { return Strength.Elo; },
      .set = SetElo},
+    // Interfaces that analyse by "go movetime" would be shown the book instead.
+    {.uciName = "UCI_AnalyseMode",
+     .modern = true,
+     .announced = 17,
+     .offered = "false",
+     .kind = WORD,
+     .words = TrueFalse,
+     .set = [](const Value& value) { SearchOptions.AnalyseMode = value.number != 0; }},
     {.key = "Strength",
      .set = SetStrength,
      .print =

@@ -286,7 +286,7 @@ static void ScoreRootMoves() {
 // Takes a move out of the book, when it may be asked and has one.
 static bool TakeBookMove() {
     if (!BookIsOpen() || !Book.OwnBook || Limits.SearchMoveCount > 0 || Limits.Analysing ||
-        Clock.OwnTime == INFINITE_TIME)
+        SearchOptions.AnalyseMode || Clock.OwnTime == INFINITE_TIME)
         return false;
     if (HeldToLevel() && Ply >= 2 * AllowanceOfLevel().bookMoves)
         return false;
@@ -339,7 +339,8 @@ static void RecordSearch() {
 
 // Whether the game goes on with the move that the search has chosen.
 static bool MoveIsPlayed() {
-    return MoveWanted() && !(Interrupts.PredictionMissed || Clock.OwnTime == INFINITE_TIME);
+    return MoveWanted() && !(Interrupts.PredictionMissed || SearchOptions.AnalyseMode ||
+                             Clock.OwnTime == INFINITE_TIME);
 }
 
 static void LetTimePass() {
