@@ -70,8 +70,10 @@ bool HasSanShape(std::string_view text) {
     while (!text.empty() &&
            (marks.find(text.back()) != std::string_view::npos || text.back() == ' '))
         text.remove_suffix(1);
-    if (text == "O-O" || text == "O-O-O" || text == "0-0" || text == "0-0-0")
-        return true;
+    for (const std::string_view castling : {"O-O", "o-o", "0-0", "O-O-O", "o-o-o", "0-0-0"}) {
+        if (text == castling)
+            return true;
+    }
     constexpr std::string_view pieces = "KQRBN";
     if (!text.empty() && pieces.find(text.front()) != std::string_view::npos)
         text.remove_prefix(1);

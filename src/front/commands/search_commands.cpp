@@ -4,9 +4,11 @@
 #include <cstdio>
 
 #include "board/notation.h"
+#include "front/commands/help.h"
 #include "front/dialects/variation.h"
 #include "front/game/activity.h"
 #include "front/game/adjudication.h"
+#include "front/game/dialect.h"
 #include "front/game/engine_turn.h"
 #include "front/game/game.h"
 #include "front/game/interface.h"
@@ -21,7 +23,10 @@ void MoveNow(const CommandLine&) {
     Limits.GoPonder = false;
 }
 
-void MoveNowIfThinking(const CommandLine&) {
+void MoveNowIfThinking(const CommandLine& line) {
+    // A person has no other use for it.
+    if (CurrentActivity == IDLE && Speaking->person)
+        return ShowHelp(line);
     if (CurrentActivity == THINKING && !Limits.Analysing)
         Running.StopSearch = true;
 }

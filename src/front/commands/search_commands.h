@@ -6,8 +6,7 @@
 // The search ends and is not to be held: its move is wanted.
 void MoveNow(const CommandLine& line);
 
-// The opponent has played as predicted, and the search goes on as one of the game.
-// The same, but only where a move is wanted of the engine.
+// The same, but only where a move is wanted of the engine; where a person has typed it idly, help.
 void MoveNowIfThinking(const CommandLine& line);
 
 // Ends the pondering for a line that is then taken as if the engine were idle.
@@ -16,6 +15,7 @@ void PausePondering(const CommandLine& line);
 // Answers with the number of the ping, after the move that the engine is thinking about.
 void AnswerPing(const CommandLine& line);
 
+// The opponent has played as predicted, and the search goes on as one of the game.
 void PonderHit(const CommandLine& line);
 
 // Leave a request for whoever started the search; the search ends.

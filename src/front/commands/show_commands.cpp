@@ -12,6 +12,7 @@
 #include "book/book_choice.h"
 #include "book/book_keys.h"
 #include "front/console/divided_perft.h"
+#include "front/console/move_list.h"
 #include "front/game/dialect.h"
 #include "front/input/reply.h"
 #include "platform/clock.h"
@@ -33,6 +34,8 @@ void ShowFlags(const CommandLine&) {
 }
 
 void ShowMoves(const CommandLine&) {
+    if (Speaking->person)
+        return PrintMoveList();
     std::printf("-------------- Legal moves: ----------------\n");
     Limits.SearchMoveCount = 0;
     PrepareRoot();

@@ -3,13 +3,11 @@
 #include <algorithm>
 #include <cinttypes>
 #include <cstdio>
-#include <vector>
 
-#include "board/moves/generate.h"
-#include "board/moves/legal_moves.h"
 #include "board/moves/make_move.h"
 #include "board/moves/perft.h"
 #include "board/moves/san.h"
+#include "front/console/move_list.h"
 #include "platform/clock.h"
 #include "platform/standard_streams.h"
 
@@ -20,16 +18,6 @@ static uint64_t CountAfter(Move move, int depth) {
     const uint64_t leaves = CountPerft(depth - 1, [] { return !OutputAbandoned(); });
     UnmakeMove();
     return leaves;
-}
-
-// Apart from the move stack, which the count uses from its bottom on.
-static std::vector<Move> LegalMoves() {
-    std::vector<Move> moves;
-    const int32_t top = MoveStackTop;
-    for (int i = 0, count = GenerateLegalMoves(); i < count; i++)
-        moves.push_back(MoveStack[top + i].move);
-    MoveStackTop = top;
-    return moves;
 }
 
 void PrintDividedPerft(int depth) {

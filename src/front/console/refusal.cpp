@@ -80,6 +80,8 @@ static std::string WhyNotSan(const std::string& text) {
             IsPseudoLegal(MoveFromText(ShortMoveText(MoveWord(from, to, piece)))))
             return InDanger();
     }
+    if (piece == KING)
+        return "your king cannot go there";
     return "no " + std::string(Names[piece]) + " of yours can go there";
 }
 
