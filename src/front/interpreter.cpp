@@ -21,12 +21,14 @@
 #include "front/game/activity.h"
 #include "front/game/dialect.h"
 #include "front/game/engine_turn.h"
+#include "front/game/game.h"
 #include "front/game/manners.h"
 #include "front/game/shutdown.h"
 #include "front/input/command_line.h"
 #include "front/input/input_lines.h"
 #include "platform/input.h"
 #include "search/interrupts.h"
+#include "search/limits.h"
 #include "search/state.h"
 
 namespace {
@@ -210,17 +212,33 @@ void Dispatch(const std::string& text) {
     }
 }
 
-// Whether the line is none that pondering takes, but one for the engine when it is idle.
-static bool EndsPondering(const std::string& text) {
-    return Manner->pausesPondering && CurrentActivity == PONDERING &&
-           (Speaking->person || Find(text, IDLE) != nullptr);
+// Whether the line is none that pondering takes, but one for the engine when it is idle. A person
+// is answered, and asked for the next line, by whatever does not end the pondering itself.
+static bool EndsPondering(const Command* command, const std::string& text) {
+    if (!Manner->pausesPondering || CurrentActivity != PONDERING)
+        return false;
+    if (Speaking->person)
+        return command == nullptr || command->then == NEXT_LINE || command->match == FIRST;
+    return command == nullptr && Find(text, IDLE) != nullptr;
+}
+
+// The same of analysis, which goes on for a second `analyze`.
+static bool EndsAnalysis(const std::string& text) {
+    if (!Manner->pausesAnalysis || !(Limits.Analysing || CurrentActivity == WAITING))
+        return false;
+    const Command* const command = Find(text, IDLE);
+    return command != nullptr ? command->run != Analyse : Speaking->person;
 }
 
 // Acts on a line that arrives while the engine is not idle.
 static Then ActOnLine(const std::string& text) {
     const Command* const command = Find(text, CurrentActivity);
-    if (command == nullptr && EndsPondering(text)) {
+    if (EndsPondering(command, text)) {
         PausePondering({});
+        return LEAVE_LINE;
+    }
+    if (command == nullptr && EndsAnalysis(text)) {
+        PauseAnalysis();
         return LEAVE_LINE;
     }
     if (command == nullptr || command->then != LEAVE_LINE)
@@ -261,7 +279,10 @@ void RunCommandLoop() {
         if (Speaking->awaitLine != nullptr && !LineWaiting())
             Speaking->awaitLine();
         if (NextLine(line)) {
+            const bool analysing = Game.AnalysisPaused;
             Dispatch(line);
+            if (analysing && Game.AnalysisPaused)
+                Analyse({});
             TellUnwritten();
             ResumePondering();
         } else if (Manner->leavesWithInterface) {

@@ -1,6 +1,7 @@
 // The modern interface as clients meet it: the real engine on real pipes. What is not told here is
 // as in the classic one, which all other tests talk to.
 
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -230,6 +231,29 @@ TEST_F(ModernXboard, PonderingGoesOnAfterALineThatChangesNothing) {
     engine.Send("?\npost\nping 3\n.");
     EXPECT_EQ(engine.ReadUntil("pong 3"), "");
     EXPECT_TRUE(engine.ReadUntilPrefix("stat01: ").ends_with("\n")) << "it is still searching";
+}
+
+TEST_F(ModernXboard, AnalysisGoesOnWithWhateverALineHasChanged) {
+    const auto movesToSearch = [&](const std::string& lines) {
+        engine.Send(lines + "\n.");
+        const std::string line = engine.ReadUntilPrefix("stat01: ");
+        int moves = 0;
+        EXPECT_EQ(
+            sscanf(line.c_str() + line.rfind("stat01: "), "stat01: %*d %*d %*d %*d %d", &moves), 1)
+            << line;
+        return moves;
+    };
+    EXPECT_EQ(movesToSearch("nopost\nanalyze\nforce"), 20);
+    EXPECT_EQ(movesToSearch("setboard 4k3/8/8/8/8/8/8/R3K3 w - - 0 1"), 15);
+    EXPECT_EQ(movesToSearch("a1a3\nedit\n#\nKa1\nRh2\nc\nKe8\n."), 5);
+    EXPECT_EQ(movesToSearch("new\nusermove e2e4\nanalyze\nmemory 20"), 20);
+    // Nothing is left to find here, and it waits.
+    engine.Send("setboard 6k1/5ppp/8/8/8/8/8/R6K w - - 0 1\n.");
+    while (engine.ReadLine() != "stat01: 0 0 0 0 0")
+        engine.Send(".");
+    EXPECT_EQ(movesToSearch("setboard rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR b KQkq - 0 1"),
+              20);
+    EXPECT_EQ(engine.Ask("exit\n."), "") << "it goes on no more";
 }
 
 TEST_F(ModernXboard, ForceLetsNoMoveBePlayed) {

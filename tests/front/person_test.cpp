@@ -44,6 +44,10 @@ TEST_F(Person, PlaysInBothNotationsAndIsAnsweredWhileTheEnginePonders) {
     EXPECT_TRUE(Has(first, "Tarquelin plays 1... ")) << first;
     EXPECT_FALSE(Has(first, "Hint")) << first;
     EXPECT_TRUE(Has(Answer("brd", "White 2> "), " 4  . . . . P . . .\n"));
+    EXPECT_TRUE(Has(Answer("moves", "White 2> "), "  Nf3   "));
+    EXPECT_TRUE(Has(Answer("?", "White 2> "), "plays for the side to move"));
+    for (const char* const line : {"hard", "post", ".", "isready"})
+        Answer(line, "White 2> ");
     EXPECT_TRUE(Has(Answer("eval", "White 2> "), "Attack on the king"));
     EXPECT_TRUE(Has(Answer("hint", "White 2> "), "You could play "));
     EXPECT_TRUE(Has(Answer("d1d1", "White 2> "), "not possible: your own queen stands on d1"));
@@ -65,12 +69,23 @@ TEST_F(Person, HearsWhyAMoveIsNotPossible) {
           Case{"e3e4", "there is no man on e3"}, Case{"e8e7", "the man on e8 is not yours"},
           Case{"a7a8", "say what the pawn becomes, as in a7a8q"},
           Case{"a1b2", "the rook on a1 does not reach b2"},
-          Case{"Nf3", "no knight of yours can go there"},
-          Case{"O-O", "you cannot castle there now"}}) {
+          Case{"Nf3", "no knight of yours can go there"}, Case{"Kb3", "your king cannot go there"},
+          Case{"o-o", "you cannot castle there now"}}) {
         const std::string text = Answer(c.move, "White 40> ");
         EXPECT_TRUE(Has(text, std::string(" is not possible: ") + c.reason + ".\n")) << text;
     }
     EXPECT_TRUE(Has(Answer("a8=Q", "Black 40> "), " 8  Q . . . r . k .\n"));
+}
+
+TEST_F(Person, AnalysesWhateverIsOnTheBoard) {
+    engine.Send("analyze");
+    engine.ReadThrough("exit ends the analysis");
+    Answer("Nf3", "  . . . . . N . .\n");
+    Answer("e7e5", "  . . . . p . . .\n");
+    Answer("eval", "Attack on the king");
+    Answer("nonsense", "help shows commands");
+    engine.ReadThrough("depth    score ");
+    Answer("exit", "White 2> ");
 }
 
 TEST_F(Person, KeepsAGameInAFile) {

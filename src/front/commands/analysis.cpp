@@ -1,8 +1,10 @@
 #include "front/commands/analysis.h"
 
 #include "front/game/activity.h"
+#include "front/game/dialect.h"
 #include "front/game/engine_turn.h"
 #include "front/game/game.h"
+#include "front/input/reply.h"
 #include "search/host.h"
 #include "search/interrupts.h"
 #include "search/limits.h"
@@ -46,6 +48,11 @@ void LeaveLineToSearch(const CommandLine&) {
     Given = Work::LINE;
 }
 
+void PauseAnalysis() {
+    Game.AnalysisPaused = Running.StopSearch = true;
+    Given = Work::LINE;
+}
+
 static void ActOnInterrupts() {
     if (Interrupts.TypedMove != NO_MOVE)
         PlayMove(Interrupts.TypedMove);
@@ -53,10 +60,14 @@ static void ActOnInterrupts() {
         BeginNewGame();
     if (Interrupts.UndoRequested)
         TakeBack(1);
+    if (Interrupts.TypedMove != NO_MOVE || Interrupts.NewRequested || Interrupts.UndoRequested)
+        ShowBoardToPerson();
 }
 
-void Analyse(const CommandLine&) {
-    Limits.GoPonder = false;
+void Analyse(const CommandLine& line) {
+    if (Speaking->person && !line.text.empty())
+        PrintLine("exit ends the analysis; moves and undo change the position.");
+    Limits.GoPonder = Game.AnalysisPaused = false;
     Work work = Work::NONE;
     for (;;) {
         bool toldToEnd = AnalysePosition();
@@ -65,11 +76,11 @@ void Analyse(const CommandLine&) {
             ActOnWaitingLines();
             toldToEnd = true;
         }
-        if (Interrupts.ExitRequested)
+        if (Interrupts.ExitRequested || Game.AnalysisPaused)
             return;
         ActOnInterrupts();
         work = toldToEnd ? Work::NONE : WaitForWork();
-        if (!toldToEnd && work == Work::NONE)
+        if (Game.AnalysisPaused || (!toldToEnd && work == Work::NONE))
             return;
     }
 }

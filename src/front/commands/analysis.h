@@ -10,3 +10,7 @@ void Analyse(const CommandLine& line);
 // left for the next search to act on. Either ends the wait.
 void AnalyseChangedPosition();
 void LeaveLineToSearch(const CommandLine& line);
+
+// Ends the analysis for a line that it cannot take. Who dispatches that line goes on with it then,
+// unless Game.AnalysisPaused has been taken back.
+void PauseAnalysis();

@@ -79,7 +79,7 @@ static void EnterMoveText(const std::string& text) {
     default:
         if (!PlayTypedMove(text))
             return;
-        if (Game.ForceMode)
+        if (Game.ForceMode || Game.AnalysisPaused)
             ShowBoardToPerson();
         else
             AnswerMove();
@@ -156,7 +156,7 @@ void PlayDemo(const CommandLine&) {
     const bool ponderNow = Interface.PonderNow;
     Interface.PonderNow = false;
     NewGame();
-    Limits.GoPonder = false;
+    Limits.GoPonder = Game.AnalysisPaused = false;
     Limits.SearchMoveCount = 0;
     AnswerByClock();
     Interrupts = {};

@@ -70,7 +70,7 @@ void EnterUci(const CommandLine& line) {
     PrintLine("uciok");
     Speaking = &UciDialect;
     SearchOptions.ForgetInShortSearches = true;
-    Interface.PonderNow = false;
+    Interface.PonderNow = Game.AnalysisPaused = false;
 }
 
 // Values are taken as they are: the bounds that are announced are advice to the interface.

@@ -115,6 +115,7 @@ static void AnswerReplies() {
 
 void TakeTurn() {
     Game.Pause = {};
+    Game.AnalysisPaused = false;
     PlayAndPonder();
     AnswerReplies();
 }

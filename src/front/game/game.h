@@ -16,6 +16,7 @@ struct GameState {
     // once the prediction has been taken back. Null for none.
     std::unique_ptr<const std::string> Reply;
     int32_t FirstMoveNumber = 1; // of the position that was set up
+    bool AnalysisPaused = false; // a line has interrupted it; it goes on when that is done
     // Pondering that a line has interrupted, and where it stood.
     struct {
         bool wanted = false; // it is to go on when nothing has changed

@@ -19,6 +19,7 @@ constinit const Manners Modern = {
     .oldTablesStay = true,
     .finePolls = true,
     .pausesPondering = true,
+    .pausesAnalysis = true,
     .levelByWords = true,
     .newGameTeachesAnew = true,
     .exactMaterialDraws = true,

@@ -32,6 +32,8 @@ struct Manners {
     // A line that pondering cannot take ends it and is then done; if it has changed nothing, the
     // pondering goes on.
     bool pausesPondering = false;
+    // The same of analysis, which goes on in any case.
+    bool pausesAnalysis = false;
     // `level`: increments may have a fraction, and none stands for none.
     bool levelByWords = false;
     // `new` begins a game that may teach the book again.
