@@ -5,6 +5,7 @@ the engine with its files. Ends with status 0 when all went well, and tells what
 """
 
 import asyncio
+import contextlib
 import os
 import signal
 import sys
@@ -24,6 +25,7 @@ gi.require_version("GtkSource", "3.0")
 from pychess.Players import engineNest  # noqa: E402
 from pychess.System import conf  # noqa: E402
 from pychess.Utils import const  # noqa: E402
+from pychess.Utils.Board import Board  # noqa: E402
 from pychess.Utils.GameModel import GameModel  # noqa: E402
 from pychess.Utils.TimeModel import TimeModel  # noqa: E402
 from pychess.Variants import variants  # noqa: E402
@@ -31,6 +33,7 @@ from pychess.Variants import variants  # noqa: E402
 engineNest.ENGINES_LIST = []  # the engines that PyChess looks for on the system by itself
 SECONDS, GAIN = 4, 0.1
 LONGEST = 300  # seconds for a game
+KINGS_MOVES = "8/5k2/3p4/1p1Pp2p/pP2Pp1P/P4P1K/8/8 w - - 0 1"
 
 
 def engine_entry():
@@ -70,6 +73,12 @@ async def discover():
     return len(engine.get("options", []))
 
 
+def end(player):
+    """PyChess' own way fails in Python 3.11, mostly."""
+    with contextlib.suppress(ProcessLookupError):
+        os.kill(player.engine.pid, signal.SIGKILL)
+
+
 async def game():
     model = GameModel(TimeModel(SECONDS, GAIN))
     players = [await engineNest.discoverer.initPlayerEngine(
@@ -83,7 +92,7 @@ async def game():
     names = {name for name in dir(const) if name.isupper() and getattr(const, name) == reason
               and name.startswith(("WON_", "DRAW_", "WHITE_", "BLACK_", "ABORTED", "UNKNOWN"))}
     for player in players:
-        os.kill(player.engine.pid, signal.SIGKILL)  # PyChess' own way fails in Python 3.11
+        end(player)
     return model.ply, names
 
 
@@ -97,15 +106,18 @@ async def analysis():
             told(seen, lines[0])
     engine.connect("analyze", look)
     model = GameModel()
+    model.boards = [Board(setup=KINGS_MOVES)]
     engine.setOptionInitialBoard(model)
     engine.start(None, set())
     line = await asyncio.wait_for(seen, LONGEST)
-    os.kill(engine.engine.pid, signal.SIGKILL)
+    end(engine)
+    assert line[1][0].startswith("h3"), "another position was analysed"
     return line
 
 
 async def main():
     conf.set("book_depth_max", 0)
+    conf.set("max_analysis_spin", LONGEST)  # else three seconds, at the lowest priority
     print("the window would find:", " ".join(asked_by_the_window()) or "nothing")
     print("options:", await discover())
     ply, reason = await game()
