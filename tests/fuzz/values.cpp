@@ -8,9 +8,11 @@
 #include "board/fen.h"
 #include "board/position.h"
 #include "board/score.h"
-#include "eval/derived_tables.h"
+#include "eval/parameters/attacker_weight.h"
 #include "eval/parameters/parameters.h"
+#include "eval/parameters/piece_square_tables.h"
 #include "eval/parameters/values_file.h"
+#include "eval/pawns/pawn_hash.h"
 #include "tools/static_score.h"
 
 namespace {
@@ -29,9 +31,13 @@ void Try(std::string_view input) {
     Params = {};
     PutFile("values.txt", input);
     LoadParameters();
-    InitDerivedTables();
+    InitPieceSquareTables();
+    InitAttackerWeight();
+    ClearPawnHash();
     for (const char* const fen : Positions) {
         LoadFen(fen);
+        // Its entry is worked out anew: to fill the table takes longer than a hundred scores.
+        MaterialIndex = MATERIAL_INVALID;
         Claim(std::abs(StaticScore()) < MATE, "a static score is no mate");
     }
     const EvalParameters read = Params;
