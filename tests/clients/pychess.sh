@@ -6,7 +6,7 @@ need pychess xvfb-run
 
 # PyChess belongs to the system's own Python, whichever comes first on the PATH.
 play() { # seconds, protocol, interface
-    timeout "$1" xvfb-run -a /usr/bin/python3 "$here/pychess_game.py" "$2" "$(engine_directory "$3")"
+    timeout "$1" xvfb-run -a /usr/bin/python3 "$here/pychess_game.py" "$2" "$(engine_directory "$3")" "$3"
 }
 
 for protocol in uci "xboard 1" "xboard 2"; do
