@@ -10,9 +10,9 @@
 #include "companions/processes/workers.h"
 #include "companions/shared/engine_start.h"
 #include "companions/shared/labelled_position.h"
+#include "companions/shared/opening_lines.h"
 #include "companions/shared/progress.h"
 #include "eval/parameters/values_file.h"
-#include "companions/shared/opening_lines.h"
 #include "search/hash_memory.h"
 
 namespace {
