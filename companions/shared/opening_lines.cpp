@@ -30,7 +30,7 @@ void OpeningLines::AddLine(std::string_view text) {
 
 bool OpeningLines::ReadFile(const fs::path& path) {
     LineReader reader;
-    if (!reader.Open(path.c_str()))
+    if (!reader.Open(path.string().c_str()))
         return false;
     std::string line;
     if (!reader.Next(line) || Split(line, '\t').back() != "pgn")
@@ -48,7 +48,7 @@ bool OpeningLines::Read(const fs::path& directory) {
             paths.push_back(i->path());
     }
     if (error) {
-        std::fprintf(stderr, "%s: %s\n", directory.c_str(), error.message().c_str());
+        std::fprintf(stderr, "%s: %s\n", directory.string().c_str(), error.message().c_str());
         return false;
     }
     // Directories have no order of their own, but a seed must mean the same line everywhere.
@@ -56,6 +56,6 @@ bool OpeningLines::Read(const fs::path& directory) {
     if (!std::ranges::all_of(paths, [this](const fs::path& path) { return ReadFile(path); }))
         return false;
     if (lines.empty())
-        std::fprintf(stderr, "%s: there are no opening lines\n", directory.c_str());
+        std::fprintf(stderr, "%s: there are no opening lines\n", directory.string().c_str());
     return !lines.empty();
 }
