@@ -57,6 +57,18 @@ TEST(ModernInterface, LeavesWhateverItDoesWhenAStreamHasLostItsOtherEndOrItIsTol
     }
 }
 
+TEST(ModernInterface, ADemonstrationEndsWithItsGame) {
+    // One of these was drawn and one was won when this was written.
+    for (const char* const depth : {"sd 3", "sd 4"}) {
+        SCOPED_TRACE(depth);
+        EngineProcess engine(MODERN);
+        engine.Ask(std::string("nopost\n") + depth);
+        engine.Send("demo");
+        engine.ReadThrough("{");
+        EXPECT_FALSE(Has(engine.WaitUntilIdle(), "move ")) << engine.Transcript();
+    }
+}
+
 class ModernUci : public testing::Test {
 protected:
     void SetUp() override {

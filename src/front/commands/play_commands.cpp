@@ -160,8 +160,8 @@ void PlayDemo(const CommandLine&) {
     Limits.SearchMoveCount = 0;
     AnswerByClock();
     Interrupts = {};
-    while (ThinkAndMove()) {
-        // A drawn game goes on, with searches too short to look at their input.
+    while (ThinkAndMove() && !GameHasEnded()) {
+        // Classic, a drawn game goes on, with searches too short to look at their input.
         ActOnWaitingLines();
         if (!MoveWanted() || Abandoned())
             break;

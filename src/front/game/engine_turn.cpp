@@ -37,8 +37,7 @@ void ActOnWaitingLines() {
     CurrentActivity = IDLE;
 }
 
-// The engine's own move has mated, or drawn.
-static bool GameHasEnded() {
+bool GameHasEnded() {
     return Manner->claimsOwnResults && AnnounceOwnResult();
 }
 

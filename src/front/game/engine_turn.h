@@ -6,6 +6,10 @@
 // the interrupts.
 bool ThinkAndMove();
 
+// Whether the engine's own move, just made, has mated or drawn; tells it then. Never where results
+// are left to the opponent to find.
+bool GameHasEnded();
+
 // Acts on the lines that wait as a search does. For those that end before they look at the input.
 void ActOnWaitingLines();
 
