@@ -16,11 +16,11 @@ namespace {
 // 61 %, at 200 71 %, at 500 91 %.
 constexpr double TEN_TO_ONE = 510;
 
-// Losses of chances from which a move is marked. In a level position they are about 60, 125 and
-// 205 centipawns; a rook ahead, 1.4, 2.9 and 4.3 pawns.
-constexpr double DOUBTFUL_LOSS = 0.07;
-constexpr double MISTAKE_LOSS = 0.14;
-constexpr double BLUNDER_LOSS = 0.22;
+// Losses of chances from which a move is marked. In a level position they are about 55, 110 and
+// 175 centipawns; five pawns ahead, 1.2, 2.1 and 3 pawns.
+constexpr double DOUBTFUL_LOSS = 0.06;
+constexpr double MISTAKE_LOSS = 0.12;
+constexpr double BLUNDER_LOSS = 0.19;
 
 // A move that loses nothing has an accuracy of 100 %; one that loses so much, half of it.
 constexpr double HALF_ACCURACY_LOSS = 0.12;
