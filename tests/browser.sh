@@ -45,7 +45,7 @@ END
     "$annotate" opera.pgn
     # At the turning point.
     echo '<script>document.querySelector(".k3").click()</script>' >>opera-annotated.html
-    browse opera-annotated.html --hide-scrollbars --window-size=1000,760 --screenshot="$picture"
+    browse opera-annotated.html --hide-scrollbars --window-size=1000,850 --screenshot="$picture"
     exit
 fi
 
