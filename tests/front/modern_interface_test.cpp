@@ -57,18 +57,6 @@ TEST(ModernInterface, LeavesWhateverItDoesWhenAStreamHasLostItsOtherEndOrItIsTol
     }
 }
 
-TEST(ModernInterface, ADemonstrationEndsWithItsGame) {
-    // One of these was drawn and one was won when this was written.
-    for (const char* const depth : {"sd 3", "sd 4"}) {
-        SCOPED_TRACE(depth);
-        EngineProcess engine(MODERN);
-        engine.Ask(std::string("nopost\n") + depth);
-        engine.Send("demo");
-        engine.ReadThrough("{");
-        EXPECT_FALSE(Has(engine.WaitUntilIdle(), "move ")) << engine.Transcript();
-    }
-}
-
 class ModernUci : public testing::Test {
 protected:
     void SetUp() override {
@@ -312,13 +300,29 @@ TEST_F(ModernXboard, ClaimsDrawsByMaterialOnlyWhereNoMateIsPossible) {
     }
 }
 
-// Opens a book that knows one move of the starting position, and returns its file.
-std::string GiveBook(EngineProcess& engine) {
+// Opens a book with that content, or one that knows one move of the starting position, and returns
+// its file.
+std::string GiveBook(EngineProcess& engine,
+                     const std::string& bytes = BookBytes(1, {{StartFen, {{"e2e4", 0}}}})) {
     const std::string file = engine.Directory() + "/Book.tqn";
-    WriteFileText(file, BookBytes(1, {{StartFen, {{"e2e4", 0}}}}));
+    WriteFileText(file, bytes);
     engine.Settle();
     engine.Send("uci\nsetoption name OpeningsBook value Book.tqn");
     return file;
+}
+
+TEST(ModernInterface, ADemonstrationEndsWithItsGame) {
+    EngineProcess engine(MODERN);
+    // Two knights go out and home again.
+    GiveBook(
+        engine,
+        BookBytes(1, {{StartFen, {{"g1f3", 0}}},
+                      {"rnbqkbnr/pppppppp/8/8/8/5N2/PPPPPPPP/RNBQKB1R b KQkq -", {{"g8f6", 0}}},
+                      {"rnbqkb1r/pppppppp/5n2/8/8/5N2/PPPPPPPP/RNBQKB1R w KQkq -", {{"f3g1", 0}}},
+                      {"rnbqkb1r/pppppppp/5n2/8/8/8/PPPPPPPP/RNBQKBNR b KQkq -", {{"f6g8", 0}}}}));
+    engine.Send("xboard\ndemo");
+    engine.ReadThrough("{Draw by repetition}");
+    EXPECT_FALSE(Has(engine.WaitUntilIdle(), "move ")) << engine.Transcript();
 }
 
 TEST(ModernAnalysis, HasNoBookWhateverItsLimitIs) {
