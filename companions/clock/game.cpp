@@ -131,7 +131,9 @@ bool Table::MakeAnswer(const Answer& answer) {
     report.leastLeft = std::min(report.leastLeft, left);
     if (answer.kind == Answer::CLAIM) {
         report.result = answer.text.substr(0, answer.text.find(' '));
-        return !Holds(answer.text) && Fault("false claim", who + ": " + answer.text);
+        if (!Holds(answer.text))
+            Fault("false claim", who + ": " + answer.text);
+        return false;
     }
     if (answer.kind == Answer::RESIGNATION)
         return false;

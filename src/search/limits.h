@@ -61,6 +61,10 @@ struct SearchSettings {
 };
 extern SearchSettings SearchOptions;
 
+// Whether searches serve somebody who looks at the board, and not a game: by analysis, without a
+// limit, or because the interface says so.
+bool BoardIsOnlyLookedAt();
+
 // A person who asks for a move gets one, whatever the last search was told to wait for: without a
 // clock by the base time.
 void AnswerByClock();

@@ -122,10 +122,7 @@ static void SetTimeLimits(int gamePly) {
         SetLimits(Limits.FixedTime, Limits.FixedTime);
     else
         DivideClock(UsableTime(), MovesToControl(gamePly));
-    Budget.LevelNodes =
-        Strength.Limited && !Limits.Analysing && !SearchOptions.AnalyseMode && time != INFINITE_TIME
-            ? AllowanceOfLevel().nodes
-            : 0;
+    Budget.LevelNodes = Strength.Limited && !BoardIsOnlyLookedAt() ? AllowanceOfLevel().nodes : 0;
     Budget.PollReload = NodesBetweenPolls(Budget.TimeAllotted);
 }
 

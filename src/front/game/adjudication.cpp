@@ -72,9 +72,7 @@ void FindDraws() {
 
 // A board that is only looked at is no game.
 static bool GameTeaches() {
-    return !Manner->onlyPlayedMovesTeach ||
-           !(Limits.Analysing || Limits.GoPonder || SearchOptions.AnalyseMode ||
-             Clock.OwnTime == INFINITE_TIME);
+    return !Manner->onlyPlayedMovesTeach || !(Limits.GoPonder || BoardIsOnlyLookedAt());
 }
 
 void AnnounceDraws() {

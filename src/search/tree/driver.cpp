@@ -285,8 +285,7 @@ static void ScoreRootMoves() {
 
 // Takes a move out of the book, when it may be asked and has one.
 static bool TakeBookMove() {
-    if (!BookIsOpen() || !Book.OwnBook || Limits.SearchMoveCount > 0 || Limits.Analysing ||
-        SearchOptions.AnalyseMode || Clock.OwnTime == INFINITE_TIME)
+    if (!BookIsOpen() || !Book.OwnBook || Limits.SearchMoveCount > 0 || BoardIsOnlyLookedAt())
         return false;
     if (HeldToLevel() && Ply >= 2 * AllowanceOfLevel().bookMoves)
         return false;
@@ -339,8 +338,7 @@ static void RecordSearch() {
 
 // Whether the game goes on with the move that the search has chosen.
 static bool MoveIsPlayed() {
-    return MoveWanted() && !(Interrupts.PredictionMissed || SearchOptions.AnalyseMode ||
-                             Clock.OwnTime == INFINITE_TIME);
+    return MoveWanted() && !Interrupts.PredictionMissed && !BoardIsOnlyLookedAt();
 }
 
 static void LetTimePass() {
