@@ -46,7 +46,8 @@ constexpr int32_t MAX_MOVE_OVERHEAD = 5000;
 // What the user, or the dialect that he speaks, wants of every search.
 struct SearchSettings {
     int32_t MultiPV = 1; // lines to report; 1 and less is one
-    // Milliseconds that a move loses on its way to the opponent, taken off the remaining time.
+    // Milliseconds that a move loses on its way to the opponent, taken off the remaining time, and
+    // off a fixed one.
     int32_t MoveOverhead = 0;
     // Short searches start from an empty history: what the last one learned is not worth keeping to
     // those who search anew for each move.

@@ -86,14 +86,23 @@ static void ValueDrawByClock(int64_t time, int64_t usable, int movesToGo) {
         Budget.DrawScore = ClockDrawScore[std::clamp<int64_t>(10 * usable / safe, 0, LAST_TENTH)];
 }
 
-// The remaining time without what the move will lose on its way; a clock that is left nothing by
-// that still runs.
+// What a move will lose on its way, in hundredths.
+static int64_t Overhead() {
+    return (int64_t{SearchOptions.MoveOverhead} + 9) / 10;
+}
+
+// The remaining time without the overhead; a clock that is left nothing by that still runs.
 static int64_t TimeLeft() {
     if (Clock.OwnTime == NO_CLOCK && Clock.PlayByBaseTime)
         return std::max(Clock.BaseTime, 1);
     if (Clock.OwnTime == NO_CLOCK || Clock.OwnTime == INFINITE_TIME)
         return Clock.OwnTime;
-    return std::max<int64_t>(Clock.OwnTime - (int64_t{SearchOptions.MoveOverhead} + 9) / 10, 1);
+    return std::max<int64_t>(Clock.OwnTime - Overhead(), 1);
+}
+
+// The time for every move without the overhead, but not so little that a short one is all overhead.
+static int64_t TimeForMove() {
+    return std::max<int64_t>({Limits.FixedTime - Overhead(), Limits.FixedTime / 2, 1});
 }
 
 // Time that can be used without the clock's running out on the way to the opponent.
@@ -119,7 +128,7 @@ static void SetTimeLimits(int gamePly) {
     if (!Budget.UnderClock)
         SetLimits(UNLIMITED_TIME, UNLIMITED_TIME);
     else if (Limits.FixedTime > 0)
-        SetLimits(Limits.FixedTime, Limits.FixedTime);
+        SetLimits(TimeForMove(), TimeForMove());
     else
         DivideClock(UsableTime(), MovesToControl(gamePly));
     Budget.LevelNodes = Strength.Limited && !BoardIsOnlyLookedAt() ? AllowanceOfLevel().nodes : 0;
