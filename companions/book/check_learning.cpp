@@ -4,7 +4,7 @@
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
-#include <unordered_set>
+#include <set>
 
 #include "board/score.h"
 #include "book/learning_format.h"
@@ -46,13 +46,15 @@ static void CheckEntry(const LearningImage& file, uint32_t entry, uint32_t bucke
 }
 
 // Goes through the entries of a bucket; `reached` gathers all that any bucket has led to.
-static void CheckBucket(const LearningImage& file, uint32_t bucket,
-                        std::unordered_set<uint32_t>& reached) {
+static void CheckBucket(const LearningImage& file, uint32_t bucket, std::set<uint32_t>& reached) {
     for (uint32_t entry = file.Head(bucket); entry != 0; entry = file.Field(entry, LEARNING_NEXT)) {
         if (!file.HasEntry(entry))
             return Fault("bucket %u: no entry can be at %u\n", bucket, entry);
-        if (!reached.insert(entry).second)
+        if (reached.contains(entry))
             return Fault("bucket %u: leads to the entry at %u once more\n", bucket, entry);
+        if (OverlapsEntry(reached, entry))
+            return Fault("bucket %u: leads to %u, into another entry\n", bucket, entry);
+        reached.insert(entry);
         CheckEntry(file, entry, bucket);
     }
 }
@@ -63,7 +65,7 @@ bool IsLearningFile(const std::vector<uint8_t>& bytes) {
 }
 
 int CheckLearningFile(const std::string& path, const std::vector<uint8_t>& bytes) {
-    std::unordered_set<uint32_t> reached;
+    std::set<uint32_t> reached;
     // A shorter one is one that was being made; the engine makes it anew.
     if (bytes.size() >= LEARNING_ENTRIES) {
         const LearningImage file(bytes);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <unordered_set>
+#include <set>
 #include <vector>
 
 #include "book/learning_format.h"
@@ -79,10 +79,11 @@ void CloseLearningFile() {
     LearningFile = nullptr;
 }
 
-// A link of a bucket; 0 where the file ends before it.
-static uint32_t ReadLink(uint32_t offset) {
+// 0 where the file ends before it.
+static uint32_t ReadHead(LearningKeys keys) {
     unsigned char bytes[4];
-    if (!SeekFile(LearningFile, offset) || std::fread(bytes, sizeof bytes, 1, LearningFile) != 1)
+    if (!SeekFile(LearningFile, HeadOffset(keys)) ||
+        std::fread(bytes, sizeof bytes, 1, LearningFile) != 1)
         return 0;
     return LoadLittle32(bytes);
 }
@@ -101,35 +102,54 @@ static bool ReadEntry(uint32_t offset, Entry& entry) {
     return true;
 }
 
+namespace {
+
+// Goes through the entries of a bucket, as far as there are some by sound links: one that leads
+// back to an entry or into the middle of one is not, and to write there would damage that entry.
+class BucketWalk {
+public:
+    explicit BucketWalk(LearningKeys keys) : link(HeadOffset(keys)), next(ReadHead(keys)) {}
+
+    // False at the end of the bucket.
+    bool Next() {
+        if (!ReadEntry(next, entry) || OverlapsEntry(passed, next))
+            return false;
+        offset = next;
+        link = offset + LEARNING_NEXT;
+        next = entry.next;
+        passed.insert(offset);
+        return true;
+    }
+
+    Entry entry{};
+    uint32_t offset = 0; // of the entry
+    uint32_t link;       // the offset of the link to the one behind it
+
+private:
+    uint32_t next;
+    std::set<uint32_t> passed;
+};
+
+} // namespace
+
 uint32_t LookUpLearned(LearningKeys keys, LearnedPosition& found) {
     if (LearningFile == nullptr)
         return 0;
-    uint32_t offset = ReadLink(HeadOffset(keys));
-    if (offset == 0)
-        return 0;
-    // No bucket holds more entries than the file: whoever has read that many goes round in a
-    // circle.
-    uint64_t left = SeekEnd(LearningFile) / LEARNING_ENTRY_SIZE;
-    for (Entry entry; left > 0 && ReadEntry(offset, entry); left--) {
-        if (entry.keys.key1 == keys.key1 && entry.keys.key2 == keys.key2) {
-            found = entry.position;
-            return offset;
+    for (BucketWalk walk(keys); walk.Next();) {
+        if (walk.entry.keys.key1 == keys.key1 && walk.entry.keys.key2 == keys.key2) {
+            found = walk.entry.position;
+            return walk.offset;
         }
-        offset = entry.next;
     }
     return 0;
 }
 
 // Where the link to the bucket's next entry belongs.
 static uint32_t EndOfBucket(LearningKeys keys) {
-    std::unordered_set<uint32_t> passed;
-    uint32_t link = HeadOffset(keys);
-    uint32_t offset = ReadLink(link);
-    for (Entry entry; ReadEntry(offset, entry) && passed.insert(offset).second;) {
-        link = offset + LEARNING_NEXT;
-        offset = entry.next;
+    BucketWalk walk(keys);
+    while (walk.Next()) {
     }
-    return link;
+    return walk.link;
 }
 
 static void StoreFields(unsigned char* bytes, LearningKeys keys, const LearnedPosition& position) {

@@ -30,9 +30,10 @@ void CloseLearningFile();
 uint32_t LookUpLearned(LearningKeys keys, LearnedPosition& found);
 
 // Appends an entry and links it to the end of its bucket. A damaged link, and one that leads round
-// in a circle, counts as the end and is mended by this. Several processes may learn into one file:
-// each locks it for the addition. When another keeps it locked, the entry is dropped: without it a
-// position is searched again, but two additions at once would spoil the links of both.
+// in a circle or into the middle of an entry, counts as the end and is mended by this. Several
+// processes may learn into one file: each locks it for the addition. When another keeps it locked,
+// the entry is dropped: without it a position is searched again, but two additions at once would
+// spoil the links of both.
 void AddLearned(LearningKeys keys, const LearnedPosition& position);
 
 // Overwrites the entry at the offset, which LookUpLearned has given.

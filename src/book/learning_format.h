@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 
 constexpr char LEARNING_TITLE[] = "Tarquelin learning file";
 constexpr uint32_t LEARNING_HEADS = sizeof LEARNING_TITLE - 1; // offset
@@ -22,3 +23,9 @@ constexpr uint32_t LEARNING_MOVE = 8;
 constexpr uint32_t LEARNING_KEY1 = 12;
 constexpr uint32_t LEARNING_KEY2 = 16;
 constexpr uint32_t LEARNING_NEXT = 20;
+
+// Whether an entry at that offset, behind the heads, would share bytes with one of those.
+inline bool OverlapsEntry(const std::set<uint32_t>& entries, uint32_t offset) {
+    const auto next = entries.upper_bound(offset - LEARNING_ENTRY_SIZE);
+    return next != entries.end() && *next < uint64_t{offset} + LEARNING_ENTRY_SIZE;
+}

@@ -101,6 +101,8 @@ TEST_F(LearningFile, BrokenChainsEndAndAreMendedByTheNextEntry) {
         {"round the first", FirstLink, EMPTY_SIZE, true},
         {"beyond the end", SecondLink, EMPTY_SIZE + 48, false},
         {"no room for a whole entry", SecondLink, EMPTY_SIZE + 25, false},
+        {"into the middle of the second", SecondLink, EMPTY_SIZE + 23, false},
+        {"into the middle of the first", FirstLink, EMPTY_SIZE + 1, true},
         {"into the heads", FirstLink, 100, true},
         {"a head into the heads", Head, 24, true},
     };
