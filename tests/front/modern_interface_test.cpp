@@ -268,7 +268,8 @@ TEST_F(ModernXboard, ForceLetsNoMoveBePlayed) {
 
 TEST_F(ModernXboard, ALevelDoesNotPonder) {
     engine.Send("strength 900\nnew\nlevel 0 0:01 0\nusermove e2e4");
-    const std::string text = engine.ReadUntilPrefix("move ") + engine.Settle();
+    std::string text = engine.ReadUntilPrefix("move ");
+    text += engine.Settle();
     EXPECT_FALSE(Has(text, "Hint: ")) << text;
     // By depth: a second would be too short for a reply to expect where the machine is slow.
     MoveAndWaitForHint("strength full\nnew\nlevel 0 5:00 0\nsd 5\nusermove e2e4");
