@@ -28,6 +28,8 @@ constexpr int64_t LEAST_ALLOTMENT = 5;
 constexpr int64_t USABLE_PERCENT = 95;
 // A search in trouble may take so many times the allotment.
 constexpr int64_t MOST_ALLOTMENTS = 7;
+// As a hard limit: the first look at the clock ends the search.
+constexpr int64_t AT_ONCE = -1;
 // Searches after the last book move that get a fifth more: the positions are new to the engine.
 constexpr int32_t FRESH_SEARCHES = 2;
 
@@ -56,7 +58,7 @@ static int MovesToControl(int gamePly) {
 
 static void SetLimits(int64_t allotted, int64_t hardLimit) {
     Budget.TimeAllotted = int32_t(std::clamp<int64_t>(allotted, 1, UNLIMITED_TIME));
-    Budget.TimeHardLimit = int32_t(std::clamp<int64_t>(hardLimit, 0, UNLIMITED_TIME));
+    Budget.TimeHardLimit = int32_t(std::clamp<int64_t>(hardLimit, AT_ONCE, UNLIMITED_TIME));
 }
 
 static void DivideClock(int64_t usable, int movesToGo) {
@@ -110,6 +112,12 @@ static int64_t UsableTime() {
     return TimeLeft() * USABLE_PERCENT / 100 - 1;
 }
 
+// Whether the overhead takes all: to think even for a hundredth would drain the clock to nothing,
+// while an increment fills it again.
+static bool NothingIsLeft() {
+    return SearchOptions.MoveOverhead > 0 && UsableTime() <= 0;
+}
+
 static int32_t NodesBetweenPolls(int32_t allotted) {
     if (Budget.LevelNodes > 0)
         return std::clamp(Budget.LevelNodes / LEVEL_PARTS, 1, POLL_FINE);
@@ -129,6 +137,8 @@ static void SetTimeLimits(int gamePly) {
         SetLimits(UNLIMITED_TIME, UNLIMITED_TIME);
     else if (Limits.FixedTime > 0)
         SetLimits(TimeForMove(), TimeForMove());
+    else if (NothingIsLeft())
+        SetLimits(LEAST_ALLOTMENT, AT_ONCE);
     else
         DivideClock(UsableTime(), MovesToControl(gamePly));
     Budget.LevelNodes = Strength.Limited && !BoardIsOnlyLookedAt() ? AllowanceOfLevel().nodes : 0;

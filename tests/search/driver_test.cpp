@@ -55,6 +55,10 @@ TEST_F(DriverTest, SearchesAsManyNodesAsItIsTold) {
         EXPECT_GE(Running.NodeCount, nodes);
         EXPECT_LT(Running.NodeCount, nodes + 200);
     }
+    // Captures and checks go on and on here, and the main search is not come back to.
+    LoadFen("4k3/qqqqqqq1/8/8/8/8/1QQQQQQQ/4K3 w - - 0 1");
+    SearchFixedNodes(2000);
+    EXPECT_LT(Running.NodeCount, 4200);
     EXPECT_EQ(Limits.NodeLimit, 7);
     LoadFen("7k/5Q2/6K1/8/8/8/8/8 b - - 0 1");
     EXPECT_EQ(SearchFixedNodes(1000), NO_MOVE);

@@ -65,7 +65,8 @@ TEST_F(TimeAllotment, IsByAnalysisAFixedTimeOrTheClockLessTheOverheadOfAMove) {
     };
     for (const Case& c :
          {Case{30, 103, 0, false, 28, 5000}, Case{21, 103, 0, false, 28, 5000},
-          Case{30, 2, 0, false, 0, 5000}, Case{0, 103, 50, false, 50, 5000},
+          Case{30, 5, 0, false, -1, 5000}, Case{30, 7, 0, false, 1, 5000},
+          Case{0, 2, 0, false, 0, 5000}, Case{0, 103, 50, false, 50, 5000},
           Case{30, 103, 50, false, 47, 5000}, Case{500, 103, 50, false, 25, 5000},
           Case{5000, 103, 1, false, 1, 5000}, Case{30, 30000, 250, false, 247, 20000},
           Case{30, NO_CLOCK, 250, false, 247, 20000},

@@ -44,10 +44,10 @@ constexpr int32_t SLICE_MARGIN = 100;
 // A king with fewer flight squares than this is boxed in.
 constexpr int BOXED_IN = 3;
 
-// Input is polled in the main search, which comes round often enough: a few thousand nodes late at
-// worst, but for boards full of queens, where captures alone could go on for hours. So many nodes
-// overdue, some milliseconds, the poll is made here.
-constexpr int32_t POLL_OVERDUE = 20000;
+// Input is polled in the main search, which comes round often enough, but for boards full of
+// queens, where captures alone could go on for hours. So many nodes overdue, half a millisecond,
+// the poll is made here: who plays on with a twentieth of a second has not more to lose.
+constexpr int32_t POLL_OVERDUE = 1000;
 
 // One node: what its steps share.
 struct Node {
