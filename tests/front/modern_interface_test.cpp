@@ -158,9 +158,9 @@ TEST_F(ModernUci, ALevelHoldsInGamesAlone) {
     engine.Send("go infinite");
     engine.ReadUntilPrefix("info multipv 1 depth 9 ");
     EXPECT_GT(NumberAfter(Search("stop"), " nodes "), FEW);
-    EXPECT_GT(NumberAfter(Search("setoption name UCI_AnalyseMode value true\ngo movetime 100"),
-                          " nodes "),
-              FEW);
+    EXPECT_GT(
+        NumberAfter(Search("setoption name UCI_AnalyseMode value true\ngo nodes 30000"), " nodes "),
+        FEW);
 }
 
 TEST_F(ModernUci, InterruptsAreIgnored) {
