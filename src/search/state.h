@@ -24,6 +24,7 @@ extern PlyState PlyStates[PLY_STATES];
 struct TimeBudget {
     int32_t SearchStart = 0; // on the process clock
     int32_t TimeAllotted = UNLIMITED_TIME;
+    // Below 0, the first look at the clock ends the search.
     int32_t TimeHardLimit = UNLIMITED_TIME;
     int32_t PollReload = 50000; // nodes between input polls
     int32_t DrawScore = 0;      // of a draw for RootSide

@@ -115,7 +115,7 @@ static int64_t UsableTime() {
 // Whether the overhead takes all: to think even for a hundredth would drain the clock to nothing,
 // while an increment fills it again.
 static bool NothingIsLeft() {
-    return SearchOptions.MoveOverhead > 0 && UsableTime() <= 0;
+    return Clock.OwnTime != NO_CLOCK && SearchOptions.MoveOverhead > 0 && UsableTime() <= 0;
 }
 
 static int32_t NodesBetweenPolls(int32_t allotted) {
