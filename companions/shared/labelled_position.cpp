@@ -53,7 +53,7 @@ static bool CanTakeEnPassant() {
 
 std::string UsualFen() {
     std::string fen = WriteFen(FenFields::STANDARD);
-    if (!IsDoubleStep(LastMove()) || CanTakeEnPassant())
+    if (!IsDoubleStep(ChangeSide(SideToMove), LastMove()) || CanTakeEnPassant())
         return fen;
     // The fourth field has two characters here.
     size_t field = 0;

@@ -178,7 +178,7 @@ std::string WriteFen(FenFields fields) {
             text += "KQkq"[right];
     }
     text += ' ';
-    if (const Move last = LastMove(); IsDoubleStep(last)) {
+    if (const Move last = LastMove(); IsDoubleStep(ChangeSide(SideToMove), last)) {
         text += char('a' + FileOf(To(last)));
         const int to = RankOf(To(last));
         text += char('1' + (fields == FenFields::OWN ? to : (to + RankOf(From(last))) / 2));

@@ -22,9 +22,12 @@ template <Colour Us> constexpr int PromotionSquare(int pawn) {
     return FileOf(pawn) + (Us == WHITE ? 56 : 0);
 }
 
-// Pawns of `side` beside the pawn that has just made a double step, none after other moves. A
+// Pawns of `side` beside the pawn with which the opponent has just made a double step. There are
+// none after other moves, and none when the side stepped itself and was given the turn again. A
 // pinned one is among them, though it may not be able to take.
 inline Bitboard EnPassantTakers(Colour side) {
     const Move last = LastMove();
-    return IsDoubleStep(last) ? SquaresBeside(SquareBit(To(last))) & PieceBB[PAWN][side] : 0;
+    return IsDoubleStep(ChangeSide(side), last)
+               ? SquaresBeside(SquareBit(To(last))) & PieceBB[PAWN][side]
+               : 0;
 }

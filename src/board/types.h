@@ -162,8 +162,9 @@ constexpr RookHop CastlingRook(int kingTo) {
     const bool toTheRight = FileOf(kingTo) == FileOf(KingHome(WHITE)) + 2;
     return toTheRight ? RookHop{kingTo + 1, kingTo - 1} : RookHop{kingTo - 2, kingTo + 1};
 }
-constexpr bool IsDoubleStep(Move m) {
-    return MovingPiece(m) == PAWN && (To(m) - From(m) == 16 || From(m) - To(m) == 16);
+// A pawn of `side` goes two squares.
+constexpr bool IsDoubleStep(Colour side, Move m) {
+    return MovingPiece(m) == PAWN && To(m) - From(m) == (side == WHITE ? 16 : -16);
 }
 // A move after which an earlier position can come again: no null move, capture, promotion or
 // pawn move.

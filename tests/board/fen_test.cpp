@@ -1,5 +1,7 @@
 #include "board/fen.h"
 
+#include "board/moves/pseudo_legal.h"
+#include "board/pawns.h"
 #include "board/recompute.h"
 #include "support/board_test.h"
 #include "support/scratch.h"
@@ -164,6 +166,18 @@ TEST_F(Fen, EnPassantFieldNamesThePawnItself) {
             captures += IsEnPassant(move) && To(move) == (To(LastMove()) + From(LastMove())) / 2;
         EXPECT_EQ(captures, c.accepted ? 1 : 0);
     }
+}
+
+// So it is when the turn is given back to it; its other pawn beside would take its own.
+TEST_F(Fen, ADoubleStepIsNothingToTheSideThatMadeIt) {
+    LoadFen("4k3/8/8/8/3P4/8/4P3/4K3 w - -");
+    Play("e2e4");
+    SideToMove = WHITE;
+    const std::string text = "4k3/8/8/8/3PP3/8/8/4K3 w - - 0 2";
+    EXPECT_EQ(WriteFen(FenFields::OWN), text);
+    EXPECT_EQ(WriteFen(FenFields::STANDARD), text);
+    EXPECT_EQ(EnPassantTakers(WHITE), 0);
+    EXPECT_FALSE(IsPseudoLegal(MoveWord(27, 36, PAWN)));
 }
 
 // Repetition and the record of the game look at the position before the double step.

@@ -24,7 +24,7 @@ std::string FlippedFen() {
             text += "kqKQ"[right];
     }
     text += CastleRights == 0 ? "- " : " ";
-    if (!IsDoubleStep(LastMove()))
+    if (!IsDoubleStep(ChangeSide(SideToMove), LastMove()))
         return text + "-";
     const int stepped = To(LastMove()) ^ 56;
     return text + char('a' + FileOf(stepped)) + char('1' + RankOf(stepped));

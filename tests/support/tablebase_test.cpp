@@ -40,7 +40,8 @@ std::string TableWith(const char* fen, Colour side, char entry) {
     bool swapped = false;
     const int number = FindTablebaseClass(PieceCount, swapped);
     PrepareIndex(number, side);
-    const int ep = IsDoubleStep(LastMove()) ? To(LastMove()) : NO_EN_PASSANT;
+    const int ep =
+        IsDoubleStep(ChangeSide(SideToMove), LastMove()) ? To(LastMove()) : NO_EN_PASSANT;
     std::string table(TableEntries(number, side), '\0');
     table.at(TableIndex(number, side, CollectTablebaseMen(swapped), ep)) = entry;
     return table;

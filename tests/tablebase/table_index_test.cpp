@@ -25,7 +25,8 @@ Entry EntryOf(const std::string& fen) {
     const int number = FindTablebaseClass(PieceCount, swapped);
     const auto side = Colour(SideToMove ^ int(swapped));
     EXPECT_TRUE(PrepareIndex(number, side));
-    int epSquare = IsDoubleStep(LastMove()) ? To(LastMove()) : NO_EN_PASSANT;
+    int epSquare =
+        IsDoubleStep(ChangeSide(SideToMove), LastMove()) ? To(LastMove()) : NO_EN_PASSANT;
     if (swapped && epSquare != NO_EN_PASSANT)
         epSquare ^= 56;
     return {TablebaseClasses[size_t(number)].name,

@@ -56,7 +56,6 @@ int32_t CaptureScore(Move move) {
 }
 
 template <Colour Us> static void GeneratePawnCaptures(Bitboard targets) {
-    constexpr Colour Them = ChangeSide(Us);
     for (Bitboard pawns = PieceBB[PAWN][Us]; pawns;) {
         const int from = PopLowest(pawns);
         for (Bitboard b = PawnAttacks[Us][from] & targets; b;) {
@@ -70,11 +69,8 @@ template <Colour Us> static void GeneratePawnCaptures(Bitboard targets) {
                 EmitCapture(move | Move(promotion) << PROMOTION_SHIFT);
         }
     }
-    const Move last = LastMove();
-    if (MovingPiece(last) != PAWN || To(last) - From(last) != 2 * AheadStep<Them>)
-        return;
     for (Bitboard pawns = EnPassantTakers(Us); pawns;)
-        EmitCapture(MoveWord(PopLowest(pawns), To(last) + AheadStep<Us>, PAWN));
+        EmitCapture(MoveWord(PopLowest(pawns), To(LastMove()) + AheadStep<Us>, PAWN));
 }
 
 template <Piece Type> static inline Bitboard AttacksOf(int sq) {

@@ -17,9 +17,8 @@ template <Colour Us> static bool CastlingFits(Move move) {
 }
 
 template <Colour Us> static bool EnPassantFits(Move move) {
-    const Move last = LastMove();
-    return IsDoubleStep(last) && To(move) == To(last) + AheadStep<Us> &&
-           !(move & CAPTURE_OR_PROMOTION) && (PawnAttacks[Us][From(move)] & SquareBit(To(move)));
+    return (EnPassantTakers(Us) & SquareBit(From(move))) != 0 &&
+           To(move) == To(LastMove()) + AheadStep<Us> && !(move & CAPTURE_OR_PROMOTION);
 }
 
 template <Colour Us> static bool PawnMoveFits(Move move) {
