@@ -168,7 +168,7 @@ TEST_F(Fen, EnPassantFieldNamesThePawnItself) {
     }
 }
 
-// So it is when the turn is given back to it; its other pawn beside would take its own.
+// A command can give the turn back to it. The pawn beside is its own then, and takes nothing.
 TEST_F(Fen, ADoubleStepIsNothingToTheSideThatMadeIt) {
     LoadFen("4k3/8/8/8/3P4/8/4P3/4K3 w - -");
     Play("e2e4");
@@ -177,7 +177,8 @@ TEST_F(Fen, ADoubleStepIsNothingToTheSideThatMadeIt) {
     EXPECT_EQ(WriteFen(FenFields::OWN), text);
     EXPECT_EQ(WriteFen(FenFields::STANDARD), text);
     EXPECT_EQ(EnPassantTakers(WHITE), 0);
-    EXPECT_FALSE(IsPseudoLegal(MoveWord(27, 36, PAWN)));
+    constexpr int d4 = 27, e5 = 36;
+    EXPECT_FALSE(IsPseudoLegal(MoveWord(d4, e5, PAWN)));
 }
 
 // Repetition and the record of the game look at the position before the double step.
